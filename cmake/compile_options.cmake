@@ -1,0 +1,22 @@
+# Options of all code of the project; third-party code is built without them.
+add_library(zel_compile_options INTERFACE)
+target_include_directories(zel_compile_options INTERFACE ${PROJECT_SOURCE_DIR})
+
+if(MSVC)
+  target_compile_options(zel_compile_options INTERFACE /W4 /WX /fp:precise /utf-8)
+else()
+  # Recordings are compared byte for byte, so no multiply and add may be fused.
+  target_compile_options(zel_compile_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -ffp-contract=off)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
+    # A unique symbol would keep the plug-in from ever being unloaded.
+    target_compile_options(zel_compile_options INTERFACE
+      $<$<COMPILE_LANGUAGE:CXX>:-fno-gnu-unique>)
+  endif()
+endif()
+
+if(ZEL_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()

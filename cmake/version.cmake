@@ -1,0 +1,29 @@
+# Writes version.hpp on every build, so that the metadata always names the revision built.
+
+# Two digits major, two digits minor, five digits patch level.
+string(REGEX MATCHALL "[0-9]+" numbers "${CMAKE_CXX_COMPILER_VERSION}.0.0")
+list(GET numbers 0 major)
+list(GET numbers 1 minor)
+list(GET numbers 2 patch)
+math(EXPR padded "1000000000 + (${major} * 100 + ${minor}) * 100000 + ${patch}")
+string(SUBSTRING ${padded} 1 9 ZEL_COMPILER_VERSION)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  set(ZEL_COMPILER GCC)
+else()
+  set(ZEL_COMPILER ${CMAKE_CXX_COMPILER_ID})
+endif()
+
+add_library(zel_version INTERFACE)
+target_include_directories(zel_version INTERFACE ${PROJECT_BINARY_DIR}/generated)
+add_custom_target(zel_version_header
+  COMMAND ${CMAKE_COMMAND}
+    -DVERSION=${PROJECT_VERSION}
+    -DCOMPILER=${ZEL_COMPILER}
+    -DCOMPILER_VERSION=${ZEL_COMPILER_VERSION}
+    -DSOURCE_DIR=${PROJECT_SOURCE_DIR}
+    -DTEMPLATE=${PROJECT_SOURCE_DIR}/cmake/version.hpp.in
+    -DOUTPUT=${PROJECT_BINARY_DIR}/generated/version.hpp
+    -P ${PROJECT_SOURCE_DIR}/cmake/write_version.cmake
+  BYPRODUCTS ${PROJECT_BINARY_DIR}/generated/version.hpp
+  COMMENT "Looking up the revision" VERBATIM)
+add_dependencies(zel_version zel_version_header)

@@ -1,0 +1,49 @@
+// Errors across the host boundary: the host's error records become exceptions on the way in,
+// exceptions become a status and an error record on the way out.
+#pragma once
+
+#include <cstdint>
+
+#include "zel/error_details.h"
+
+namespace zel::runtime {
+
+/// The host's codes for the exceptions that have one of their own.
+namespace error_code {
+inline constexpr std::uint32_t note = 1; ///< not a failure, although it comes in an error record
+inline constexpr std::uint32_t not_implemented = 0xA0000FA1;
+inline constexpr std::uint32_t failed = 0xA0000FA5;
+inline constexpr std::uint32_t timed_out = 0xA00005B4;
+inline constexpr std::uint32_t out_of_memory = 0xA003000C;
+inline constexpr std::uint32_t file_exists = 0xA0030011;
+inline constexpr std::uint32_t invalid_argument = 0xA0030016;
+} // namespace error_code
+
+/// Turns a host's error record into an exception. Null and code 1 throw nothing. The record is
+/// destroyed and `error` set to null in every case.
+void throw_if_failed(zel_error_details_t*& error);
+
+/// Reports the exception being handled through `error` and gives the status to return. Call it from
+/// a catch block only.
+zel_status_t report_current_exception(zel_error_details_t** error) noexcept;
+
+/// The code of the exception being handled, for entries that give no error record. Call it from a
+/// catch block only.
+std::uint32_t code_of_current_exception() noexcept;
+
+/// Throws std::invalid_argument "argument '<name>' was not initialized" when `argument` is null.
+void check_argument(const void* argument, const char* name);
+
+/// Runs the body of an entry point; no exception leaves it. Gives 0, or the status of the exception
+/// that ended the body.
+template <typename Body>
+zel_status_t guarded(zel_error_details_t** error, Body&& body) noexcept {
+    try {
+        body();
+        return 0;
+    } catch (...) {
+        return report_current_exception(error);
+    }
+}
+
+} // namespace zel::runtime

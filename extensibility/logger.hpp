@@ -1,0 +1,59 @@
+// Log records on their way to the host.
+#pragma once
+
+#include <cstdarg>
+#include <cstdint>
+#include <memory>
+
+#include "zel/log.h"
+
+#if defined(__GNUC__)
+#define ZEL_PRINTF_LIKE(format_index, first_argument)                                              \
+    __attribute__((format(printf, format_index, first_argument)))
+#else
+#define ZEL_PRINTF_LIKE(format_index, first_argument)
+#endif
+
+namespace zel::extensibility::log {
+
+/// The levels that this plug-in uses; filtering is the host's.
+namespace level {
+inline constexpr std::uint32_t skipped = 200;   ///< a frame that is not for the decoder
+inline constexpr std::uint32_t malformed = 300; ///< a malformed or unusable frame, dropped
+inline constexpr std::uint32_t notable = 400;   ///< a one-time event
+} // namespace level
+
+/// Where a log record comes from.
+struct site {
+    const char* function; ///< fully qualified, without return type and parameters
+    const char* file;     ///< source path or name; the host gets the last component
+    std::uint32_t line;
+};
+
+/// The calling source line, in the function of this name.
+constexpr site here(const char* function, const char* file = __builtin_FILE(),
+                    std::uint32_t line = __builtin_LINE()) {
+    return {function, file, line};
+}
+
+/// Sends records to the host's logging service, which is borrowed.
+class logger : public std::enable_shared_from_this<logger> {
+public:
+    /// Throws std::runtime_error when the record or one of its fields is null.
+    explicit logger(const zel_log_t* log);
+
+    /// Formats one message printf-style, cut to 1023 characters, and sends it. Throws what the
+    /// host's error record says.
+    void log(std::uint32_t level, const char* module, const site& where, const char* format,
+             std::va_list arguments) const;
+
+private:
+    const zel_log_t* log_;
+};
+
+/// Logs one message, printf-style; does nothing without a logger.
+ZEL_PRINTF_LIKE(4, 5)
+void write(const std::shared_ptr<logger>& logger, std::uint32_t level, const site& where,
+           const char* format, ...);
+
+} // namespace zel::extensibility::log

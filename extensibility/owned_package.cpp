@@ -1,0 +1,60 @@
+#include "extensibility/owned_package.hpp"
+
+#include <algorithm>
+#include <new>
+#include <stdexcept>
+
+#include "extensibility/error_translation.hpp"
+
+namespace zel::extensibility {
+namespace {
+
+/// Takes over what a host's creation function gave out.
+owned_package take(const zel_allocator_t* allocator, zel_package_t* package,
+                   zel_error_details_t* error) {
+    owned_package owner(package, package_deleter{allocator});
+    runtime::throw_if_failed(error);
+    if (owner == nullptr)
+        throw std::runtime_error("failed to allocate 'zel_package_t' instance");
+    return owner;
+}
+
+} // namespace
+
+owned_package create_package(const zel_allocator_t* allocator, const char* format_type,
+                             std::size_t size) {
+    zel_package_t* package = nullptr;
+    zel_error_details_t* error = nullptr;
+    zel_package_create(allocator, size, &package, &error);
+    owned_package owner = take(allocator, package, error);
+    zel_package_assign_format_type(owner.get(), format_type, &error);
+    runtime::throw_if_failed(error);
+    return owner;
+}
+
+owned_package create_package_with_data(const zel_allocator_t* allocator, const char* format_type,
+                                       const void* data, std::size_t size) {
+    zel_package_t* package = nullptr;
+    zel_error_details_t* error = nullptr;
+    zel_package_create_assign_data(allocator, format_type, data, size, &package, &error);
+    return take(allocator, package, error);
+}
+
+std::uint8_t* package_data(const owned_package& package) {
+    if (package == nullptr)
+        throw std::invalid_argument("invalid package state");
+    return reinterpret_cast<std::uint8_t*>(package.get()) + sizeof(zel_package_t);
+}
+
+void hand_over(package_list& list, const zel_allocator_t& allocator, zel_package_t**& packages,
+               std::size_t& package_count) {
+    auto** const array = static_cast<zel_package_t**>(
+        allocator.allocate_array(list.size(), sizeof(zel_package_t*), allocator.context));
+    if (array == nullptr && !list.empty())
+        throw std::bad_alloc();
+    std::ranges::transform(list, array, [](owned_package& package) { return package.release(); });
+    packages = array;
+    package_count = list.size();
+}
+
+} // namespace zel::extensibility

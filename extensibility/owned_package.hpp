@@ -1,0 +1,44 @@
+// Output packages, owned until the host takes them over.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "zel/package.h"
+
+namespace zel::extensibility {
+
+/// Gives a package back to the host that made it.
+struct package_deleter {
+    const zel_allocator_t* allocator;
+    void operator()(zel_package_t* package) const noexcept {
+        zel_package_destroy(allocator, package, nullptr);
+    }
+};
+
+using owned_package = std::unique_ptr<zel_package_t, package_deleter>;
+
+/// The ordered result of one transformation.
+using package_list = std::vector<owned_package>;
+
+/// Creates a package of a format family with `size` bytes of uninitialised data. Throws what the
+/// host's error record says, and std::runtime_error when the host gives no package.
+owned_package create_package(const zel_allocator_t* allocator, const char* format_type,
+                             std::size_t size);
+
+/// As create_package, with a copy of `size` bytes from `data`.
+owned_package create_package_with_data(const zel_allocator_t* allocator, const char* format_type,
+                                       const void* data, std::size_t size);
+
+/// First data byte of a package. Throws std::invalid_argument for an empty owner.
+std::uint8_t* package_data(const owned_package& package);
+
+/// Hands the packages over: their pointers, in list order, go into an array of the host's
+/// allocator, and the list keeps empty owners. Throws std::bad_alloc, with nothing handed over,
+/// when there is no array for them.
+void hand_over(package_list& list, const zel_allocator_t& allocator, zel_package_t**& packages,
+               std::size_t& package_count);
+
+} // namespace zel::extensibility

@@ -1,0 +1,85 @@
+#include "host/loader/plugin.hpp"
+
+#include <stdexcept>
+#include <string>
+
+namespace zel::host {
+namespace {
+
+using dispatch_tables = std::vector<const zel_formatter_dispatch_table_t*>;
+
+bool collect(const zel_formatter_dispatch_table_t* dispatch_table, void* context) {
+    static_cast<dispatch_tables*>(context)->push_back(dispatch_table);
+    return true;
+}
+
+} // namespace
+
+plugin::plugin(const std::filesystem::path& file) : library_(file) {
+    metadata_ =
+        library_.function<zel_runtime_query_metadata_t>(ZEL_RUNTIME_QUERY_METADATA_EXPORT)();
+    library_.function<zel_enum_formatter_dispatch_table_t>(
+        ZEL_ENUM_FORMATTER_DISPATCH_TABLE_EXPORT)(&collect, &formatters_);
+}
+
+const zel_formatter_dispatch_table_t& plugin::formatter(std::string_view format_type) const {
+    for (const auto* const candidate : formatters_)
+        if (candidate->format_type == format_type)
+            return *candidate;
+    throw std::runtime_error("the plug-in has no formatter for '" + std::string(format_type) + "'");
+}
+
+formatter_instance::formatter_instance(const zel_formatter_dispatch_table_t& formatter,
+                                       const host_services& services)
+    : formatter_(formatter) {
+    zel_error_details_t* error = nullptr;
+    throw_if_failed(formatter_.create(&instance_, services.locator(), &error), error);
+    try {
+        error = nullptr;
+        throw_if_failed(formatter_.get_service_locator(instance_, &locator_, &error), error);
+        transformation_ = static_cast<const zel_formatter_raw_package_transformation_support_t*>(
+            resolve(ZEL_FORMATTER_RAW_PACKAGE_TRANSFORMATION_SUPPORT_SERVICE_TYPE));
+    } catch (...) {
+        formatter_.destroy(instance_);
+        throw;
+    }
+}
+
+formatter_instance::~formatter_instance() {
+    formatter_.destroy(instance_);
+}
+
+bool formatter_instance::offers(const char* service_type) const {
+    bool result = false;
+    zel_error_details_t* error = nullptr;
+    throw_if_failed(locator_->can_resolve(locator_->handle, service_type, &result, &error), error);
+    return result;
+}
+
+void formatter_instance::bind(void* data_source, const zel_data_source_provider_t& provider) {
+    if (!offers(ZEL_FORMATTER_DATA_SOURCE_BINDING_SERVICE_TYPE))
+        return;
+    const auto* const binding = static_cast<const zel_formatter_data_source_binding_t*>(
+        resolve(ZEL_FORMATTER_DATA_SOURCE_BINDING_SERVICE_TYPE));
+    zel_error_details_t* error = nullptr;
+    throw_if_failed(binding->bind(instance_, data_source, &provider, &error), error);
+}
+
+package_array formatter_instance::transform(const zel_raw_package_t& raw_package) {
+    zel_package_t** packages = nullptr;
+    std::size_t count = 0;
+    zel_error_details_t* error = nullptr;
+    throw_if_failed(transformation_->transform(instance_, &raw_package, &packages, &count,
+                                               &package_array::allocator(), &error),
+                    error);
+    return {packages, count};
+}
+
+void* formatter_instance::resolve(const char* service_type) const {
+    void* service = nullptr;
+    zel_error_details_t* error = nullptr;
+    throw_if_failed(locator_->resolve(locator_->handle, service_type, &service, &error), error);
+    return service;
+}
+
+} // namespace zel::host

@@ -1,0 +1,77 @@
+/* What a formatter plug-in offers: two exports, a dispatch record per formatter class, and the
+ * services of an instance. */
+#ifndef ZEL_FORMATTER_H
+#define ZEL_FORMATTER_H
+
+#include "zel/allocator.h"
+#include "zel/package.h"
+#include "zel/raw_package.h"
+#include "zel/service_locator.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Names under which an instance's service locator offers the records below. */
+#define ZEL_FORMATTER_RAW_PACKAGE_TRANSFORMATION_SUPPORT_SERVICE_TYPE                              \
+    "zel_formatter_raw_package_transformation_support_t"
+#define ZEL_FORMATTER_DATA_SOURCE_BINDING_SERVICE_TYPE "zel_formatter_data_source_binding_t"
+
+/* One formatter class. The record lives until the library is unloaded. */
+typedef struct zel_formatter_dispatch_table_t {
+    const char* format_type; /* identifier of the raw packages that the class takes */
+    /* Stores a new instance in *instance; the host owns it and gives it to `destroy`.
+     * `host_services` is borrowed until then and may be null. The caller owns *error. Any thread.
+     */
+    zel_status_t (*create)(void** instance, const zel_service_locator_t* host_services,
+                           zel_error_details_t** error);
+    /* Deletes an instance that no other call is using; null does nothing. Any thread. */
+    zel_status_t (*destroy)(void* instance);
+    /* Stores the instance's service locator in *target; it lives as long as the instance. A null
+     * instance gives null. The caller owns *error. Any thread. */
+    zel_status_t (*get_service_locator)(void* instance, zel_service_locator_t** target,
+                                        zel_error_details_t** error);
+} zel_formatter_dispatch_table_t;
+
+typedef struct zel_formatter_raw_package_transformation_support_t {
+    /* Decodes one borrowed raw package. On success *packages is an array of *package_count packages
+     * from the allocator, and the caller owns the array and each package; on failure neither is
+     * touched. `handle` is the instance. The caller owns *error. One thread. */
+    zel_status_t (*transform)(void* handle, const zel_raw_package_t* raw_package,
+                              zel_package_t*** packages, size_t* package_count,
+                              const zel_allocator_t* allocator, zel_error_details_t** error);
+} zel_formatter_raw_package_transformation_support_t;
+
+/* The host's data-source provider, 48 bytes that a plug-in copies and does not look into. */
+typedef struct zel_data_source_provider_t {
+    void* host[6];
+} zel_data_source_provider_t;
+
+typedef struct zel_formatter_data_source_binding_t {
+    /* Tells the instance where its data come from; `data_source` must outlive it, `provider` is
+     * borrowed and copied. `handle` is the instance. The caller owns *error. One thread. */
+    zel_status_t (*bind)(void* handle, void* data_source,
+                         const zel_data_source_provider_t* provider, zel_error_details_t** error);
+} zel_formatter_data_source_binding_t;
+
+/* Called for each formatter class; returning false ends the enumeration. */
+typedef bool (*zel_formatter_dispatch_table_callback_t)(
+    const zel_formatter_dispatch_table_t* dispatch_table, void* context);
+
+/* The two exports of a plug-in, by these names. */
+#define ZEL_ENUM_FORMATTER_DISPATCH_TABLE_EXPORT "zel_enum_formatter_dispatch_table"
+#define ZEL_RUNTIME_QUERY_METADATA_EXPORT "zel_runtime_query_metadata"
+
+/* Calls `callback` for each formatter class of the library, always in the same order. Any thread.
+ */
+typedef void (*zel_enum_formatter_dispatch_table_t)(
+    zel_formatter_dispatch_table_callback_t callback, void* context);
+
+/* Gives the library's static metadata text: key=value lines separated by line feeds. Any thread. */
+typedef const char* (*zel_runtime_query_metadata_t)(void);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

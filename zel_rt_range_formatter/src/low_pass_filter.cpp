@@ -1,0 +1,40 @@
+#include "zel_rt_range_formatter/src/low_pass_filter.hpp"
+
+#include <algorithm>
+
+namespace zel::toolbox::rt_range {
+namespace {
+
+constexpr std::size_t order = 12;
+
+// Rounded decimals, used exactly as written: the gain at rest is therefore not 1.
+constexpr std::array<double, order + 1> b{7e-11,     8.9e-10,   4.9e-09,   1.635e-08, 3.678e-08,
+                                          5.885e-08, 6.866e-08, 5.885e-08, 3.678e-08, 1.635e-08,
+                                          4.9e-09,   8.9e-10,   7e-11};
+constexpr std::array<double, order + 1> a{1.0,       -9.5936,  42.3846,   -113.9982, 207.8427,
+                                          -270.5559, 257.7919, -181.1231, 93.1152,   -34.155,
+                                          8.4836,    -1.281,   0.0889};
+
+} // namespace
+
+void low_pass_filter(const sample_batch& input, sample_batch& output) {
+    for (std::size_t key = 0; key < sample_key_count; ++key)
+        output[0][key] = b[0] * input[0][key];
+    // The order of the additions decides the last bits: each sum runs over ascending k, and the two
+    // are subtracted once.
+    for (std::size_t n = 1; n < batch_size; ++n) {
+        sample_row forward{};
+        sample_row feedback{};
+        const std::size_t reach = std::min(n, order);
+        for (std::size_t k = 0; k <= reach; ++k)
+            for (std::size_t key = 0; key < sample_key_count; ++key)
+                forward[key] += b[k] * input[n - k][key];
+        for (std::size_t k = 1; k <= reach; ++k)
+            for (std::size_t key = 0; key < sample_key_count; ++key)
+                feedback[key] += a[k] * output[n - k][key];
+        for (std::size_t key = 0; key < sample_key_count; ++key)
+            output[n][key] = forward[key] - feedback[key];
+    }
+}
+
+} // namespace zel::toolbox::rt_range

@@ -1,0 +1,15 @@
+// The part of an NCOM packet whose meaning changes from packet to packet.
+#pragma once
+
+#include <cstdint>
+
+#include "zel_rt_range_formatter/src/ncom_unit_record.hpp"
+
+namespace zel::toolbox::rt_range {
+
+/// Decodes the eight data bytes of a status channel into the record; an unknown channel changes
+/// nothing.
+void decode_ncom_status_channel(std::uint8_t channel, const std::uint8_t* data,
+                                ncom_unit_record& record);
+
+} // namespace zel::toolbox::rt_range

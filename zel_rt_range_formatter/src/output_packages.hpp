@@ -1,0 +1,16 @@
+// Decoded records on their way to the host.
+#pragma once
+
+#include <cstdint>
+
+#include "zel_rt_range_formatter/src/ncom_unit_record.hpp"
+#include "zel_rt_range_formatter/src/pass_through.hpp"
+
+namespace zel::toolbox::rt_range {
+
+/// Appends an 873-byte "zel.rtrange" package: the unit's tag, then its record. `unit` is 0 to 4.
+/// Throws what the host's functions report.
+void create_ncom_package(const ncom_unit_record& record, std::uint32_t unit,
+                         const pass_through& values);
+
+} // namespace zel::toolbox::rt_range

@@ -1,0 +1,67 @@
+#include "zel_rt_range_formatter/src/rt_range_ethernet_formatter.hpp"
+
+#include <utility>
+
+#include "extensibility/dispatch_table.hpp"
+#include "extensibility/format_type.hpp"
+#include "zel_rt_range_formatter/src/dispatch_tables.hpp"
+
+namespace zel::toolbox::rt_range {
+
+zel_formatter_dispatch_table_t rt_range_ethernet_formatter_dispatch_table =
+    extensibility::transform::dispatch_table<rt_range_ethernet_formatter>(
+        extensibility::format_type_code::eth_rtrange);
+
+namespace {
+
+namespace log = extensibility::log;
+namespace level = extensibility::log::level;
+
+constexpr std::uint64_t vehicle_bus_header_size = 16;
+
+constexpr const char* process_function =
+    "zel::toolbox::rt_range::rt_range_ethernet_formatter::process_rt_range_data";
+
+} // namespace
+
+rt_range_ethernet_formatter::rt_range_ethernet_formatter(
+    std::shared_ptr<runtime::service_locator> host_services)
+    : formatter(std::move(host_services)), rt_range_formatter_base(host_log()) {
+    reset();
+}
+
+extensibility::package_list
+rt_range_ethernet_formatter::format(const zel_raw_package_t* raw_package,
+                                    const zel_allocator_t* allocator) {
+    runtime::check_argument(raw_package, "raw_package");
+    runtime::check_argument(allocator, "allocator");
+    extensibility::package_list packages;
+    process_rt_range_data(*raw_package, packages, allocator);
+    return packages;
+}
+
+bool rt_range_ethernet_formatter::process_rt_range_data(const zel_raw_package_t& raw_package,
+                                                        extensibility::package_list& packages,
+                                                        const zel_allocator_t* allocator) {
+    const std::uint64_t size = raw_package.size;
+    if (size < vehicle_bus_header_size) {
+        log::write(host_log(), level::malformed, log::here(process_function),
+                   "Unexpected Vehicle bus header (Expected at least = %u, Received size = %u).",
+                   static_cast<unsigned>(vehicle_bus_header_size), static_cast<unsigned>(size));
+        return false;
+    }
+    const auto* const data =
+        reinterpret_cast<const std::uint8_t*>(&raw_package) + sizeof(raw_package);
+    const std::uint8_t* const frame = data + vehicle_bus_header_size;
+    const std::uint64_t frame_size = size - vehicle_bus_header_size;
+    if (frame_size < ethernet_header_size) {
+        log::write(host_log(), level::malformed, log::here(process_function),
+                   "Unexpected Ethernet frame size (Expected at least = %u, Received size = %u).",
+                   static_cast<unsigned>(ethernet_header_size), static_cast<unsigned>(frame_size));
+        return false;
+    }
+    return rt_range_formatter_base::process_rt_range_data(
+        frame, frame_size, pass_through_of(raw_package, packages, allocator));
+}
+
+} // namespace zel::toolbox::rt_range

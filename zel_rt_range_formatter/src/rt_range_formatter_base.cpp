@@ -1,0 +1,172 @@
+#include "zel_rt_range_formatter/src/rt_range_formatter_base.hpp"
+
+#include <utility>
+
+#include "zel_rt_range_formatter/src/ncom_packet.hpp"
+#include "zel_rt_range_formatter/src/output_packages.hpp"
+#include "zel_rt_range_formatter/src/rcom_packet.hpp"
+
+namespace zel::toolbox::rt_range {
+namespace {
+
+namespace log = extensibility::log;
+namespace level = extensibility::log::level;
+
+constexpr std::uint16_t ipv4_ethertype = 0x0800;
+constexpr std::uint8_t udp_protocol = 17;
+constexpr std::uint32_t throttle_period = 100;
+
+/// Hosts sort log records by these line numbers, so they stay whatever happens to this file.
+constexpr log::site site(std::uint32_t fixed_line) {
+    return {"zel::toolbox::rt_range::rt_range_formatter_base::process_rt_range_data",
+            "rt_range_formatter_base.cpp", fixed_line};
+}
+
+/// Logs the first of every hundred frames of one kind of foreign traffic. The counter advances
+/// last: a host that fails to log gets the record again with the next frame.
+template <typename... Arguments>
+void write_throttled(std::uint32_t& counter, const std::shared_ptr<log::logger>& logger,
+                     std::uint32_t fixed_line, const char* format, Arguments... arguments) {
+    if (counter == 0)
+        log::write(logger, level::skipped, site(fixed_line), format, arguments...);
+    counter = (counter + 1) % throttle_period;
+}
+
+unsigned low_32_bits(std::uint64_t size) {
+    return static_cast<unsigned>(size);
+}
+
+} // namespace
+
+rt_range_formatter_base::rt_range_formatter_base(std::shared_ptr<log::logger> logger)
+    : logger_(std::move(logger)) {}
+
+void rt_range_formatter_base::reset() {
+    hunter_record_ = {};
+    target_records_ = {};
+    rcom_record_ = {};
+    hunter_ip_ = 0;
+    target_ips_ = {};
+    ncom_last_time_ms_ = {};
+    heading_filter_ = {};
+    buffered_samples_ = 0;
+}
+
+bool rt_range_formatter_base::process_rt_range_data(const std::uint8_t* frame,
+                                                    std::uint64_t frame_size,
+                                                    const pass_through& values) {
+    const auto datagram = dissect(frame, frame_size, values.reference_timestamp);
+    if (!datagram)
+        return false;
+    follow_time(values.reference_timestamp);
+    return datagram->destination_port == ncom_port ? process_ncom_datagram(*datagram, values)
+                                                   : process_rcom_datagram(*datagram, values);
+}
+
+std::optional<datagram> rt_range_formatter_base::dissect(const std::uint8_t* frame,
+                                                         std::uint64_t frame_size,
+                                                         std::uint64_t reference_timestamp) {
+    if (frame[12] != ipv4_ethertype >> 8 || frame[13] != (ipv4_ethertype & 0xFF)) {
+        write_throttled(not_ipv4_log_counter_, logger_, 44,
+                        "RT-Range: Received an Ethernet frame which does not have IPv4 data. "
+                        "Discarding the package. Reference timestamp : %lu",
+                        static_cast<unsigned long>(reference_timestamp));
+        return std::nullopt;
+    }
+    const std::uint64_t ip_size = frame_size - ethernet_header_size;
+    if (ip_size < ip_header_size) {
+        log::write(logger_, level::malformed, site(55),
+                   "Unexpected IP frame size (Expected at least = %u, Received size = %u).",
+                   low_32_bits(ip_header_size), low_32_bits(ip_size));
+        return std::nullopt;
+    }
+    if (frame[ethernet_header_size + 9] != udp_protocol) {
+        write_throttled(not_udp_log_counter_, logger_, 68, "RT-Range: Not UDP payload.");
+        return std::nullopt;
+    }
+    const std::uint64_t udp_size = ip_size - ip_header_size;
+    if (udp_size < udp_header_size) {
+        log::write(logger_, level::malformed, site(79),
+                   "Unexpected UDP frame size (Expected at least = %u, Received size = %u).",
+                   low_32_bits(udp_header_size), low_32_bits(udp_size));
+        return std::nullopt;
+    }
+    const datagram datagram = read_datagram(frame, frame_size);
+    if (datagram.destination_port != ncom_port && datagram.destination_port != rcom_port) {
+        write_throttled(not_rt_range_port_log_counter_, logger_, 102,
+                        "RT-Range: Not NCOM or RCOM port data.");
+        return std::nullopt;
+    }
+    return datagram;
+}
+
+/// A replay that jumps backwards starts afresh.
+void rt_range_formatter_base::follow_time(std::uint64_t reference_timestamp) {
+    if (reference_timestamp < last_reference_timestamp_)
+        reset();
+    last_reference_timestamp_ = reference_timestamp;
+}
+
+bool rt_range_formatter_base::process_ncom_datagram(const datagram& datagram,
+                                                    const pass_through& values) {
+    if (datagram.payload_size < ncom_packet_size) {
+        log::write(logger_, level::malformed, site(123),
+                   "Unexpected NCOM frame size (Expected at least = %u, Received size = %u).",
+                   low_32_bits(ncom_packet_size), low_32_bits(datagram.payload_size));
+        return false;
+    }
+    if (is_structure_b(datagram.payload)) {
+        log::write(logger_, level::malformed, site(132), "NCOM structure B is not supported.");
+        return false;
+    }
+    if (datagram.payload[0] != ncom_sync_byte) {
+        log::write(logger_, level::malformed, site(139),
+                   "Invalid sync byte. Expected = %u, Received = %u.", unsigned{ncom_sync_byte},
+                   unsigned{datagram.payload[0]});
+        return false;
+    }
+    const std::uint32_t unit = unit_of(datagram.source_ip);
+    current_unit_index_ = unit;
+    ncom_unit_record& record = unit_record(unit);
+    charge(record.endpoint, datagram);
+    process_ncom(datagram.payload, unit, values);
+    create_ncom_package(record, unit, values);
+    return true;
+}
+
+bool rt_range_formatter_base::process_rcom_datagram(const datagram& datagram, const pass_through&) {
+    if (datagram.payload_size < rcom_header_size) {
+        log::write(logger_, level::malformed, site(185),
+                   "Unexpected RCOM frame header size (Expected at least = %u, Received size = "
+                   "%u).",
+                   low_32_bits(rcom_header_size), low_32_bits(datagram.payload_size));
+        return false;
+    }
+    if (datagram.payload[0] != rcom_sync_byte) {
+        log::write(logger_, level::skipped, site(193), "Not valid RCOM sync byte.");
+        return false;
+    }
+    // Counted before the type is looked at: ignored and invalid types count too.
+    charge(rcom_record_.endpoint, datagram);
+    const std::uint8_t packet_type = datagram.payload[1];
+    if (packet_type > last_rcom_packet_type)
+        log::write(logger_, level::malformed, site(263),
+                   "Invalid RT-Range packet received. packet type = %u", unsigned{packet_type});
+    return false;
+}
+
+/// The unit that sends from this address; the hunter for an address that nobody has claimed.
+std::uint32_t rt_range_formatter_base::unit_of(std::uint32_t source_ip) const {
+    if (source_ip == hunter_ip_)
+        return hunter;
+    for (std::uint32_t target = 1; target <= target_count; ++target)
+        if (source_ip == target_ips_[target - 1])
+            return target;
+    return hunter;
+}
+
+ncom_unit_record& rt_range_formatter_base::unit_record(std::uint32_t unit) {
+    return unit == hunter ? hunter_record_ : target_records_[unit - 1];
+}
+
+} // namespace zel::toolbox::rt_range
