@@ -1,0 +1,68 @@
+// The truth behind a simulated run: several vehicles on one track.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace zel::simulation {
+
+/// Motion of one vehicle at one moment; all derivatives belong to each other.
+struct vehicle_motion {
+    double north; ///< m from the start of the track
+    double east;
+    double velocity_north; ///< m/s
+    double velocity_east;
+    double acceleration_north; ///< m/s²
+    double acceleration_east;
+    double heading;  ///< rad
+    double yaw_rate; ///< rad/s
+};
+
+/// A target as the hunter sees it: in the hunter's axes, lateral to the right.
+struct relative_motion {
+    double range_longitudinal; ///< m
+    double range_lateral;
+    double range_rate_longitudinal; ///< m/s, the derivatives of the ranges
+    double range_rate_lateral;
+    double acceleration_longitudinal; ///< m/s², of the target relative to the hunter
+    double acceleration_lateral;
+};
+
+struct geographic_position {
+    double latitude;  ///< rad
+    double longitude; ///< rad
+    double altitude;  ///< m
+};
+
+/// A hunter that follows up to four targets along a track that is straight at first and then bends
+/// gently. The seed chooses gaps and speeds.
+///
+/// The headings are chosen so that the decoder's heading filter lets all of them pass: the vehicles
+/// start side by side with one and the same heading just below a whole degree, only ever turn away
+/// from it, and never differ by five degrees.
+class scenario {
+public:
+    scenario(std::uint64_t seed, std::size_t targets);
+
+    /// Unit 0 is the hunter; the time counts seconds from the start.
+    vehicle_motion unit(std::size_t unit, double time) const;
+    relative_motion target(std::size_t target, double time) const;
+
+    static geographic_position geographic(const vehicle_motion& motion);
+
+private:
+    /// Motion along the track's axis: the sum of a steady drive and a slow wave.
+    struct drive {
+        double start;
+        double speed;
+        double wave_amplitude; ///< m
+        double wave_frequency; ///< rad/s
+        double lateral_offset; ///< m, to the east of the track's axis
+    };
+
+    std::vector<drive> drives_;
+};
+
+} // namespace zel::simulation

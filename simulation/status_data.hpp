@@ -1,0 +1,40 @@
+// Plausible contents of the status channels.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "simulation/ethernet_frame.hpp"
+#include "simulation/scenario.hpp"
+
+namespace zel::simulation {
+
+using status_data = std::array<std::uint8_t, 8>;
+
+/// Status channel of the n-th NCOM packet of a unit: they take turns.
+std::uint8_t ncom_channel_in_turn(std::uint64_t n);
+
+/// Data of an NCOM status channel; `gps_minutes` count from 1980-01-06.
+status_data ncom_status_data(std::uint8_t channel, std::int32_t gps_minutes);
+
+/// Status channel of the n-th extended range packet of a target: all 22 take turns, and the first one
+/// names the addresses.
+std::uint8_t rcom_channel_in_turn(std::uint64_t n);
+
+/// What an extended range packet knows about its two vehicles.
+struct vehicle_pair {
+    ip_address hunter_address;
+    ip_address target_address;
+    vehicle_motion hunter;
+    vehicle_motion target;
+    std::int32_t gps_minutes;
+};
+
+/// Data of a status channel of the extended range packet.
+status_data rcom_status_data(std::uint8_t channel, const vehicle_pair& pair);
+
+/// Status channel of the n-th lane packet, and its data.
+std::uint8_t lane_channel_in_turn(std::uint64_t n);
+status_data lane_status_data(std::uint8_t channel, const vehicle_motion& hunter);
+
+} // namespace zel::simulation

@@ -1,0 +1,59 @@
+#include "tools/rtrange/capture_reader.hpp"
+
+#include <array>
+#include <cstdio>
+
+#include <fmt/format.h>
+#include <pcap/pcap.h>
+
+#include "tools/rtrange/failure.hpp"
+
+namespace rtrange {
+
+void capture_reader::closer::operator()(pcap* capture) const { pcap_close(capture); }
+
+capture_reader::capture_reader(const std::filesystem::path& file) : file_(file) {
+    std::error_code ignored;
+    if (std::filesystem::is_directory(file, ignored))
+        throw failure(fmt::format("'{}' is a folder; name a capture file", file.string()));
+    if (std::filesystem::is_regular_file(file, ignored) &&
+        std::filesystem::file_size(file, ignored) == 0)
+        throw failure(fmt::format("'{}' is empty; record a capture again", file.string()));
+
+    std::array<char, PCAP_ERRBUF_SIZE> reason{};
+    capture_.reset(pcap_open_offline_with_tstamp_precision(
+        file.c_str(), PCAP_TSTAMP_PRECISION_NANO, reason.data()));
+    if (capture_ == nullptr)
+        throw failure(fmt::format("cannot read '{}' as a pcap or pcapng capture: {}", file.string(),
+                                  reason.data()));
+    const int link_type = pcap_datalink(capture_.get());
+    if (link_type != DLT_EN10MB) {
+        const char* const name = pcap_datalink_val_to_name(link_type);
+        throw failure(fmt::format(
+            "'{}' holds frames of link type {}, not Ethernet; record on an Ethernet interface",
+            file.string(), name != nullptr ? name : std::to_string(link_type)));
+    }
+}
+
+std::optional<captured_frame> capture_reader::next() {
+    pcap_pkthdr* header = nullptr;
+    const u_char* bytes = nullptr;
+    const int result = pcap_next_ex(capture_.get(), &header, &bytes);
+    if (result == PCAP_ERROR_BREAK)
+        return std::nullopt;
+    if (result != 1)
+        throw broken_capture(fmt::format("'{}' is broken after frame {}: {}", file_.string(),
+                                         frames_, pcap_geterr(capture_.get())));
+    ++frames_;
+    // With nanosecond precision, tv_usec counts nanoseconds.
+    const auto seconds = static_cast<std::uint64_t>(header->ts.tv_sec);
+    const auto nanoseconds = static_cast<std::uint64_t>(header->ts.tv_usec);
+    return captured_frame{seconds * 1'000'000'000 + nanoseconds, {bytes, header->caplen}};
+}
+
+std::uint64_t capture_reader::position() const {
+    const long position = std::ftell(pcap_file(capture_.get()));
+    return position > 0 ? static_cast<std::uint64_t>(position) : 0;
+}
+
+} // namespace rtrange

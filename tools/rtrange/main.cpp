@@ -1,0 +1,98 @@
+// rtrange: decodes captures of an RT-Range system with the formatter plug-in.
+
+#include <cstdio>
+#include <exception>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include "tools/rtrange/decode_command.hpp"
+#include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/fields_command.hpp"
+#include "tools/rtrange/info_command.hpp"
+#include "tools/rtrange/plugin_file.hpp"
+#include "tools/rtrange/simulate_command.hpp"
+#include "version.hpp"
+
+namespace {
+
+using namespace rtrange;
+
+int run(int argc, char** argv) {
+    CLI::App app("Decodes network captures of an RT-Range hunter/target system.", "rtrange");
+    app.set_version_flag("--version", ZEL_VERSION);
+    app.require_subcommand(1);
+
+    decode_options decode_arguments;
+    decode_arguments.plugin = default_plugin_file();
+    CLI::App* const decode_app = app.add_subcommand("decode", "Decode captures into CSV tables");
+    decode_app->add_option("CAPTURE", decode_arguments.captures, "pcap or pcapng files")
+        ->required();
+    decode_app
+        ->add_option("-o,--output", decode_arguments.output, "Folder of the tables; created")
+        ->capture_default_str();
+    decode_app
+        ->add_option("--format", decode_arguments.format, "Raw packages to wrap the frames in")
+        ->check(CLI::IsMember({"zel.rtrange", "zel.eth.rtrange"}))
+        ->capture_default_str();
+    decode_app->add_option("--plugin", decode_arguments.plugin,
+                           "Plug-in file; the one beside this program by default");
+
+    std::filesystem::path info_plugin = default_plugin_file();
+    CLI::App* const info_app = app.add_subcommand("info", "Show what a plug-in says about itself");
+    info_app->add_option("PLUGIN", info_plugin,
+                         "Plug-in file; the one beside this program by default");
+
+    CLI::App* const fields_app =
+        app.add_subcommand("fields", "Show the fields of the decoded records");
+
+    simulate_options simulate_arguments;
+    auto& traffic = simulate_arguments.traffic;
+    CLI::App* const simulate_app =
+        app.add_subcommand("simulate", "Write the capture of a simulated car-following run");
+    simulate_app->add_option("CAPTURE", simulate_arguments.output, "pcap file to write")
+        ->required();
+    simulate_app->add_option("--duration", traffic.duration_s, "Seconds")
+        ->check(CLI::Range(1, 86400))
+        ->capture_default_str();
+    simulate_app->add_option("--rate", traffic.rate_hz, "Packets per unit and second")
+        ->check(CLI::Range(1, 1000))
+        ->capture_default_str();
+    simulate_app->add_option("--targets", traffic.targets, "Number of targets")
+        ->check(CLI::Range(1, 4))
+        ->capture_default_str();
+    simulate_app
+        ->add_option("--wrapped-every", traffic.wrapped_every,
+                     "Wrap every n-th target NCOM packet in RCOM; 0 wraps none")
+        ->capture_default_str();
+    simulate_app->add_option("--seed", traffic.seed, "Same seed, same bytes")
+        ->capture_default_str();
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? exit_success : exit_usage;
+    }
+
+    if (*decode_app)
+        return decode(decode_arguments);
+    if (*info_app)
+        print_info(info_plugin);
+    if (*fields_app)
+        print_fields();
+    if (*simulate_app)
+        simulate(simulate_arguments);
+    return exit_success;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) {
+        std::fflush(stdout);
+        fmt::print(stderr, "rtrange: {}\n", error.what());
+        return exit_failure;
+    }
+}

@@ -1,0 +1,35 @@
+#include "tools/rtrange/simulate_command.hpp"
+
+#include <fmt/format.h>
+
+#include "tools/rtrange/capture_writer.hpp"
+#include "tools/rtrange/progress_bar.hpp"
+
+namespace rtrange {
+
+void simulate(const simulate_options& options) {
+    const zel::simulation::traffic_options& traffic = options.traffic;
+    fmt::print("Simulating {} s: a hunter and {} target{} at {} Hz, seed {}\n", traffic.duration_s,
+               traffic.targets, traffic.targets == 1 ? "" : "s", traffic.rate_hz, traffic.seed);
+    std::fflush(stdout);
+
+    capture_writer capture(options.output);
+    const zel::simulation::scenario scenario(traffic.seed, traffic.targets);
+    const std::uint64_t ticks = tick_count(traffic);
+    std::uint64_t frames = 0;
+    {
+        progress_bar progress("Simulating", ticks);
+        for (std::uint64_t tick = 0; tick < ticks; ++tick) {
+            send_tick(traffic, scenario, tick,
+                      [&](std::uint64_t time_ns, std::span<const std::uint8_t> frame) {
+                          capture.write(time_ns, frame);
+                          ++frames;
+                      });
+            progress.update(tick);
+        }
+    }
+    capture.close();
+    fmt::print("{} frames in {}\n", frames, options.output.string());
+}
+
+} // namespace rtrange

@@ -1,0 +1,18 @@
+// rtrange simulate: a capture without the vehicles.
+#pragma once
+
+#include <filesystem>
+
+#include "simulation/simulated_traffic.hpp"
+
+namespace rtrange {
+
+struct simulate_options {
+    std::filesystem::path output;
+    zel::simulation::traffic_options traffic;
+};
+
+/// Writes the capture of a simulated run. Throws failure when it cannot be written.
+void simulate(const simulate_options& options);
+
+} // namespace rtrange

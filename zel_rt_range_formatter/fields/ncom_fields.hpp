@@ -1,0 +1,13 @@
+// The fields of the NCOM unit record.
+#pragma once
+
+#include <span>
+
+#include "zel_rt_range_formatter/fields/field.hpp"
+
+namespace zel::toolbox::rt_range {
+
+/// All fields in order of their offsets; they cover the record's 869 bytes.
+std::span<const field> ncom_fields();
+
+} // namespace zel::toolbox::rt_range
