@@ -1,1 +1,70 @@
+// Log records as the host receives them.
+
 #include <gtest/gtest.h>
+
+#include "tests/harness/frames.hpp"
+
+namespace {
+
+using namespace harness;
+
+/// Has the host describe the raw package's state with this text, which the plug-in logs.
+std::vector<log_record> log_of_description(instance& subject, const std::string& description) {
+    recording_zelc_t& zelc = *recording_zelc();
+    zelc.state_record = true;
+    zelc.state_code = 7;
+    zelc.state_description = description.c_str();
+    const auto logs = subject.transform({}).logs;
+    zelc.state_record = false;
+    return logs;
+}
+
+TEST(logging, a_record_names_its_origin) {
+    instance subject;
+    const auto logs = log_of_description(subject, "worn out");
+    ASSERT_EQ(logs.size(), 2U);
+    EXPECT_EQ(logs[0].message, "worn out");
+    EXPECT_EQ(logs[1].message, "Package state error.");
+    for (const log_record& record : logs) {
+        EXPECT_EQ(record.level, 300U);
+        EXPECT_EQ(record.module, plugin_file_name());
+        EXPECT_EQ(record.file, "rt_range_formatter.cpp");
+        EXPECT_EQ(record.function, "zel::toolbox::rt_range::rt_range_formatter::format");
+        EXPECT_GT(record.line, 0U);
+        EXPECT_EQ(record.reserved, 0U);
+    }
+    EXPECT_LT(logs[0].line, logs[1].line);
+}
+
+TEST(logging, a_message_is_cut_after_1023_characters) {
+    instance subject;
+    for (const std::size_t size : {1U, 1022U, 1023U, 1024U, 1025U, 5000U}) {
+        const std::string text(size, 'x');
+        EXPECT_EQ(log_of_description(subject, text).at(0).message, text.substr(0, 1023));
+    }
+}
+
+TEST(logging, the_hosts_description_is_the_format) {
+    instance subject;
+    EXPECT_EQ(log_of_description(subject, "100 %% worn").at(0).message, "100 % worn");
+}
+
+TEST(logging, a_host_without_a_log_changes_nothing_else) {
+    host_services services;
+    services.offers_log = false;
+    void* handle = nullptr;
+    ASSERT_EQ(recorder_formatter().create(&handle, &services.locator, nullptr), 0U);
+    {
+        instance subject;
+        std::swap(subject.handle, handle);
+        const outcome refused = subject.transform(recorder_package(bytes(10)));
+        EXPECT_EQ(refused.status, 0U);
+        EXPECT_TRUE(refused.packages.empty());
+        EXPECT_EQ(subject.decode(ncom_frame(ncom_packet{})).packages.size(), 2U);
+        EXPECT_TRUE(services.logs.empty());
+        std::swap(subject.handle, handle);
+    }
+    EXPECT_EQ(recorder_formatter().destroy(handle), 0U);
+}
+
+} // namespace

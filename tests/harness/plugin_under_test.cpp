@@ -110,8 +110,12 @@ const zel_enum_formatter_dispatch_table_t enum_formatters =
 const zel_runtime_query_metadata_t query_metadata =
     library().function<zel_runtime_query_metadata_t>("zel_runtime_query_metadata");
 
-const zel_formatter_dispatch_table_t& recorder_formatter() { return *formatters().at(0); }
-const zel_formatter_dispatch_table_t& ethernet_formatter() { return *formatters().at(1); }
+const zel_formatter_dispatch_table_t& recorder_formatter() {
+    return *formatters().at(0);
+}
+const zel_formatter_dispatch_table_t& ethernet_formatter() {
+    return *formatters().at(1);
+}
 
 error take_error(zel_error_details_t* details) {
     if (details == nullptr)
@@ -130,8 +134,7 @@ std::vector<package> outcome::decoded() const {
     return result;
 }
 
-host_services::host_services()
-    : locator{&resolve, &can_resolve, this}, log{&harness::log, this} {}
+host_services::host_services() : locator{&resolve, &can_resolve, this}, log{&harness::log, this} {}
 
 bytes raw_package::block() const {
     bytes block(sizeof(zel_raw_package_t) + data.size(), 0xEE);
@@ -181,9 +184,9 @@ outcome instance::transform(const raw_package& raw) {
     services.logs.clear();
 
     outcome result;
-    result.status = transformation->transform(
-        handle, reinterpret_cast<const zel_raw_package_t*>(block.data()), &packages, &count,
-        &allocator, &error);
+    result.status =
+        transformation->transform(handle, reinterpret_cast<const zel_raw_package_t*>(block.data()),
+                                  &packages, &count, &allocator, &error);
     result.error = take_error(error);
     result.logs = services.logs;
     if (result.status != 0) {

@@ -57,7 +57,9 @@ zel_package_t* new_package(std::size_t size) {
 
 extern "C" {
 
-recording_zelc_t* recording_zelc() { return &state; }
+recording_zelc_t* recording_zelc() {
+    return &state;
+}
 
 const char* recording_format_type(const zel_package_t* package) {
     return prefix_of(package).format_type;
@@ -78,7 +80,9 @@ zel_status_t zel_error_details_create(zel_error_details_t** target, std::uint32_
     return code;
 }
 
-std::uint32_t zel_error_details_get_code(const zel_error_details_t* error) { return error->code; }
+std::uint32_t zel_error_details_get_code(const zel_error_details_t* error) {
+    return error->code;
+}
 
 const char* zel_error_details_get_description(const zel_error_details_t* error) {
     return error->has_description ? error->description.c_str() : nullptr;
