@@ -35,15 +35,21 @@ public:
         unregister_service(ZEL_FORMATTER_RAW_PACKAGE_TRANSFORMATION_SUPPORT_SERVICE_TYPE);
     }
 
-    /// Decodes one raw package into output packages; the host gets them in this order. Checks both
-    /// pointers.
-    virtual package_list format(const zel_raw_package_t* raw_package,
-                                const zel_allocator_t* allocator) = 0;
+    /// Decodes one raw package and appends the output packages to the list; the host gets them in
+    /// this order. Checks both pointers.
+    virtual void format(package_list& packages, const zel_raw_package_t* raw_package,
+                        const zel_allocator_t* allocator) = 0;
 
     /// The host's log; empty if it offers none.
     const std::shared_ptr<log::logger>& host_log() const { return logger_; }
 
 private:
+    /// Destroys what was not handed over, however the transformation ends.
+    struct emptied_at_the_end {
+        package_list& packages;
+        ~emptied_at_the_end() { packages.clear(); }
+    };
+
     static zel_status_t transform(void* handle, const zel_raw_package_t* raw_package,
                                   zel_package_t*** packages, std::size_t* package_count,
                                   const zel_allocator_t* allocator, zel_error_details_t** error) {
@@ -52,14 +58,17 @@ private:
             runtime::check_argument(packages, "packages");
             runtime::check_argument(package_count, "package_count");
             runtime::check_argument(allocator, "allocator");
-            package_list list = static_cast<T*>(handle)->format(raw_package, allocator);
-            hand_over(list, *allocator, *packages, *package_count);
+            formatter& instance = *static_cast<T*>(handle);
+            const emptied_at_the_end cleanup{instance.packages_};
+            instance.format(instance.packages_, raw_package, allocator);
+            hand_over(instance.packages_, *allocator, *packages, *package_count);
         });
     }
 
     zel_formatter_raw_package_transformation_support_t transformation_support_;
     std::shared_ptr<runtime::service_locator> host_services_;
     std::shared_ptr<log::logger> logger_;
+    package_list packages_; ///< empty between calls; kept for its storage
 };
 
 } // namespace zel::extensibility::transform

@@ -11,7 +11,7 @@ namespace {
 
 /// Takes over what a host's creation function gave out.
 owned_package take(const zel_allocator_t* allocator, zel_package_t* package,
-                   zel_error_details_t* error) {
+                   zel_error_details_t*& error) {
     owned_package owner(package, package_deleter{allocator});
     runtime::throw_if_failed(error);
     if (owner == nullptr)

@@ -30,9 +30,9 @@ class throwing_formatter : public extensibility::transform::formatter<throwing_f
 public:
     explicit throwing_formatter(std::shared_ptr<runtime::service_locator> host_services)
         : formatter(std::move(host_services)) {}
-    extensibility::package_list format(const zel_raw_package_t*, const zel_allocator_t*) override {
+    void format(extensibility::package_list&, const zel_raw_package_t*,
+                const zel_allocator_t*) override {
         action();
-        return {};
     }
 };
 
@@ -51,7 +51,7 @@ std::vector<translation> translations() {
     const auto system_error = [](int value, const std::error_category& category) {
         return [value, &category] { throw std::system_error(value, category, "io"); };
     };
-    const auto text = [](int value, const std::error_category& category) {
+    const auto text = [](int value, const std::error_category& category) -> std::string {
         return std::system_error(value, category, "io").what();
     };
     return {

@@ -171,6 +171,7 @@ instance::~instance() {
     EXPECT_EQ(formatter_.destroy(handle), 0U);
     EXPECT_EQ(recording_zelc()->live_packages, 0);
     EXPECT_EQ(recording_zelc()->live_errors, 0);
+    EXPECT_EQ(recording_zelc()->unclean_error_targets, 0);
     EXPECT_EQ(live_arrays, 0);
     *recording_zelc() = {};
 }

@@ -28,6 +28,8 @@ package_prefix& prefix_of(const zel_package_t* package) {
 
 /// Counts the call; true when it is the one to fail.
 bool fails(zel_error_details_t** error) {
+    if (*error != nullptr)
+        ++state.unclean_error_targets;
     if (state.notes)
         zel_error_details_create(error, 1, "just a note");
     return ++state.calls == state.failing_call;

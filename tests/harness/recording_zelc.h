@@ -19,6 +19,8 @@ typedef struct recording_zelc_t {
     /* Accounts of what the plug-in was given and has not given back. */
     int live_packages;
     int live_errors;
+    /* Calls whose error target was not null at their start. */
+    int unclean_error_targets;
 
     /* Failing calls: package creation, with or without data, and format assignment count as one
      * sequence; the call with this number, from 1, fails; 0 fails none. */

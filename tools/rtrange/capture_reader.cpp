@@ -10,7 +10,9 @@
 
 namespace rtrange {
 
-void capture_reader::closer::operator()(pcap* capture) const { pcap_close(capture); }
+void capture_reader::closer::operator()(pcap* capture) const {
+    pcap_close(capture);
+}
 
 capture_reader::capture_reader(const std::filesystem::path& file) : file_(file) {
     std::error_code ignored;
@@ -21,8 +23,8 @@ capture_reader::capture_reader(const std::filesystem::path& file) : file_(file) 
         throw failure(fmt::format("'{}' is empty; record a capture again", file.string()));
 
     std::array<char, PCAP_ERRBUF_SIZE> reason{};
-    capture_.reset(pcap_open_offline_with_tstamp_precision(
-        file.c_str(), PCAP_TSTAMP_PRECISION_NANO, reason.data()));
+    capture_.reset(pcap_open_offline_with_tstamp_precision(file.c_str(), PCAP_TSTAMP_PRECISION_NANO,
+                                                           reason.data()));
     if (capture_ == nullptr)
         throw failure(fmt::format("cannot read '{}' as a pcap or pcapng capture: {}", file.string(),
                                   reason.data()));

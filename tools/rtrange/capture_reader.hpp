@@ -23,7 +23,8 @@ public:
     /// Throws failure when the file is no such capture.
     explicit capture_reader(const std::filesystem::path& file);
 
-    /// The next frame; nothing at the end. Throws broken_capture when it is not readable from here on.
+    /// The next frame; nothing at the end. Throws broken_capture when it is not readable from here
+    /// on.
     std::optional<captured_frame> next();
 
     /// Bytes of the file read so far.

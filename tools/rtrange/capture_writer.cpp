@@ -11,9 +11,13 @@
 
 namespace rtrange {
 
-void capture_writer::closer::operator()(pcap* capture) const { pcap_close(capture); }
+void capture_writer::closer::operator()(pcap* capture) const {
+    pcap_close(capture);
+}
 
-void capture_writer::closer::operator()(pcap_dumper* dumper) const { pcap_dump_close(dumper); }
+void capture_writer::closer::operator()(pcap_dumper* dumper) const {
+    pcap_dump_close(dumper);
+}
 
 capture_writer::capture_writer(const std::filesystem::path& file)
     : file_(file), capture_(pcap_open_dead_with_tstamp_precision(DLT_EN10MB, 65535,

@@ -1,5 +1,7 @@
 #include "tools/rtrange/fields_command.hpp"
 
+#include <span>
+
 #include <fmt/format.h>
 
 #include "zel_rt_range_formatter/fields/ncom_fields.hpp"
@@ -8,12 +10,48 @@ namespace rtrange {
 
 using namespace zel::toolbox::rt_range;
 
+namespace {
+
+struct record_table {
+    const char* title;
+    const char* content;
+    std::span<const field> fields;
+};
+
+const record_table tables[] = {
+    {"NCOM unit record",
+     "State of one unit, 869 bytes. In a package it follows the unit's tag: 0x00100000 for the "
+     "hunter, 0x00300000, 0x00400000, 0x00500000, 0x00600000 for targets 1 to 4.",
+     ncom_fields()},
+};
+
+} // namespace
+
 void print_fields() {
-    fmt::print("NCOM unit record: hunter.csv, target1.csv ... target4.csv and their samples\n\n");
-    fmt::print("{:<38} {:>6}  {:<4}  {:<6}  {}\n", "field", "offset", "type", "unit", "meaning");
-    for (const field& field : ncom_fields())
-        fmt::print("{:<38} {:>6}  {:<4}  {:<6}  {}\n", field.name, field.offset,
-                   name_of(field.type), field.unit, field.meaning);
+    for (const record_table& table : tables) {
+        fmt::print("{}\n{}\n\n", table.title, table.content);
+        fmt::print("{:>6}  {:<4}  {:<38}  {:<6}  {}\n", "offset", "type", "field", "unit",
+                   "meaning");
+        for (const field& field : table.fields)
+            fmt::print("{:>6}  {:<4}  {:<38}  {:<6}  {}\n", field.offset, name_of(field.type),
+                       field.name, field.unit, field.meaning);
+        fmt::print("\n");
+    }
+}
+
+void print_fields_as_markdown() {
+    fmt::print("# The decoded records\n\n"
+               "Written by `rtrange fields --markdown`. All numbers are little-endian and follow "
+               "one another without gaps; offsets count from the start of the record, which stands "
+               "4 bytes into the data of its package, behind the tag. An ipv4 field holds the four "
+               "bytes of an address as they stand on the wire.\n");
+    for (const record_table& table : tables) {
+        fmt::print("\n## {}\n\n{}\n\n", table.title, table.content);
+        fmt::print("| Offset | Type | Field | Unit | Meaning |\n|---:|---|---|---|---|\n");
+        for (const field& field : table.fields)
+            fmt::print("| {} | {} | `{}` | {} | {} |\n", field.offset, name_of(field.type),
+                       field.name, field.unit, field.meaning);
+    }
 }
 
 } // namespace rtrange

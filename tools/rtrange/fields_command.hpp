@@ -6,4 +6,7 @@ namespace rtrange {
 /// Prints each field's name, offset, type, unit and meaning.
 void print_fields();
 
+/// The same as the page docs/records.md.
+void print_fields_as_markdown();
+
 } // namespace rtrange

@@ -28,8 +28,7 @@ int run(int argc, char** argv) {
     CLI::App* const decode_app = app.add_subcommand("decode", "Decode captures into CSV tables");
     decode_app->add_option("CAPTURE", decode_arguments.captures, "pcap or pcapng files")
         ->required();
-    decode_app
-        ->add_option("-o,--output", decode_arguments.output, "Folder of the tables; created")
+    decode_app->add_option("-o,--output", decode_arguments.output, "Folder of the tables; created")
         ->capture_default_str();
     decode_app
         ->add_option("--format", decode_arguments.format, "Raw packages to wrap the frames in")
@@ -45,6 +44,8 @@ int run(int argc, char** argv) {
 
     CLI::App* const fields_app =
         app.add_subcommand("fields", "Show the fields of the decoded records");
+    bool as_markdown = false;
+    fields_app->add_flag("--markdown", as_markdown, "Write them as a page of documentation");
 
     simulate_options simulate_arguments;
     auto& traffic = simulate_arguments.traffic;
@@ -71,7 +72,10 @@ int run(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? exit_success : exit_usage;
+        if (error.get_exit_code() == 0)
+            return app.exit(error);
+        fmt::print(stderr, "rtrange: {}; 'rtrange --help' shows what is possible\n", error.what());
+        return exit_usage;
     }
 
     if (*decode_app)
@@ -79,7 +83,7 @@ int run(int argc, char** argv) {
     if (*info_app)
         print_info(info_plugin);
     if (*fields_app)
-        print_fields();
+        as_markdown ? print_fields_as_markdown() : print_fields();
     if (*simulate_app)
         simulate(simulate_arguments);
     return exit_success;

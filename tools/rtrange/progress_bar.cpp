@@ -21,7 +21,8 @@ progress_bar::~progress_bar() {
 
 void progress_bar::update(std::uint64_t done) {
     constexpr std::uint64_t width = 40;
-    const std::uint64_t percent = total_ == 0 ? 100 : std::min<std::uint64_t>(done * 100 / total_, 100);
+    const std::uint64_t percent =
+        total_ == 0 ? 100 : std::min<std::uint64_t>(done * 100 / total_, 100);
     if (!visible_ || percent == shown_percent_)
         return;
     shown_percent_ = percent;

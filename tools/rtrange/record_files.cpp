@@ -20,9 +20,9 @@ namespace {
 
 /// The table of a unit's packets, then the table of its samples, for each unit.
 constexpr std::array<std::string_view, 2 * unit_count> table_names{
-    "hunter.csv",  "hunter_samples.csv",  "target1.csv", "target1_samples.csv", "target2.csv",
-    "target2_samples.csv", "target3.csv", "target3_samples.csv", "target4.csv",
-    "target4_samples.csv"};
+    "hunter.csv",  "hunter_samples.csv",  "target1.csv", "target1_samples.csv",
+    "target2.csv", "target2_samples.csv", "target3.csv", "target3_samples.csv",
+    "target4.csv", "target4_samples.csv"};
 
 constexpr std::string_view leading_columns[] = {"reference_timestamp"};
 

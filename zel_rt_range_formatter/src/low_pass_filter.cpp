@@ -18,7 +18,7 @@ constexpr std::array<double, order + 1> a{1.0,       -9.5936,  42.3846,   -113.9
 } // namespace
 
 void low_pass_filter(const sample_batch& input, sample_batch& output) {
-    for (std::size_t key = 0; key < sample_key_count; ++key)
+    for (std::size_t key = 0; key < sample_lanes; ++key)
         output[0][key] = b[0] * input[0][key];
     // The order of the additions decides the last bits: each sum runs over ascending k, and the two
     // are subtracted once.
@@ -27,12 +27,12 @@ void low_pass_filter(const sample_batch& input, sample_batch& output) {
         sample_row feedback{};
         const std::size_t reach = std::min(n, order);
         for (std::size_t k = 0; k <= reach; ++k)
-            for (std::size_t key = 0; key < sample_key_count; ++key)
+            for (std::size_t key = 0; key < sample_lanes; ++key)
                 forward[key] += b[k] * input[n - k][key];
         for (std::size_t k = 1; k <= reach; ++k)
-            for (std::size_t key = 0; key < sample_key_count; ++key)
+            for (std::size_t key = 0; key < sample_lanes; ++key)
                 feedback[key] += a[k] * output[n - k][key];
-        for (std::size_t key = 0; key < sample_key_count; ++key)
+        for (std::size_t key = 0; key < sample_lanes; ++key)
             output[n][key] = forward[key] - feedback[key];
     }
 }

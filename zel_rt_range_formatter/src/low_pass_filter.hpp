@@ -6,10 +6,10 @@
 
 namespace zel::toolbox::rt_range {
 
-/// Values of one NCOM packet that go into a batch; their order is that of the record's sample
-/// slots.
-inline constexpr std::size_t sample_key_count = 7;
-using sample_row = std::array<double, sample_key_count>;
+/// Values of one NCOM packet that go into a batch: seven, in the order of the record's sample
+/// slots, and an unused one that lets the keys be filtered side by side in vector registers.
+inline constexpr std::size_t sample_lanes = 8;
+using sample_row = std::array<double, sample_lanes>;
 
 /// NCOM packets in a batch.
 inline constexpr std::size_t batch_size = 30;

@@ -30,14 +30,12 @@ rt_range_ethernet_formatter::rt_range_ethernet_formatter(
     reset();
 }
 
-extensibility::package_list
-rt_range_ethernet_formatter::format(const zel_raw_package_t* raw_package,
-                                    const zel_allocator_t* allocator) {
+void rt_range_ethernet_formatter::format(extensibility::package_list& packages,
+                                         const zel_raw_package_t* raw_package,
+                                         const zel_allocator_t* allocator) {
     runtime::check_argument(raw_package, "raw_package");
     runtime::check_argument(allocator, "allocator");
-    extensibility::package_list packages;
     process_rt_range_data(*raw_package, packages, allocator);
-    return packages;
 }
 
 bool rt_range_ethernet_formatter::process_rt_range_data(const zel_raw_package_t& raw_package,

@@ -17,8 +17,8 @@ class rt_range_ethernet_formatter final
 public:
     explicit rt_range_ethernet_formatter(std::shared_ptr<runtime::service_locator> host_services);
 
-    extensibility::package_list format(const zel_raw_package_t* raw_package,
-                                       const zel_allocator_t* allocator) override;
+    void format(extensibility::package_list& packages, const zel_raw_package_t* raw_package,
+                const zel_allocator_t* allocator) override;
 
 private:
     bool process_rt_range_data(const zel_raw_package_t& raw_package,

@@ -71,14 +71,13 @@ rt_range_formatter::rt_range_formatter(std::shared_ptr<runtime::service_locator>
     logger_ = host_log();
 }
 
-extensibility::package_list rt_range_formatter::format(const zel_raw_package_t* raw_package,
-                                                       const zel_allocator_t* allocator) {
+void rt_range_formatter::format(extensibility::package_list& packages,
+                                const zel_raw_package_t* raw_package,
+                                const zel_allocator_t* allocator) {
     runtime::check_argument(raw_package, "raw_package");
     runtime::check_argument(allocator, "allocator");
-    extensibility::package_list packages;
     if (check_state(*raw_package))
         process_rt_range_data(*raw_package, packages, allocator);
-    return packages;
 }
 
 void rt_range_formatter::bind(const extensibility::transform::data_source&,

@@ -18,8 +18,8 @@ class rt_range_formatter final
 public:
     explicit rt_range_formatter(std::shared_ptr<runtime::service_locator> host_services);
 
-    extensibility::package_list format(const zel_raw_package_t* raw_package,
-                                       const zel_allocator_t* allocator) override;
+    void format(extensibility::package_list& packages, const zel_raw_package_t* raw_package,
+                const zel_allocator_t* allocator) override;
 
     /// Accepted and ignored: every raw package brings what the decoder needs.
     void bind(const extensibility::transform::data_source& source,
