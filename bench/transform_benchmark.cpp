@@ -15,6 +15,7 @@
 #include "host/loader/raw_frames.hpp"
 #include "simulation/ethernet_frame.hpp"
 #include "simulation/ncom_packet.hpp"
+#include "simulation/rcom_packets.hpp"
 
 namespace {
 
@@ -22,29 +23,83 @@ using namespace zel;
 using simulation::bytes;
 
 constexpr simulation::ip_address sender{195, 0, 0, 10};
+constexpr simulation::ip_address target{195, 0, 0, 21};
 constexpr simulation::ip_address broadcast{195, 0, 0, 255};
 
 bytes datagram(std::uint16_t port, const bytes& payload) {
     return simulation::udp_frame({sender, 3000}, {broadcast, port}, payload);
 }
 
-std::vector<bytes> ncom_frames() {
-    std::vector<bytes> frames;
+/// NCOM packets with various status channels.
+std::vector<bytes> ncom_packets() {
+    std::vector<bytes> packets;
     for (const std::uint8_t channel : bytes{0, 2, 3, 4, 5, 12, 13, 16, 20, 1}) {
         simulation::ncom_packet packet;
-        packet.time_in_minute_ms = static_cast<std::uint16_t>(frames.size() * 10);
+        packet.time_in_minute_ms = static_cast<std::uint16_t>(packets.size() * 10);
         packet.acceleration = {1200, -300, -98100};
         packet.rate = {12, -4, 900};
         packet.latitude = 0.9;
         packet.longitude = 0.2;
         packet.velocity = {251000, 12000, -30};
-        packet.heading = 785398 + static_cast<std::int32_t>(frames.size()) * 100;
+        packet.heading = 785398 + static_cast<std::int32_t>(packets.size()) * 100;
         packet.pitch = 1000;
         packet.roll = -2000;
         packet.status_channel = channel;
         packet.status_data = {10, 0, 20, 0, 30, 0, 2, 1};
-        frames.push_back(datagram(3000, simulation::encode(packet)));
+        packets.push_back(simulation::encode(packet));
     }
+    return packets;
+}
+
+std::vector<bytes> ncom_frames() {
+    std::vector<bytes> frames;
+    for (const bytes& packet : ncom_packets())
+        frames.push_back(datagram(3000, packet));
+    return frames;
+}
+
+simulation::extended_range_packet range_packet(std::uint8_t channel) {
+    simulation::extended_range_packet packet;
+    packet.target_number = 1;
+    packet.range_lateral = 250;
+    packet.range_longitudinal = 31000;
+    packet.range_rate_lateral = 20;
+    packet.range_rate_longitudinal = -150;
+    packet.acceleration_lateral = 5;
+    packet.acceleration_longitudinal = -40;
+    packet.status_channel = channel;
+    packet.status_data = {195, 0, 0, 10, 195, 0, 0, 21};
+    return packet;
+}
+
+/// Names the target's address, which wrapped NCOM needs.
+bytes identification() {
+    return datagram(3003, simulation::encode(range_packet(9)));
+}
+
+std::vector<bytes> range_frames() {
+    std::vector<bytes> frames;
+    for (std::uint8_t channel = 0; channel < 22; ++channel)
+        frames.push_back(datagram(3003, simulation::encode(range_packet(channel))));
+    return frames;
+}
+
+std::vector<bytes> lane_frames() {
+    std::vector<bytes> frames;
+    for (const std::uint8_t channel : bytes{0, 1, 2, 6, 7, 8, 9, 10, 15}) {
+        simulation::lane_packet packet;
+        packet.values_12.fill(-1750);
+        packet.values_58.fill(120);
+        packet.status_channel = channel;
+        frames.push_back(datagram(3003, simulation::encode(packet)));
+    }
+    return frames;
+}
+
+std::vector<bytes> wrapped_frames() {
+    std::vector<bytes> frames;
+    for (const bytes& packet : ncom_packets())
+        frames.push_back(datagram(3003, simulation::encode_wrapped_ncom(target, packet)));
     return frames;
 }
 
@@ -81,13 +136,14 @@ void transform_frames(benchmark::State& state, const std::vector<bytes>& frames,
     const host::host_services services([](const zel_log_info_t&) {});
     host::formatter_instance instance(plugin.formatter(format), services);
 
+    const auto wrap = format == host::recorder_frame_type ? &host::wrap_recorder_frame
+                                                          : &host::wrap_ethernet_frame;
+    host::raw_package_buffer first;
+    wrap(identification(), first);
+    instance.transform(first.package());
     std::vector<host::raw_package_buffer> raw_packages(frames.size());
-    for (std::size_t i = 0; i < frames.size(); ++i) {
-        if (format == host::recorder_frame_type)
-            host::wrap_recorder_frame(frames[i], raw_packages[i]);
-        else
-            host::wrap_ethernet_frame(frames[i], raw_packages[i]);
-    }
+    for (std::size_t i = 0; i < frames.size(); ++i)
+        wrap(frames[i], raw_packages[i]);
 
     // 30 rounds of the frames hold whole batches of samples, whatever the number of frames.
     constexpr std::size_t rounds = 30;
@@ -142,6 +198,9 @@ int main(int argc, char** argv) {
     const auto eth = host::ethernet_frame_type;
     add("ncom/zel.eth.rtrange", ncom_frames(), eth);
     add("ncom/zel.rtrange", ncom_frames(), host::recorder_frame_type);
+    add("ext_range/zel.eth.rtrange", range_frames(), eth);
+    add("lane/zel.eth.rtrange", lane_frames(), eth);
+    add("wrapped_ncom/zel.eth.rtrange", wrapped_frames(), eth);
     add("foreign_port/zel.eth.rtrange", {datagram(5353, bytes(72))}, eth);
     add("foreign_not_udp/zel.eth.rtrange", {not_udp_frame()}, eth);
     benchmark::Initialize(&argc, argv);

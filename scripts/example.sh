@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Sets everything up, builds, and decodes a capture into tables in the folder example/.
+# Sets everything up, builds, simulates a run, and decodes it into tables in the folder example/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -9,5 +9,9 @@ echo "== Building"
 cmake --preset linux --log-level=WARNING
 cmake --build --preset linux
 
-echo "== Decoding an example"
-build/linux/bin/rtrange decode captures/following.pcap --output example
+echo "== Simulating a run"
+mkdir -p example
+build/linux/bin/rtrange simulate example/run.pcap --duration 20 --targets 2
+
+echo "== Decoding it"
+build/linux/bin/rtrange decode example/run.pcap --output example

@@ -9,8 +9,7 @@ namespace {
 
 using std::numbers::pi;
 
-/// One wire unit below 45 degrees.
-constexpr double first_heading = 0.785398;
+constexpr double first_heading = 2.0 * pi / 180.0;
 
 /// The track in its own axes: how far it has drifted aside after `x` metres, and the first and second
 /// derivatives of that drift.

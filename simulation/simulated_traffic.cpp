@@ -57,6 +57,15 @@ ncom_packet ncom_of(const vehicle_motion& motion, double time, std::uint64_t n) 
     return packet;
 }
 
+/// The hunter's first two packets come from a unit that is still looking for its heading and reports
+/// none. The decoder's heading filter refuses that whole degree from then on, so that no other
+/// heading of the run may lie in it.
+void make_initialising(ncom_packet& packet) {
+    constexpr std::uint8_t initialising = 3;
+    packet.navigation_status = initialising;
+    packet.heading = 0;
+}
+
 extended_range_packet range_of(const scenario& scenario, std::size_t target, double time,
                                std::uint64_t n) {
     const relative_motion relative = scenario.target(target, time);
@@ -121,8 +130,10 @@ void send_tick(const traffic_options& options, const scenario& scenario, std::ui
     };
 
     const vehicle_motion hunter = scenario.unit(0, time);
-    send(udp_frame({unit_addresses[0], ncom_port}, {broadcast, ncom_port},
-                   encode(ncom_of(hunter, time, tick))));
+    ncom_packet hunter_ncom = ncom_of(hunter, time, tick);
+    if (tick < initialising_ticks)
+        make_initialising(hunter_ncom);
+    send(udp_frame({unit_addresses[0], ncom_port}, {broadcast, ncom_port}, encode(hunter_ncom)));
     for (std::size_t target = 1; target <= options.targets; ++target) {
         // An address is nobody's before the first tick has named it.
         if (tick > 0) {

@@ -26,7 +26,10 @@ struct traffic_options {
     std::uint64_t seed = 1;
 };
 
-/// Number of frames of a run is proportional to its ticks.
+/// Ticks in which the hunter's NCOM has no heading yet, and says so by its navigation status of 3.
+inline constexpr std::uint64_t initialising_ticks = 2;
+
+/// Moments of a run at which all units send.
 constexpr std::uint64_t tick_count(const traffic_options& options) {
     return std::uint64_t{options.duration_s} * options.rate_hz;
 }

@@ -1,5 +1,6 @@
 // The program, as a user calls it.
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -10,6 +11,8 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include "simulation/scenario.hpp"
 
 namespace {
 
@@ -71,22 +74,84 @@ protected:
     fs::path folder;
 };
 
-TEST_F(rtrange_program, decodes_a_capture_the_same_from_either_wrapping_and_file_format) {
-    const result first = rtrange("decode " + example.string() + " -o " + in_folder("a"));
-    ASSERT_EQ(first.exit_code, 0) << first.output;
-    const std::string table = content(folder / "a/hunter.csv");
-    const auto rows = split(table, '\n');
-    const auto header = split(rows.at(0), ',');
-    EXPECT_EQ(header.at(0), "reference_timestamp");
-    EXPECT_EQ(header.at(1), "source_ip");
-    for (const std::string& row : rows)
-        EXPECT_EQ(split(row, ',').size(), header.size());
-    EXPECT_TRUE(contains(first.output, std::to_string(rows.size() - 1) + " rows")) << first.output;
-    EXPECT_TRUE(contains(first.output, "hunter.csv"));
-    EXPECT_EQ(table.back(), '\n');
+/// A table by column name.
+struct csv_table {
+    explicit csv_table(const fs::path& file) {
+        const auto lines = split(content(file), '\n');
+        header = split(lines.at(0), ',');
+        for (std::size_t i = 1; i < lines.size(); ++i) {
+            rows.push_back(split(lines[i], ','));
+            EXPECT_EQ(rows.back().size(), header.size());
+        }
+    }
 
+    const std::string& cell(std::size_t row, const std::string& column) const {
+        const auto found = std::find(header.begin(), header.end(), column);
+        EXPECT_NE(found, header.end()) << column;
+        return rows.at(row).at(static_cast<std::size_t>(found - header.begin()));
+    }
+
+    double number(std::size_t row, const std::string& column) const {
+        return std::stod(cell(row, column));
+    }
+
+    std::size_t count(const std::string& column, const std::string& value) const {
+        std::size_t result = 0;
+        for (std::size_t row = 0; row < rows.size(); ++row)
+            result += cell(row, column) == value;
+        return result;
+    }
+
+    std::vector<std::string> header;
+    std::vector<std::vector<std::string>> rows;
+};
+
+TEST_F(rtrange_program, writes_a_row_per_package_with_the_values_of_the_run) {
+    using namespace zel::simulation;
+    const result result = rtrange("decode " + example.string() + " -o " + in_folder("out"));
+    ASSERT_EQ(result.exit_code, 0) << result.output;
+    const csv_table hunter(folder / "out/hunter.csv");
+    const csv_table target(folder / "out/target2.csv");
+    const csv_table rcom(folder / "out/rcom.csv");
+
+    // 50 ticks: the targets' NCOM begins with the second one, and every fourth comes wrapped.
+    EXPECT_EQ(hunter.rows.size(), 50U);
+    EXPECT_EQ(target.rows.size(), 99U);
+    EXPECT_EQ(target.count("source", "ncom"), 37U);
+    EXPECT_EQ(target.count("source", "rcom"), 62U);
+    EXPECT_EQ(rcom.rows.size(), 2U * 50 + 2 * 12 + 10);
+    EXPECT_FALSE(fs::exists(folder / "out/target3.csv"));
+    for (const char* const line :
+         {"260 frames", "258  decoded", "1  foreign: not IPv4", "1  foreign: other UDP ports",
+          "hunter(195.0.0.10)", "target 1 (195.0.0.21)", "target 2 (195.0.0.22)", "50 rows"})
+        EXPECT_TRUE(contains(result.output, line)) << line << "\n" << result.output;
+
+    EXPECT_EQ(hunter.cell(0, "reference_timestamp"), "1767607200000000000");
+    EXPECT_EQ(hunter.cell(0, "source"), "ncom");
+    EXPECT_EQ(hunter.cell(0, "source_ip"), "195.0.0.10");
+    EXPECT_EQ(rcom.cell(0, "target_address"), "195.0.0.21");
+    EXPECT_EQ(rcom.cell(1, "target_address"), "195.0.0.22");
+    const scenario scenario(1, 2);
+    for (std::size_t tick = 2; tick < 50; ++tick)
+        EXPECT_NEAR(hunter.number(tick, "velocity_north"),
+                    scenario.unit(0, static_cast<double>(tick) / 50).velocity_north, 0.51e-4);
+    EXPECT_NEAR(target.number(98, "range_longitudinal"),
+                scenario.target(2, 49.0 / 50).range_longitudinal, 0.51e-3);
+}
+
+TEST_F(rtrange_program, decodes_the_same_from_either_wrapping_and_over_several_captures) {
+    rtrange("decode " + example.string() + " -o " + in_folder("a"));
     rtrange("decode " + example.string() + " --format zel.eth.rtrange -o " + in_folder("b"));
-    EXPECT_EQ(content(folder / "b/hunter.csv"), table);
+    EXPECT_EQ(content(folder / "a/target1.csv"), content(folder / "b/target1.csv"));
+    // Time runs backwards between the two, so that the second is decoded like the first.
+    const result twice =
+        rtrange("decode " + example.string() + " " + example.string() + " -o " + in_folder("c"));
+    EXPECT_EQ(twice.exit_code, 0);
+    const csv_table once(folder / "a/hunter.csv");
+    const csv_table both(folder / "c/hunter.csv");
+    ASSERT_EQ(both.rows.size(), 2 * once.rows.size());
+    EXPECT_TRUE(std::equal(once.rows.begin(), once.rows.end(),
+                           both.rows.begin() + static_cast<std::ptrdiff_t>(once.rows.size())));
 }
 
 TEST_F(rtrange_program, keeps_what_came_before_a_truncated_end) {

@@ -1,5 +1,8 @@
 #include "tools/rtrange/decode_summary.hpp"
 
+#include <string>
+#include <string_view>
+
 #include <fmt/format.h>
 
 #include "tools/rtrange/times.hpp"
@@ -10,6 +13,20 @@ namespace {
 void print_count(std::uint64_t count, std::string_view what) {
     if (count > 0)
         fmt::print("  {:>9}  {}\n", count, what);
+}
+
+/// "target 1 (195.0.0.21)" of "Successfully identified IP for target 1 (195.0.0.21)."
+std::string_view unit_and_address(std::string_view message) {
+    constexpr std::string_view introduction = "Successfully identified IP for ";
+    if (message.starts_with(introduction))
+        message.remove_prefix(introduction.size());
+    if (message.ends_with('.'))
+        message.remove_suffix(1);
+    return message;
+}
+
+std::string repetitions(std::uint64_t count) {
+    return count > 1 ? fmt::format(", named {} times", count) : "";
 }
 
 } // namespace
@@ -28,11 +45,19 @@ void print_summary(const frame_fates& fates, const std::vector<const csv_file*>&
     for (const auto& [place, refusal] : fates.refusals)
         print_count(refusal.count, fmt::format("refused: {}", refusal.message));
 
+    if (!fates.identifications.empty())
+        fmt::print("\nUnits\n");
+    for (const auto& [message, identification] : fates.identifications)
+        fmt::print("  {:9.3f} s  {}{}\n",
+                   static_cast<double>(identification.time_ns - fates.first_time_ns) * 1e-9,
+                   unit_and_address(message), repetitions(identification.count));
+
     fmt::print("\nTables\n");
     for (const csv_file* const table : tables)
         fmt::print("  {:>9} rows  {}\n", table->rows(), table->path().string());
     if (tables.empty())
-        fmt::print("  none: the capture holds no NCOM on UDP port 3000 that could be decoded\n");
+        fmt::print("  none: the capture holds no NCOM (UDP port 3000) and no RCOM (UDP port 3003) "
+                   "to decode\n");
 }
 
 } // namespace rtrange

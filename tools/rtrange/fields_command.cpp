@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "zel_rt_range_formatter/fields/ncom_fields.hpp"
+#include "zel_rt_range_formatter/fields/rcom_fields.hpp"
 
 namespace rtrange {
 
@@ -23,6 +24,10 @@ const record_table tables[] = {
      "State of one unit, 869 bytes. In a package it follows the unit's tag: 0x00100000 for the "
      "hunter, 0x00300000, 0x00400000, 0x00500000, 0x00600000 for targets 1 to 4.",
      ncom_fields()},
+    {"RCOM unit record",
+     "State of the RT-Range unit, 1187 bytes. In a package it follows the tag 0x00200000. Status "
+     "channels without a prefix belong to the extended range packet.",
+     rcom_fields()},
 };
 
 } // namespace

@@ -25,8 +25,10 @@ traffic traffic_of(std::span<const std::uint8_t> frame) {
 } // namespace
 
 void frame_fates::log(const zel_log_info_t& record) {
-    if (record.level >= notable_level)
+    if (record.level >= notable_level) {
+        announcements_.emplace_back(record.message);
         return;
+    }
     complaint_ = complaint{{record.function, record.line}, record.message};
 }
 
@@ -35,6 +37,9 @@ void frame_fates::end_frame(std::span<const std::uint8_t> frame, std::uint64_t t
     first_time_ns = frames == 0 ? time_ns : std::min(first_time_ns, time_ns);
     last_time_ns = std::max(last_time_ns, time_ns);
     ++frames;
+    for (const std::string& message : announcements_)
+        ++identifications.try_emplace(message, identification{time_ns, 0}).first->second.count;
+    announcements_.clear();
     if (decoded_packages > 0) {
         ++decoded;
     } else {

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "zel/log.h"
 
@@ -36,9 +37,15 @@ public:
     std::uint64_t refused = 0;
     /// Refused frames by the place in the decoder that refused them.
     std::map<std::pair<std::string, std::uint32_t>, refusal> refusals;
-    /// Addresses identified, in order.
     std::uint64_t first_time_ns = 0;
     std::uint64_t last_time_ns = 0;
+
+    struct identification {
+        std::uint64_t time_ns; ///< of the first frame that named the address
+        std::uint64_t count;   ///< a unit that changes its address to and fro is named often
+    };
+    /// Units identified, by the decoder's message: which unit, and its address.
+    std::map<std::string, identification> identifications;
 
 private:
     struct complaint {
@@ -49,6 +56,7 @@ private:
     void refuse();
 
     std::optional<complaint> complaint_;
+    std::vector<std::string> announcements_;
 };
 
 } // namespace rtrange

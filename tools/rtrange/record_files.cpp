@@ -9,7 +9,9 @@
 
 #include "tools/rtrange/failure.hpp"
 #include "zel_rt_range_formatter/fields/ncom_fields.hpp"
+#include "zel_rt_range_formatter/fields/rcom_fields.hpp"
 #include "zel_rt_range_formatter/src/ncom_unit_record.hpp"
+#include "zel_rt_range_formatter/src/rcom_unit_record.hpp"
 #include "zel_rt_range_formatter/src/units.hpp"
 
 namespace rtrange {
@@ -18,13 +20,17 @@ using namespace zel::toolbox::rt_range;
 
 namespace {
 
-/// The table of a unit's packets, then the table of its samples, for each unit.
-constexpr std::array<std::string_view, 2 * unit_count> table_names{
+/// The table of a unit's packets, then the table of its samples, for each unit; then RCOM.
+constexpr std::array<std::string_view, 2 * unit_count + 1> table_names{
     "hunter.csv",  "hunter_samples.csv",  "target1.csv", "target1_samples.csv",
     "target2.csv", "target2_samples.csv", "target3.csv", "target3_samples.csv",
-    "target4.csv", "target4_samples.csv"};
+    "target4.csv", "target4_samples.csv", "rcom.csv"};
+constexpr std::size_t rcom_table = 2 * unit_count;
 
-constexpr std::string_view leading_columns[] = {"reference_timestamp"};
+/// The second column tells whether a unit's row comes from an NCOM packet of its own or from RCOM:
+/// an extended range packet, or NCOM wrapped in RCOM.
+constexpr std::string_view unit_columns[] = {"reference_timestamp", "source"};
+constexpr std::string_view rcom_columns[] = {"reference_timestamp"};
 
 struct decoded_package {
     std::uint32_t tag;
@@ -61,22 +67,43 @@ record_files::record_files(const std::filesystem::path& folder) : folder_(folder
 }
 
 std::size_t record_files::write(const zel::host::package_array& packages) {
+    const bool from_rcom = std::ranges::any_of(packages, [](const zel_package_t* package) {
+        const auto content = decoded(*package);
+        return content && content->tag == rcom_record_tag;
+    });
     std::size_t count = 0;
     for (std::size_t i = 0; i < packages.size(); ++i) {
         const auto package = decoded(packages[i]);
         if (!package)
             continue;
         ++count;
-        const auto unit = unit_with_tag(package->tag);
-        if (!unit || package->record.size() != sizeof(ncom_unit_record))
-            continue;
-        // The packages of a sample batch stand before the one of the packet that completed it.
-        const bool sample = i + 1 < packages.size();
-        csv_file& file = table(2 * *unit + (sample ? 1 : 0));
-        file.cell(packages[i].reference_timestamp);
-        file.end_row(package->record);
+        const std::uint64_t timestamp = packages[i].reference_timestamp;
+        if (package->tag == rcom_record_tag)
+            write_rcom(timestamp, package->record);
+        else if (const auto unit = unit_with_tag(package->tag))
+            // The packages of a sample batch stand before the one of the packet that completed it.
+            write_unit(2 * *unit + (i + 1 < packages.size() ? 1 : 0), timestamp, from_rcom,
+                       package->record);
     }
     return count;
+}
+
+void record_files::write_rcom(std::uint64_t timestamp, std::span<const std::uint8_t> record) {
+    if (record.size() != sizeof(rcom_unit_record))
+        return;
+    csv_file& file = table(rcom_table);
+    file.cell(timestamp);
+    file.end_row(record);
+}
+
+void record_files::write_unit(std::size_t index, std::uint64_t timestamp, bool from_rcom,
+                              std::span<const std::uint8_t> record) {
+    if (record.size() != sizeof(ncom_unit_record))
+        return;
+    csv_file& file = table(index);
+    file.cell(timestamp);
+    file.cell(from_rcom ? std::string_view("rcom") : std::string_view("ncom"));
+    file.end_row(record);
 }
 
 void record_files::close() {
@@ -102,10 +129,15 @@ std::vector<const csv_file*> record_files::tables() const {
 }
 
 csv_file& record_files::table(std::size_t index) {
-    if (tables_[index] == nullptr)
-        tables_[index] = std::make_unique<csv_file>(folder_ / table_names[index], leading_columns,
-                                                    ncom_fields());
-    return *tables_[index];
+    auto& table = tables_[index];
+    if (table != nullptr)
+        return *table;
+    const std::filesystem::path file = folder_ / table_names[index];
+    if (index == rcom_table)
+        table = std::make_unique<csv_file>(file, rcom_columns, rcom_fields());
+    else
+        table = std::make_unique<csv_file>(file, unit_columns, ncom_fields());
+    return *table;
 }
 
 } // namespace rtrange

@@ -32,9 +32,12 @@ public:
     std::vector<const csv_file*> tables() const;
 
 private:
-    static constexpr std::size_t table_count = 10;
+    static constexpr std::size_t table_count = 11;
 
     csv_file& table(std::size_t index);
+    void write_rcom(std::uint64_t timestamp, std::span<const std::uint8_t> record);
+    void write_unit(std::size_t index, std::uint64_t timestamp, bool from_rcom,
+                    std::span<const std::uint8_t> record);
 
     std::filesystem::path folder_;
     std::array<std::unique_ptr<csv_file>, table_count> tables_;

@@ -8,8 +8,8 @@
 
 namespace zel::toolbox::rt_range {
 
-/// How a field is stored, little-endian. An ipv4 field is a u32 that holds an address as it stands on
-/// the wire.
+/// How a field is stored, little-endian. An ipv4 field is a u32 that holds an address as it stands
+/// on the wire.
 enum class field_type : std::uint8_t { u8, u16, u32, u64, s16, s32, s64, f64, ipv4 };
 
 /// One field of a record.

@@ -188,6 +188,8 @@ static_assert(cover(fields, sizeof(ncom_unit_record)));
 
 } // namespace
 
-std::span<const field> ncom_fields() { return fields; }
+std::span<const field> ncom_fields() {
+    return fields;
+}
 
 } // namespace zel::toolbox::rt_range

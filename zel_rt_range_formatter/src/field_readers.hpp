@@ -55,4 +55,9 @@ constexpr std::uint16_t read_u16(const std::uint8_t* bytes) {
     return static_cast<std::uint16_t>(read_unsigned(bytes, 2));
 }
 
+/// 16-bit two's-complement field as it stands.
+constexpr std::int16_t read_s16(const std::uint8_t* bytes) {
+    return static_cast<std::int16_t>(read_signed(bytes, 2));
+}
+
 } // namespace zel::toolbox::rt_range

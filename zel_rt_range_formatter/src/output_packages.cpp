@@ -30,4 +30,8 @@ void create_ncom_package(const ncom_unit_record& record, std::uint32_t unit,
     create_record_package(ncom_record_tags[unit], record, values);
 }
 
+void create_rcom_package(const rcom_unit_record& record, const pass_through& values) {
+    create_record_package(rcom_record_tag, record, values);
+}
+
 } // namespace zel::toolbox::rt_range

@@ -5,6 +5,7 @@
 #include "zel_rt_range_formatter/src/ncom_packet.hpp"
 #include "zel_rt_range_formatter/src/output_packages.hpp"
 #include "zel_rt_range_formatter/src/rcom_packet.hpp"
+#include "zel_rt_range_formatter/src/relative_values.hpp"
 
 namespace zel::toolbox::rt_range {
 namespace {
@@ -134,7 +135,8 @@ bool rt_range_formatter_base::process_ncom_datagram(const datagram& datagram,
     return true;
 }
 
-bool rt_range_formatter_base::process_rcom_datagram(const datagram& datagram, const pass_through&) {
+bool rt_range_formatter_base::process_rcom_datagram(const datagram& datagram,
+                                                    const pass_through& values) {
     if (datagram.payload_size < rcom_header_size) {
         log::write(logger_, level::malformed, site(185),
                    "Unexpected RCOM frame header size (Expected at least = %u, Received size = "
@@ -148,11 +150,38 @@ bool rt_range_formatter_base::process_rcom_datagram(const datagram& datagram, co
     }
     // Counted before the type is looked at: ignored and invalid types count too.
     charge(rcom_record_.endpoint, datagram);
-    const std::uint8_t packet_type = datagram.payload[1];
-    if (packet_type > last_rcom_packet_type)
-        log::write(logger_, level::malformed, site(263),
-                   "Invalid RT-Range packet received. packet type = %u", unsigned{packet_type});
-    return false;
+    std::uint32_t unit = hunter;
+    if (!process_rcom_packet(datagram, unit, values))
+        return false;
+    create_rcom_package(rcom_record_, values);
+    // A lane packet concerns no unit and leaves the hunter here, who gets no package of its own.
+    if (unit != hunter)
+        create_ncom_package(unit_record(unit), unit, values);
+    return true;
+}
+
+bool rt_range_formatter_base::process_rcom_packet(const datagram& datagram, std::uint32_t& unit,
+                                                  const pass_through& values) {
+    const std::uint8_t* const frame = datagram.payload;
+    const std::uint8_t packet_type = frame[1];
+    switch (packet_type) {
+    case rcom_packet_type::lane:
+        return rcom_process_frame_lane_packet(frame, datagram.payload_size);
+    case rcom_packet_type::ext_range:
+        return rcom_process_frame_ext_range(frame, datagram.payload_size) &&
+               rcom_process_frame_ext_range_current_ncom(frame, unit);
+    case rcom_packet_type::wrapped_ncom:
+        if (!rcom_process_wrapped_ncom(datagram, unit))
+            return false;
+        process_ncom(frame + wrapped_ncom_byte::ncom, unit, values);
+        calculate_relative_values(unit_record(unit), hunter_record_);
+        return true;
+    default:
+        if (packet_type > rcom_packet_type::last)
+            log::write(logger_, level::malformed, site(263),
+                       "Invalid RT-Range packet received. packet type = %u", unsigned{packet_type});
+        return false;
+    }
 }
 
 /// The unit that sends from this address; the hunter for an address that nobody has claimed.

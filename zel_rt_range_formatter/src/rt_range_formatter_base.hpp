@@ -39,6 +39,8 @@ private:
     void follow_time(std::uint64_t reference_timestamp);
     bool process_ncom_datagram(const datagram& datagram, const pass_through& values);
     bool process_rcom_datagram(const datagram& datagram, const pass_through& values);
+    bool process_rcom_packet(const datagram& datagram, std::uint32_t& unit,
+                             const pass_through& values);
     std::uint32_t unit_of(std::uint32_t source_ip) const;
     ncom_unit_record& unit_record(std::uint32_t unit);
 
@@ -47,6 +49,16 @@ private:
     void decode_time_and_motion(const std::uint8_t* ncom, std::uint32_t unit);
     void decode_position_and_orientation(const std::uint8_t* ncom, ncom_unit_record& record);
     void keep_absolute_time(std::uint32_t unit);
+
+    // RCOM: rcom_lane.cpp, rcom_ext_range.cpp, rcom_target_binding.cpp, rcom_wrapped_ncom.cpp. Each
+    // handler says whether the packet goes on to output; `unit` is the one that it belongs to.
+    bool rcom_process_frame_lane_packet(const std::uint8_t* frame, std::uint64_t received_size);
+    bool rcom_process_frame_ext_range(const std::uint8_t* frame, std::uint64_t received_size);
+    void rcom_process_frame_ext_range_status_channel(const std::uint8_t* frame);
+    bool rcom_process_frame_ext_range_current_ncom(const std::uint8_t* frame, std::uint32_t& unit);
+    void identify(const std::uint8_t* addresses, std::uint32_t unit);
+    bool rcom_process_wrapped_ncom(const datagram& datagram, std::uint32_t& unit);
+    std::optional<std::uint32_t> wrapped_unit_of(const std::uint8_t* address) const;
 
     // Batches of filtered samples: ncom_sample_batch.cpp
     void buffer_ncom_samples(const ncom_unit_record& record, const pass_through& values);

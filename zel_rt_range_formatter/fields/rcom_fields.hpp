@@ -1,0 +1,13 @@
+// The fields of the RCOM unit record.
+#pragma once
+
+#include <span>
+
+#include "zel_rt_range_formatter/fields/field.hpp"
+
+namespace zel::toolbox::rt_range {
+
+/// All fields in order of their offsets; they cover the record's 1187 bytes.
+std::span<const field> rcom_fields();
+
+} // namespace zel::toolbox::rt_range

@@ -1,0 +1,15 @@
+// The part of a lane packet whose meaning changes from packet to packet.
+#pragma once
+
+#include <cstdint>
+
+#include "zel_rt_range_formatter/src/rcom_unit_record.hpp"
+
+namespace zel::toolbox::rt_range {
+
+/// Decodes the eight data bytes of a lane status channel into the record; an unknown channel
+/// changes nothing. These channels have nothing to do with those of the extended range packet.
+void decode_lane_status_channel(std::uint8_t channel, const std::uint8_t* data,
+                                rcom_unit_record& record);
+
+} // namespace zel::toolbox::rt_range

@@ -1,0 +1,43 @@
+#include "zel_rt_range_formatter/src/time_to_collision.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zel::toolbox::rt_range {
+namespace {
+
+// Single-precision 0.1 and 0.05, widened: a value between them and the exact decimals decides
+// differently.
+constexpr double smallest_rate = 0.10000000149011612;
+constexpr double smallest_scaled_acceleration = 0.05000000074505806;
+
+} // namespace
+
+double time_to_collision(double d, double v, double a) {
+    if (a == 0.0)
+        return -(d / v);
+    const double x = v * v - 2.0 * a * d;
+    if (x < 0.0)
+        return no_collision;
+    if (x == 0.0)
+        return -(v / a);
+    const double r1 = (std::sqrt(x) + v) / a;
+    const double r2 = (v - std::sqrt(x)) / a;
+    if (-r1 >= 0.0 && -r2 < 0.0)
+        return std::abs(r1);
+    if (-r1 < 0.0 && -r2 >= 0.0)
+        return std::abs(r2);
+    return std::min(std::abs(r1), std::abs(r2));
+}
+
+collision_times collision_times_of(double range, double rate, double acceleration,
+                                   double scaled_acceleration) {
+    if (!(std::abs(rate) > smallest_rate))
+        return {no_collision, no_collision};
+    const double steady = -(range / rate);
+    if (!(std::abs(scaled_acceleration) > smallest_scaled_acceleration))
+        return {steady, steady};
+    return {steady, time_to_collision(-range, rate, acceleration)};
+}
+
+} // namespace zel::toolbox::rt_range
