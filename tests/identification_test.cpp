@@ -29,7 +29,7 @@ TEST(identification, is_announced_once_for_the_hunter_and_on_every_change_for_a_
         std::vector<std::string> messages;
     } steps[] = {{0, nowhere, target_a, {hunter + "(0.0.0.0)."}}, // zeros are as good as none
                  {4, nowhere, nowhere, {hunter + "(0.0.0.0)."}},
-                 {0, hunter_address, target_b, {hunter + "(195.0.0.10)."}},
+                 {0, {195, 20, 7, 10}, target_b, {hunter + "(195.20.7.10)."}},
                  {2, hunter_2, target_a, {target + "2 (172.16.254.3)."}},
                  {2, hunter_2, target_a, {}},
                  {2, hunter_2, target_b, {target + "2 (192.168.1.4)."}},

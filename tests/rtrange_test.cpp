@@ -199,6 +199,8 @@ TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_do) {
         {"decode " + example.string() + " -o " + in_folder("full"), 1, "No space left"},
         {"decode " + example.string() + " --plugin " + in_folder("file"), 1, "cannot load"},
         {"info /dev/null", 1, "cannot load"},
+        {"info " + (fs::path(RTRANGE).parent_path() / "libzelc.so").string(), 1,
+         "is not a formatter plug-in"},
         {"simulate /no/such/folder/x.pcap", 1, "cannot write"},
         {"simulate /dev/full", 1, "No space left"},
         {"decode", 2, "CAPTURE"},

@@ -5,7 +5,6 @@
 #include "zel_rt_range_formatter/src/ncom_packet.hpp"
 #include "zel_rt_range_formatter/src/output_packages.hpp"
 #include "zel_rt_range_formatter/src/rcom_packet.hpp"
-#include "zel_rt_range_formatter/src/relative_values.hpp"
 
 namespace zel::toolbox::rt_range {
 namespace {
@@ -174,7 +173,6 @@ bool rt_range_formatter_base::process_rcom_packet(const datagram& datagram, std:
         if (!rcom_process_wrapped_ncom(datagram, unit))
             return false;
         process_ncom(frame + wrapped_ncom_byte::ncom, unit, values);
-        calculate_relative_values(unit_record(unit), hunter_record_);
         return true;
     default:
         if (packet_type > rcom_packet_type::last)
