@@ -63,8 +63,8 @@ struct lane_packet {
 /// The 133 bytes of the packet.
 bytes encode(const lane_packet& packet);
 
-/// Packet type 3: an NCOM packet of the unit at `unit_address`, relayed. `meta` are the twelve bytes
-/// after the address.
+/// Packet type 3: an NCOM packet of the unit at `unit_address`, relayed. `meta` are the twelve
+/// bytes after the address.
 bytes encode_wrapped_ncom(const ip_address& unit_address, std::span<const std::uint8_t> ncom,
                           const std::array<std::uint8_t, 12>& meta = {});
 

@@ -11,8 +11,8 @@ using std::numbers::pi;
 
 constexpr double first_heading = 2.0 * pi / 180.0;
 
-/// The track in its own axes: how far it has drifted aside after `x` metres, and the first and second
-/// derivatives of that drift.
+/// The track in its own axes: how far it has drifted aside after `x` metres, and the first and
+/// second derivatives of that drift.
 struct track_point {
     double drift;
     double slope;
@@ -20,10 +20,10 @@ struct track_point {
 };
 
 track_point track_at(double x) {
-    constexpr double straight = 400.0;   // m
-    constexpr double entry = 1000.0;     // m, over which the slope rises
-    constexpr double steepest = 0.3;     // slope
-    constexpr double wave = 2000.0;      // m
+    constexpr double straight = 400.0; // m
+    constexpr double entry = 1000.0;   // m, over which the slope rises
+    constexpr double steepest = 0.3;   // slope
+    constexpr double wave = 2000.0;    // m
     constexpr double depth = steepest / 4;
 
     if (x < straight)
@@ -37,10 +37,8 @@ track_point track_at(double x) {
     }
     const double w = u - entry;
     const double phase = 2 * pi * w / wave;
-    return {steepest / 2 * entry + steepest * w -
-                depth * (w - wave / (2 * pi) * std::sin(phase)),
-            steepest - depth * (1.0 - std::cos(phase)),
-            -depth * 2 * pi / wave * std::sin(phase)};
+    return {steepest / 2 * entry + steepest * w - depth * (w - wave / (2 * pi) * std::sin(phase)),
+            steepest - depth * (1.0 - std::cos(phase)), -depth * 2 * pi / wave * std::sin(phase)};
 }
 
 /// Uniform in [low, high); the standard's own distributions differ between libraries.
@@ -71,8 +69,8 @@ vehicle_motion scenario::unit(std::size_t unit, double time) const {
     const double phase = along.wave_frequency * time;
     const double x = along.start + along.speed * time + along.wave_amplitude * std::sin(phase);
     const double vx = along.speed + along.wave_amplitude * along.wave_frequency * std::cos(phase);
-    const double ax = -along.wave_amplitude * along.wave_frequency * along.wave_frequency *
-                      std::sin(phase);
+    const double ax =
+        -along.wave_amplitude * along.wave_frequency * along.wave_frequency * std::sin(phase);
 
     const track_point track = track_at(x);
     const double y = track.drift + along.lateral_offset;

@@ -39,8 +39,8 @@ struct geographic_position {
 /// A hunter that follows up to four targets along a track that is straight at first and then bends
 /// gently. The seed chooses gaps and speeds.
 ///
-/// The headings are such that the decoder's heading filter lets all of them pass: the vehicles start
-/// at two degrees, turn away from north only, and never differ by five degrees.
+/// The headings are such that the decoder's heading filter lets all of them pass: the vehicles
+/// start at two degrees, turn away from north only, and never differ by five degrees.
 class scenario {
 public:
     scenario(std::uint64_t seed, std::size_t targets);

@@ -57,9 +57,9 @@ ncom_packet ncom_of(const vehicle_motion& motion, double time, std::uint64_t n) 
     return packet;
 }
 
-/// The hunter's first two packets come from a unit that is still looking for its heading and reports
-/// none. The decoder's heading filter refuses that whole degree from then on, so that no other
-/// heading of the run may lie in it.
+/// The hunter's first two packets come from a unit that is still looking for its heading and
+/// reports none. The decoder's heading filter refuses that whole degree from then on, so that no
+/// other heading of the run may lie in it.
 void make_initialising(ncom_packet& packet) {
     constexpr std::uint8_t initialising = 3;
     packet.navigation_status = initialising;

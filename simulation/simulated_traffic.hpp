@@ -20,9 +20,10 @@ inline constexpr std::uint64_t start_time_ns = 1'767'607'200'000'000'000;
 
 struct traffic_options {
     std::uint32_t duration_s = 10;
-    std::uint32_t rate_hz = 100;     ///< NCOM and extended range packets per unit and second
-    std::uint32_t wrapped_every = 4; ///< every n-th target NCOM packet comes wrapped in RCOM; 0 none
-    std::size_t targets = 2;         ///< 1 to 4
+    std::uint32_t rate_hz = 100; ///< NCOM and extended range packets per unit and second
+    std::uint32_t wrapped_every =
+        4;                   ///< every n-th target NCOM packet comes wrapped in RCOM; 0 none
+    std::size_t targets = 2; ///< 1 to 4
     std::uint64_t seed = 1;
 };
 

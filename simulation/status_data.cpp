@@ -23,7 +23,9 @@ status_data padded(const wire_writer& writer) {
     return data;
 }
 
-double degrees(double radians) { return radians * 180.0 / std::numbers::pi; }
+double degrees(double radians) {
+    return radians * 180.0 / std::numbers::pi;
+}
 
 std::int32_t scaled(double value, double factor) {
     return static_cast<std::int32_t>(std::lround(value * factor));
@@ -31,13 +33,17 @@ std::int32_t scaled(double value, double factor) {
 
 } // namespace
 
-std::uint8_t ncom_channel_in_turn(std::uint64_t n) { return ncom_channels[n % ncom_channels.size()]; }
+std::uint8_t ncom_channel_in_turn(std::uint64_t n) {
+    return ncom_channels[n % ncom_channels.size()];
+}
 
 std::uint8_t rcom_channel_in_turn(std::uint64_t n) {
     return static_cast<std::uint8_t>((address_channel + n) % rcom_channel_count);
 }
 
-std::uint8_t lane_channel_in_turn(std::uint64_t n) { return lane_channels[n % lane_channels.size()]; }
+std::uint8_t lane_channel_in_turn(std::uint64_t n) {
+    return lane_channels[n % lane_channels.size()];
+}
 
 status_data ncom_status_data(std::uint8_t channel, std::int32_t gps_minutes) {
     wire_writer writer;

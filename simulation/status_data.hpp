@@ -17,8 +17,8 @@ std::uint8_t ncom_channel_in_turn(std::uint64_t n);
 /// Data of an NCOM status channel; `gps_minutes` count from 1980-01-06.
 status_data ncom_status_data(std::uint8_t channel, std::int32_t gps_minutes);
 
-/// Status channel of the n-th extended range packet of a target: all 22 take turns, and the first one
-/// names the addresses.
+/// Status channel of the n-th extended range packet of a target: all 22 take turns, and the first
+/// one names the addresses.
 std::uint8_t rcom_channel_in_turn(std::uint64_t n);
 
 /// What an extended range packet knows about its two vehicles.
