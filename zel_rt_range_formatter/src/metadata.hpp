@@ -4,6 +4,6 @@
 namespace zel::toolbox::rt_range {
 
 /// key=value lines separated by line feeds; static, and alone in its section.
-extern const char metadata[];
+const char* metadata();
 
 } // namespace zel::toolbox::rt_range

@@ -43,5 +43,5 @@ ZEL_EXPORT void zel_enum_formatter_dispatch_table(zel_formatter_dispatch_table_c
 }
 
 ZEL_EXPORT const char* zel_runtime_query_metadata() {
-    return zel::toolbox::rt_range::metadata;
+    return zel::toolbox::rt_range::metadata();
 }

@@ -14,7 +14,6 @@ namespace level = extensibility::log::level;
 
 constexpr std::uint16_t ipv4_ethertype = 0x0800;
 constexpr std::uint8_t udp_protocol = 17;
-constexpr std::uint32_t throttle_period = 100;
 
 /// Hosts sort log records by these line numbers, so they stay whatever happens to this file.
 constexpr log::site site(std::uint32_t fixed_line) {
@@ -22,13 +21,10 @@ constexpr log::site site(std::uint32_t fixed_line) {
             "rt_range_formatter_base.cpp", fixed_line};
 }
 
-/// Logs the first of every hundred frames of one kind of foreign traffic. The counter advances
-/// last: a host that fails to log gets the record again with the next frame.
-template <typename... Arguments>
-void write_throttled(std::uint32_t& counter, const std::shared_ptr<log::logger>& logger,
-                     std::uint32_t fixed_line, const char* format, Arguments... arguments) {
-    if (counter == 0)
-        log::write(logger, level::skipped, site(fixed_line), format, arguments...);
+/// Of each kind of foreign traffic, the first of every hundred frames is logged. The counter
+/// advances after that: a host that fails to log gets the record again with the next frame.
+void count_foreign(std::uint32_t& counter) {
+    constexpr std::uint32_t throttle_period = 100;
     counter = (counter + 1) % throttle_period;
 }
 
@@ -67,10 +63,12 @@ std::optional<datagram> rt_range_formatter_base::dissect(const std::uint8_t* fra
                                                          std::uint64_t frame_size,
                                                          std::uint64_t reference_timestamp) {
     if (frame[12] != ipv4_ethertype >> 8 || frame[13] != (ipv4_ethertype & 0xFF)) {
-        write_throttled(not_ipv4_log_counter_, logger_, 44,
-                        "RT-Range: Received an Ethernet frame which does not have IPv4 data. "
-                        "Discarding the package. Reference timestamp : %lu",
-                        static_cast<unsigned long>(reference_timestamp));
+        if (not_ipv4_log_counter_ == 0)
+            log::write(logger_, level::skipped, site(44),
+                       "RT-Range: Received an Ethernet frame which does not have IPv4 data. "
+                       "Discarding the package. Reference timestamp : %lu",
+                       static_cast<unsigned long>(reference_timestamp));
+        count_foreign(not_ipv4_log_counter_);
         return std::nullopt;
     }
     const std::uint64_t ip_size = frame_size - ethernet_header_size;
@@ -81,7 +79,9 @@ std::optional<datagram> rt_range_formatter_base::dissect(const std::uint8_t* fra
         return std::nullopt;
     }
     if (frame[ethernet_header_size + 9] != udp_protocol) {
-        write_throttled(not_udp_log_counter_, logger_, 68, "RT-Range: Not UDP payload.");
+        if (not_udp_log_counter_ == 0)
+            log::write(logger_, level::skipped, site(68), "RT-Range: Not UDP payload.");
+        count_foreign(not_udp_log_counter_);
         return std::nullopt;
     }
     const std::uint64_t udp_size = ip_size - ip_header_size;
@@ -93,8 +93,9 @@ std::optional<datagram> rt_range_formatter_base::dissect(const std::uint8_t* fra
     }
     const datagram datagram = read_datagram(frame, frame_size);
     if (datagram.destination_port != ncom_port && datagram.destination_port != rcom_port) {
-        write_throttled(not_rt_range_port_log_counter_, logger_, 102,
-                        "RT-Range: Not NCOM or RCOM port data.");
+        if (not_rt_range_port_log_counter_ == 0)
+            log::write(logger_, level::skipped, site(102), "RT-Range: Not NCOM or RCOM port data.");
+        count_foreign(not_rt_range_port_log_counter_);
         return std::nullopt;
     }
     return datagram;
