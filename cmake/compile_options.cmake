@@ -20,3 +20,7 @@ if(ZEL_SANITIZE)
     -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
+
+if(ZEL_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs what the build and the tests need, on Debian. Does nothing when all of it is there.
+# Installs what the build needs, on Debian. Does nothing when all of it is there.
+# usage: install-packages.sh [--with-windows] [--with-clang]
 set -euo pipefail
 
 packages=(
@@ -7,9 +8,12 @@ packages=(
   libpcap-dev libcli11-dev libfmt-dev
   googletest libbenchmark-dev
 )
-if [ "${1:-}" = --with-windows ]; then
-  packages+=(g++-mingw-w64-x86-64-posix wine64)
-fi
+for option in "$@"; do
+  case $option in
+  --with-windows) packages+=(g++-mingw-w64-x86-64-posix wine64) ;;
+  --with-clang) packages+=(clang libclang-rt-14-dev clang-tidy) ;;
+  esac
+done
 
 missing=()
 for package in "${packages[@]}"; do

@@ -35,7 +35,9 @@ bool fails(zel_error_details_t** error) {
     return ++state.calls == state.failing_call;
 }
 
+/// A failing call reports its failure alone, without the note.
 zel_status_t fail(zel_error_details_t** error) {
+    zel_error_details_destroy(*error);
     return zel_error_details_create(error, 0xA0030011, "host failure");
 }
 

@@ -1,0 +1,8 @@
+// Any sequence of "zel.eth.rtrange" raw packages in one instance.
+
+#include "fuzz/fuzz_host.hpp"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    fuzz::transform_all("zel.eth.rtrange", {data, size});
+    return 0;
+}

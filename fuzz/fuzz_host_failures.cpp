@@ -1,0 +1,24 @@
+// Any sequence of raw packages, while the host fails at any call and in any way.
+
+#include "fuzz/fuzz_host.hpp"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    fuzz::input input({data, size});
+    fuzz::instance instance(input.byte() % 2 == 0 ? "zel.rtrange" : "zel.eth.rtrange");
+    recording_zelc_t& zelc = *recording_zelc();
+    while (!input.empty()) {
+        // Which call fails, in which way, and what else the host does out of the ordinary.
+        zelc.calls = 0;
+        zelc.failing_call = input.byte();
+        const std::uint8_t flags = input.byte();
+        zelc.failure = (flags & 1) != 0 ? RECORDING_BY_NOTHING : RECORDING_BY_ERROR;
+        zelc.notes = (flags & 2) != 0;
+        zelc.state_record = (flags & 4) != 0;
+        zelc.state_code = (flags & 8) != 0 ? 1 : 0;
+        zelc.state_description = (flags & 16) != 0 ? "worn out" : nullptr;
+        instance.allocator_fails = (flags & 32) != 0;
+        instance.log_fails = (flags & 64) != 0;
+        instance.transform_next(input);
+    }
+    return 0;
+}
