@@ -16,9 +16,9 @@ else()
 endif()
 
 if(ZEL_SANITIZE)
-  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
+  add_compile_options(-fsanitize=${ZEL_SANITIZE} -fno-sanitize-recover=all
     -fno-omit-frame-pointer)
-  add_link_options(-fsanitize=address,undefined)
+  add_link_options(-fsanitize=${ZEL_SANITIZE})
 endif()
 
 if(ZEL_FUZZ)

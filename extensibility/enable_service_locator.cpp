@@ -2,7 +2,6 @@
 
 #include <exception>
 #include <stdexcept>
-#include <utility>
 
 #include "extensibility/error_translation.hpp"
 
@@ -19,8 +18,9 @@ enable_service_locator::enable_service_locator()
     services_.max_load_factor(1.0F);
 }
 
-void enable_service_locator::register_service(const char* service_type, service_provider provider) {
-    services_.try_emplace(service_type, std::move(provider));
+void enable_service_locator::register_service(const char* service_type,
+                                              const service_provider& provider) {
+    services_.try_emplace(service_type, provider);
 }
 
 void enable_service_locator::unregister_service(const char* service_type) noexcept {

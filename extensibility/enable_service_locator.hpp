@@ -22,7 +22,7 @@ public:
     enable_service_locator& operator=(const enable_service_locator&) = delete;
 
     /// Offers a service; a name that is already offered keeps its first provider.
-    void register_service(const char* service_type, service_provider provider);
+    void register_service(const char* service_type, const service_provider& provider);
 
     /// Withdraws a service. For destructors: a missing name is no failure.
     void unregister_service(const char* service_type) noexcept;

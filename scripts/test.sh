@@ -1,17 +1,26 @@
 #!/usr/bin/env bash
-# Sets everything up, builds and runs all tests: the DLL under Wine, then natively under
-# AddressSanitizer and UndefinedBehaviorSanitizer, then natively as released.
+# Sets everything up, builds and runs all tests: the DLL under Wine; natively with ThreadSanitizer, with
+# AddressSanitizer and UndefinedBehaviorSanitizer, with Clang, and as released. Checks the sources with
+# clang-tidy, and fuzzes for half a minute per target.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/install-packages.sh --with-windows
+scripts/install-packages.sh --with-windows --with-clang
 
-for preset in windows sanitize linux; do
+presets=(windows threads sanitize clang linux)
+for preset in "${presets[@]}"; do
   echo "== Building ($preset)"
   cmake --preset "$preset" --log-level=WARNING
   cmake --build --preset "$preset"
 done
-for preset in windows sanitize linux; do
+
+echo "== Checking with clang-tidy"
+find extensibility host simulation tools zel_rt_range_formatter -name '*.cpp' -print0 |
+  xargs -0 -P "$(nproc)" -n 4 clang-tidy -p build/clang --quiet 2>/dev/null
+
+scripts/fuzz.sh 30
+
+for preset in "${presets[@]}"; do
   echo "== Testing ($preset)"
   ctest --preset "$preset"
 done

@@ -8,7 +8,7 @@ namespace zel::host {
 namespace {
 
 void* allocate_array(std::size_t count, std::size_t element_size, void*) {
-    return std::calloc(count, element_size);
+    return std::malloc(count * element_size);
 }
 
 } // namespace

@@ -35,7 +35,6 @@ formatter_instance::formatter_instance(const zel_formatter_dispatch_table_t& for
     zel_error_details_t* error = nullptr;
     throw_if_failed(formatter_.create(&instance_, services.locator(), &error), error);
     try {
-        error = nullptr;
         throw_if_failed(formatter_.get_service_locator(instance_, &locator_, &error), error);
         transformation_ = static_cast<const zel_formatter_raw_package_transformation_support_t*>(
             resolve(ZEL_FORMATTER_RAW_PACKAGE_TRANSFORMATION_SUPPORT_SERVICE_TYPE));

@@ -42,7 +42,7 @@ extern "C" zel_status_t zel_package_create_assign_data(const zel_allocator_t* al
         return fail(error, error_code::invalid_argument, "argument 'data' was not initialized");
     zel_package_t* created = nullptr;
     zel_status_t status = zel_package_create(allocator, size, &created, error);
-    if (status != 0)
+    if (created == nullptr)
         return status;
     status = zel_package_assign_format_type(created, format_type, error);
     if (status != 0 || package == nullptr) {

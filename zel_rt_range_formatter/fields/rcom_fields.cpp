@@ -10,9 +10,9 @@ namespace {
 #define FIELD(name, unit, meaning)                                                                 \
     {#name, AT(name), stored_as<decltype(rcom_unit_record::name)>(), unit, meaning}
 #define ADDRESS(name, unit, meaning) {#name, AT(name), field_type::ipv4, unit, meaning}
-#define BYTE(name, i, unit, meaning) {#name "_byte_" #i, AT(name) + i, field_type::u8, unit, meaning}
+#define BYTE(name, i, unit, meaning) {#name "_byte_" #i, AT(name) + (i), field_type::u8, unit, meaning}
 #define LANE(k, unit, meaning) \
-    {"lane_d" #k, AT(lane_values) + k * sizeof(double), field_type::f64, unit, meaning}
+    {"lane_d" #k, AT(lane_values) + (k) * sizeof(double), field_type::f64, unit, meaning}
 
 constexpr field fields[] = {
     {"source_ip", AT(endpoint.source_ip), field_type::ipv4, "",
