@@ -1,11 +1,11 @@
 #include "tools/rtrange/csv_file.hpp"
 
 #include <algorithm>
+#include <bit>
 #include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <cstring>
-#include <type_traits>
 
 #include <fmt/format.h>
 
@@ -19,36 +19,59 @@ using zel::toolbox::rt_range::field_type;
 namespace {
 
 constexpr std::size_t buffer_size = 1 << 18;
-constexpr std::size_t longest_cell = 64;
+constexpr std::size_t longest_cell = 32;
 
-template <typename Number>
-Number stored(const std::uint8_t* bytes) {
-    Number number;
-    std::memcpy(&number, bytes, sizeof(number));
-    return number;
+/// Formats the stored content of a field at `begin`, where there is room for the longest cell;
+/// gives its end.
+char* format(field_type type, std::uint64_t content, char* begin) {
+    char* const limit = begin + longest_cell;
+    switch (type) {
+    case field_type::u8:
+    case field_type::u16:
+    case field_type::u32:
+    case field_type::u64:
+        return std::to_chars(begin, limit, content).ptr;
+    case field_type::s16:
+        return std::to_chars(begin, limit, static_cast<std::int16_t>(content)).ptr;
+    case field_type::s32:
+        return std::to_chars(begin, limit, static_cast<std::int32_t>(content)).ptr;
+    case field_type::s64:
+        return std::to_chars(begin, limit, static_cast<std::int64_t>(content)).ptr;
+    case field_type::f64: {
+        const auto number = std::bit_cast<double>(content);
+        // A sign or a payload of "not a number" is nothing that a table reader knows.
+        return std::isnan(number) ? std::ranges::copy(std::string_view("nan"), begin).out
+                                  : std::to_chars(begin, limit, number).ptr;
+    }
+    case field_type::ipv4:
+        return fmt::format_to(begin, "{}.{}.{}.{}", content & 0xFF, content >> 8 & 0xFF,
+                              content >> 16 & 0xFF, content >> 24);
+    }
+    return begin;
 }
 
 } // namespace
 
 csv_file::csv_file(const std::filesystem::path& file,
                    std::span<const std::string_view> leading_columns, std::span<const field> fields)
-    : path_(file), fields_(fields), file_(std::fopen(file.c_str(), "wb")), buffer_(buffer_size) {
+    : path_(file), file_(std::fopen(file.c_str(), "wb")), buffer_(buffer_size) {
     if (file_ == nullptr)
         fail();
     // The rows are collected here; a second buffer would only copy them once more.
     std::setvbuf(file_.get(), nullptr, _IONBF, 0);
-    for (const std::string_view column : leading_columns)
-        cell(column);
-    for (const field& field : fields_)
+    for (const std::string_view name : leading_columns)
+        cell(name);
+    for (const field& field : fields) {
         cell(field.name);
+        columns_.push_back({field.type, field.offset, 0, 0, {}});
+    }
     buffer_[used_ - 1] = '\n';
     flush();
 }
 
 void csv_file::cell(std::uint64_t value) {
-    reserve(longest_cell);
-    append_number(value);
-    append(",");
+    std::array<char, longest_cell> text;
+    cell(std::string_view(text.data(), format(field_type::u64, value, text.data())));
 }
 
 void csv_file::cell(std::string_view text) {
@@ -58,11 +81,9 @@ void csv_file::cell(std::string_view text) {
 }
 
 void csv_file::end_row(std::span<const std::uint8_t> record) {
-    reserve(fields_.size() * longest_cell);
-    for (const field& field : fields_) {
-        append_field(field.type, record.data() + field.offset);
-        append(",");
-    }
+    reserve(columns_.size() * longest_cell);
+    for (cached_column& column : columns_)
+        append_column(column, record.data());
     buffer_[used_ - 1] = '\n';
     ++rows_;
 }
@@ -86,42 +107,19 @@ void csv_file::append(std::string_view text) {
     used_ += text.size();
 }
 
-template <typename Number>
-void csv_file::append_number(Number number) {
-    char* const begin = buffer_.data() + used_;
-    const auto result = std::to_chars(begin, buffer_.data() + buffer_.size(), number);
-    used_ += static_cast<std::size_t>(result.ptr - begin);
-}
-
-void csv_file::append_field(field_type type, const std::uint8_t* bytes) {
-    switch (type) {
-    case field_type::u8:
-        return append_number(bytes[0]);
-    case field_type::u16:
-        return append_number(stored<std::uint16_t>(bytes));
-    case field_type::u32:
-        return append_number(stored<std::uint32_t>(bytes));
-    case field_type::u64:
-        return append_number(stored<std::uint64_t>(bytes));
-    case field_type::s16:
-        return append_number(stored<std::int16_t>(bytes));
-    case field_type::s32:
-        return append_number(stored<std::int32_t>(bytes));
-    case field_type::s64:
-        return append_number(stored<std::int64_t>(bytes));
-    case field_type::f64: {
-        const auto number = stored<double>(bytes);
-        // A sign or a payload of "not a number" is nothing that a table reader knows.
-        return std::isnan(number) ? append("nan") : append_number(number);
+void csv_file::append_column(cached_column& column, const std::uint8_t* record) {
+    std::uint64_t content = 0;
+    std::memcpy(&content, record + column.offset, size_of(column.type));
+    if (content != column.content || column.text_size == 0) {
+        char* const begin = column.text.data();
+        char* const end = format(column.type, content, begin);
+        *end = ',';
+        column.content = content;
+        column.text_size = static_cast<std::size_t>(end + 1 - begin);
     }
-    case field_type::ipv4:
-        for (std::size_t i = 0; i < 4; ++i) {
-            append_number(bytes[i]);
-            if (i < 3)
-                append(".");
-        }
-        return;
-    }
+    // Always the whole text array: a copy of fixed size needs no call.
+    std::memcpy(buffer_.data() + used_, column.text.data(), column.text.size());
+    used_ += column.text_size;
 }
 
 void csv_file::flush() {
