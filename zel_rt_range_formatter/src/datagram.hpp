@@ -26,6 +26,9 @@ struct datagram {
     std::uint64_t payload_size;
 };
 
+/// UDP destination port of a frame that is known to hold all three headers, in host byte order.
+std::uint16_t destination_port_of(const std::uint8_t* frame);
+
 /// Reads the datagram of a frame that is known to hold all three headers.
 datagram read_datagram(const std::uint8_t* frame, std::uint64_t frame_size);
 

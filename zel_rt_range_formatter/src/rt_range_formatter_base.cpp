@@ -51,17 +51,16 @@ void rt_range_formatter_base::reset() {
 bool rt_range_formatter_base::process_rt_range_data(const std::uint8_t* frame,
                                                     std::uint64_t frame_size,
                                                     const pass_through& values) {
-    const auto datagram = dissect(frame, frame_size, values.reference_timestamp);
-    if (!datagram)
+    if (!is_for_decoder(frame, frame_size, values.reference_timestamp))
         return false;
     follow_time(values.reference_timestamp);
-    return datagram->destination_port == ncom_port ? process_ncom_datagram(*datagram, values)
-                                                   : process_rcom_datagram(*datagram, values);
+    const datagram datagram = read_datagram(frame, frame_size);
+    return datagram.destination_port == ncom_port ? process_ncom_datagram(datagram, values)
+                                                  : process_rcom_datagram(datagram, values);
 }
 
-std::optional<datagram> rt_range_formatter_base::dissect(const std::uint8_t* frame,
-                                                         std::uint64_t frame_size,
-                                                         std::uint64_t reference_timestamp) {
+bool rt_range_formatter_base::is_for_decoder(const std::uint8_t* frame, std::uint64_t frame_size,
+                                             std::uint64_t reference_timestamp) {
     if (frame[12] != ipv4_ethertype >> 8 || frame[13] != (ipv4_ethertype & 0xFF)) {
         if (not_ipv4_log_counter_ == 0)
             log::write(logger_, level::skipped, site(44),
@@ -69,36 +68,36 @@ std::optional<datagram> rt_range_formatter_base::dissect(const std::uint8_t* fra
                        "Discarding the package. Reference timestamp : %lu",
                        static_cast<unsigned long>(reference_timestamp));
         count_foreign(not_ipv4_log_counter_);
-        return std::nullopt;
+        return false;
     }
     const std::uint64_t ip_size = frame_size - ethernet_header_size;
     if (ip_size < ip_header_size) {
         log::write(logger_, level::malformed, site(55),
                    "Unexpected IP frame size (Expected at least = %u, Received size = %u).",
                    low_32_bits(ip_header_size), low_32_bits(ip_size));
-        return std::nullopt;
+        return false;
     }
     if (frame[ethernet_header_size + 9] != udp_protocol) {
         if (not_udp_log_counter_ == 0)
             log::write(logger_, level::skipped, site(68), "RT-Range: Not UDP payload.");
         count_foreign(not_udp_log_counter_);
-        return std::nullopt;
+        return false;
     }
     const std::uint64_t udp_size = ip_size - ip_header_size;
     if (udp_size < udp_header_size) {
         log::write(logger_, level::malformed, site(79),
                    "Unexpected UDP frame size (Expected at least = %u, Received size = %u).",
                    low_32_bits(udp_header_size), low_32_bits(udp_size));
-        return std::nullopt;
+        return false;
     }
-    const datagram datagram = read_datagram(frame, frame_size);
-    if (datagram.destination_port != ncom_port && datagram.destination_port != rcom_port) {
+    const std::uint16_t port = destination_port_of(frame);
+    if (port != ncom_port && port != rcom_port) {
         if (not_rt_range_port_log_counter_ == 0)
             log::write(logger_, level::skipped, site(102), "RT-Range: Not NCOM or RCOM port data.");
         count_foreign(not_rt_range_port_log_counter_);
-        return std::nullopt;
+        return false;
     }
-    return datagram;
+    return true;
 }
 
 /// A replay that jumps backwards starts afresh.

@@ -34,8 +34,8 @@ protected:
 
 private:
     // Dispatch: rt_range_formatter_base.cpp
-    std::optional<datagram> dissect(const std::uint8_t* frame, std::uint64_t frame_size,
-                                    std::uint64_t reference_timestamp);
+    bool is_for_decoder(const std::uint8_t* frame, std::uint64_t frame_size,
+                        std::uint64_t reference_timestamp);
     void follow_time(std::uint64_t reference_timestamp);
     bool process_ncom_datagram(const datagram& datagram, const pass_through& values);
     bool process_rcom_datagram(const datagram& datagram, const pass_through& values);
