@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/harness/frames.hpp"
+#include "tests/harness/rcom_frames.hpp"
 
 namespace {
 
@@ -46,6 +46,30 @@ TEST(host_failure, every_package_call_can_fail_and_nothing_leaks) {
             EXPECT_EQ(zelc.calls, call);
             EXPECT_EQ(zelc.live_packages, 0);
             EXPECT_EQ(zelc.live_errors, 0);
+        }
+    }
+}
+
+TEST(host_failure, rcom_output_can_fail_and_the_decoder_goes_on) {
+    const struct {
+        bytes frame;
+        unsigned packages;
+    } kinds[] = {{rcom_frame(range_packet(1)), 2},
+                 {rcom_frame(lane_packet{}), 1},
+                 {wrapped_frame(target_address), 2}};
+    for (const auto& kind : kinds) {
+        for (unsigned call = 1; call <= 1 + 2 * kind.packages; ++call) {
+            SCOPED_TRACE(call);
+            instance subject;
+            subject.decode(identification(1, hunter_address, target_address));
+            recording_zelc()->calls = 0;
+            recording_zelc()->failing_call = call;
+            EXPECT_EQ(subject.decode(kind.frame).status, file_exists);
+            recording_zelc()->failing_call = 0;
+            const outcome next = subject.decode(kind.frame);
+            EXPECT_EQ(next.decoded().size(), kind.packages);
+            // The first call is for the bare frame, before the decoder has seen anything.
+            EXPECT_EQ(first_package(next).u64(20), call == 1 ? 2U : 3U);
         }
     }
 }
