@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -15,6 +16,10 @@ namespace fs = std::filesystem;
 
 void feed(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
+    if (!stream) {
+        std::fprintf(stderr, "cannot read '%s'\n", file.string().c_str());
+        std::exit(1);
+    }
     const std::vector<char> content{std::istreambuf_iterator<char>(stream), {}};
     const std::vector<std::uint8_t> bytes(content.begin(), content.end());
     LLVMFuzzerTestOneInput(bytes.data(), bytes.size());

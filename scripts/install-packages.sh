@@ -12,6 +12,7 @@ for option in "$@"; do
   case $option in
   --with-windows) packages+=(g++-mingw-w64-x86-64-posix wine64) ;;
   --with-clang) packages+=(clang libclang-rt-14-dev clang-tidy) ;;
+  *) echo "install-packages.sh: unknown option $option" >&2 && exit 2 ;;
   esac
 done
 
@@ -24,7 +25,10 @@ done
 
 echo "== Installing ${missing[*]}"
 as_root=()
-[ "$(id -u)" -eq 0 ] || as_root=(sudo)
+if [ "$(id -u)" -ne 0 ]; then
+  command -v sudo >/dev/null || { echo "run this as root, or install sudo" >&2; exit 1; }
+  as_root=(sudo)
+fi
 export DEBIAN_FRONTEND=noninteractive
 "${as_root[@]}" apt-get update -qq
 "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null

@@ -52,7 +52,8 @@ bool is_version(const std::string& text) {
 
 bool is_date(const std::string& text) {
     static const std::string months = "JanFebMarAprMayJunJulAugSepOctNovDec";
-    return text.size() == 11 && months.find(text.substr(0, 3)) % 3 == 0 && text[3] == ' ' &&
+    const std::size_t month = months.find(text.substr(0, 3));
+    return text.size() == 11 && month != std::string::npos && month % 3 == 0 && text[3] == ' ' &&
            (text[4] == ' ' || digits(text.substr(4, 1))) && digits(text.substr(5, 1)) &&
            text[6] == ' ' && digits(text.substr(7));
 }

@@ -123,7 +123,7 @@ TEST_F(rtrange_program, writes_a_row_per_package_with_the_values_of_the_run) {
     EXPECT_FALSE(fs::exists(folder / "out/target3.csv"));
     for (const char* const line :
          {"260 frames", "258  decoded", "1  foreign: not IPv4", "1  foreign: other UDP ports",
-          "hunter(195.0.0.10)", "target 1 (195.0.0.21)", "target 2 (195.0.0.22)", "50 rows"})
+          "hunter (195.0.0.10)", "target 1 (195.0.0.21)", "target 2 (195.0.0.22)", "50 rows"})
         EXPECT_TRUE(contains(result.output, line)) << line << "\n" << result.output;
 
     EXPECT_EQ(hunter.cell(0, "reference_timestamp"), "1767607200000000000");
@@ -162,6 +162,44 @@ TEST_F(rtrange_program, keeps_what_came_before_a_truncated_end) {
     EXPECT_TRUE(contains(result.output, "is broken after frame")) << result.output;
     EXPECT_TRUE(contains(result.output, "decoded"));
     EXPECT_GT(content(folder / "out/hunter.csv").size(), 1000U);
+}
+
+TEST_F(rtrange_program, goes_on_with_the_next_capture_after_a_broken_one) {
+    const std::string capture = content(example);
+    write(folder / "cut.pcap", capture.substr(0, capture.size() - 1));
+    const result result = rtrange("decode " + in_folder("cut.pcap") + " " + example.string() +
+                                  " -o " + in_folder("out"));
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_TRUE(contains(result.output, "cut.pcap' is broken after frame 259")) << result.output;
+    EXPECT_TRUE(contains(result.output, "519 frames")) << result.output;
+    EXPECT_TRUE(contains(result.output, "1  steps back in time, the first at 2026-01-05 10:00:00"));
+}
+
+TEST_F(rtrange_program, says_that_frames_were_cut_short_by_the_recorder) {
+    // In the file, each frame stands behind 16 bytes: its time, its kept and its whole length.
+    std::string capture = content(example).substr(0, 24);
+    const std::string whole = content(example);
+    for (std::size_t at = 24; at < whole.size();) {
+        const auto size = static_cast<unsigned char>(whole[at + 8]);
+        std::string head = whole.substr(at, 16);
+        head[8] = static_cast<char>(std::min<int>(size, 60));
+        capture += head + whole.substr(at + 16, std::min<std::size_t>(size, 60));
+        at += 16 + std::size_t{size};
+    }
+    write(folder / "short.pcap", capture);
+    const result result = rtrange("decode " + in_folder("short.pcap") + " -o " + in_folder("out"));
+    EXPECT_EQ(result.exit_code, 0);
+    EXPECT_TRUE(contains(result.output, "259  cut short when recorded")) << result.output;
+    EXPECT_TRUE(contains(result.output, "every NCOM and RCOM frame was refused"));
+}
+
+TEST_F(rtrange_program, completes_its_tables_even_if_nobody_reads_along) {
+    const std::string command = "decode " + example.string() + " -o " + in_folder("out");
+    EXPECT_EQ(rtrange(command + " > /dev/full").exit_code, 1);
+    const std::string table = content(folder / "out/hunter.csv");
+    ASSERT_FALSE(table.empty());
+    EXPECT_EQ(table.back(), '\n');
+    EXPECT_EQ(rtrange("info > /dev/full").exit_code, 1);
 }
 
 TEST_F(rtrange_program, removes_tables_of_an_earlier_run) {
@@ -213,6 +251,13 @@ TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_do) {
         const result result = rtrange(wrong.arguments);
         EXPECT_EQ(result.exit_code, wrong.exit_code) << wrong.arguments << "\n" << result.output;
         EXPECT_TRUE(contains(result.output, wrong.message)) << result.output;
+        const auto lines = split(result.output, '\n');
+        EXPECT_EQ(
+            std::count_if(lines.begin(), lines.end(),
+                          [](const std::string& line) { return line.starts_with("rtrange: "); }),
+            1)
+            << result.output;
+        EXPECT_TRUE(lines.back().starts_with("rtrange: ")) << result.output;
     }
 }
 

@@ -20,8 +20,9 @@ private:
     zel_status_t status_;
 };
 
-/// Throws host_error unless `status` is 0. Takes the error record over in every case and leaves null.
-/// The record comes by reference, so that the failing call itself can stand as the first argument.
+/// Throws host_error unless `status` is 0. Takes the error record over in every case and leaves
+/// null. The record comes by reference, so that the failing call itself can stand as the first
+/// argument.
 void throw_if_failed(zel_status_t status, zel_error_details_t*& error);
 
 } // namespace zel::host

@@ -8,6 +8,12 @@ namespace {
 
 using dispatch_tables = std::vector<const zel_formatter_dispatch_table_t*>;
 
+/// A plug-in that promises something and gives nothing ends here, and not in a null pointer.
+void require(const void* gift, const std::string& what) {
+    if (gift == nullptr)
+        throw std::runtime_error("the plug-in gives no " + what);
+}
+
 bool collect(const zel_formatter_dispatch_table_t* dispatch_table, void* context) {
     static_cast<dispatch_tables*>(context)->push_back(dispatch_table);
     return true;
@@ -16,10 +22,19 @@ bool collect(const zel_formatter_dispatch_table_t* dispatch_table, void* context
 } // namespace
 
 plugin::plugin(const std::filesystem::path& file) : library_(file) {
-    metadata_ =
+    const char* const metadata =
         library_.function<zel_runtime_query_metadata_t>(ZEL_RUNTIME_QUERY_METADATA_EXPORT)();
+    require(metadata, "metadata");
+    metadata_ = metadata;
     library_.function<zel_enum_formatter_dispatch_table_t>(
         ZEL_ENUM_FORMATTER_DISPATCH_TABLE_EXPORT)(&collect, &formatters_);
+    for (const auto* const formatter : formatters_) {
+        require(formatter, "record of a formatter");
+        require(formatter->format_type, "format type of a formatter");
+        if (formatter->create == nullptr || formatter->destroy == nullptr ||
+            formatter->get_service_locator == nullptr)
+            throw std::runtime_error("the plug-in's formatter lacks an entry point");
+    }
 }
 
 const zel_formatter_dispatch_table_t& plugin::formatter(std::string_view format_type) const {
@@ -34,8 +49,10 @@ formatter_instance::formatter_instance(const zel_formatter_dispatch_table_t& for
     : formatter_(formatter) {
     zel_error_details_t* error = nullptr;
     throw_if_failed(formatter_.create(&instance_, services.locator(), &error), error);
+    require(instance_, "instance");
     try {
         throw_if_failed(formatter_.get_service_locator(instance_, &locator_, &error), error);
+        require(locator_, "service locator");
         transformation_ = static_cast<const zel_formatter_raw_package_transformation_support_t*>(
             resolve(ZEL_FORMATTER_RAW_PACKAGE_TRANSFORMATION_SUPPORT_SERVICE_TYPE));
     } catch (...) {
@@ -78,6 +95,7 @@ void* formatter_instance::resolve(const char* service_type) const {
     void* service = nullptr;
     zel_error_details_t* error = nullptr;
     throw_if_failed(locator_->resolve(locator_->handle, service_type, &service, &error), error);
+    require(service, std::string("service '") + service_type + "'");
     return service;
 }
 

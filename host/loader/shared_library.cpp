@@ -13,7 +13,7 @@ namespace zel::host {
 #ifdef _WIN32
 
 shared_library::shared_library(const std::filesystem::path& file)
-    : name_(file.string()), handle_(LoadLibraryW(file.wstring().c_str())) {
+    : name_(file.string()), handle_(LoadLibraryW(absolute(file).wstring().c_str())) {
     if (handle_ == nullptr)
         throw std::runtime_error("cannot load '" + name_ + "': Windows error " +
                                  std::to_string(GetLastError()));
@@ -34,7 +34,7 @@ shared_library::any_function shared_library::symbol(const char* name) const {
 #else
 
 shared_library::shared_library(const std::filesystem::path& file)
-    : name_(file.string()), handle_(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    : name_(file.string()), handle_(dlopen(absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL)) {
     if (handle_ == nullptr)
         throw std::runtime_error("cannot load '" + name_ + "': " + dlerror());
 }

@@ -47,10 +47,17 @@ std::optional<captured_frame> capture_reader::next() {
         throw broken_capture(fmt::format("'{}' is broken after frame {}: {}", file_.string(),
                                          frames_, pcap_geterr(capture_.get())));
     ++frames_;
+    if (header->ts.tv_sec < 0)
+        throw broken_capture(
+            fmt::format("'{}' has a time before 1970 at frame {}; set the clock of "
+                        "the recorder",
+                        file_.string(), frames_));
     // With nanosecond precision, tv_usec counts nanoseconds.
     const auto seconds = static_cast<std::uint64_t>(header->ts.tv_sec);
     const auto nanoseconds = static_cast<std::uint64_t>(header->ts.tv_usec);
-    return captured_frame{seconds * 1'000'000'000 + nanoseconds, {bytes, header->caplen}};
+    return captured_frame{seconds * 1'000'000'000 + nanoseconds,
+                          {bytes, header->caplen},
+                          header->caplen < header->len};
 }
 
 std::uint64_t capture_reader::position() const {

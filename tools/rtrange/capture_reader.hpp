@@ -15,6 +15,7 @@ namespace rtrange {
 struct captured_frame {
     std::uint64_t time_ns; ///< nanoseconds since 1970
     std::span<const std::uint8_t> bytes;
+    bool cut; ///< the recording kept only the frame's beginning
 };
 
 /// Reads a pcap or pcapng file of Ethernet frames.

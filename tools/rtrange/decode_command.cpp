@@ -1,7 +1,9 @@
 #include "tools/rtrange/decode_command.hpp"
 
 #include <cstdint>
-#include <optional>
+#include <cstdio>
+#include <string>
+#include <vector>
 
 #include <fmt/format.h>
 
@@ -37,7 +39,7 @@ public:
         wrap_(frame.bytes, raw_package_);
         raw_package_.package().reference_timestamp = frame.time_ns;
         const std::size_t decoded = files_.write(instance_.transform(raw_package_.package()));
-        fates_.end_frame(frame.bytes, frame.time_ns, decoded);
+        fates_.end_frame(frame, decoded);
     }
 
     void finish() {
@@ -57,15 +59,17 @@ private:
     record_files files_;
 };
 
-void decode_capture(capture_reader& capture, const std::filesystem::path& file,
-                    decoding& decoding) {
+void decode_capture(const std::filesystem::path& file, decoding& run) {
     constexpr std::uint64_t frames_per_update = 1024;
+    std::printf("Decoding %s\n", file.string().c_str()); // whether or not anybody reads it
+    std::fflush(stdout);
+    capture_reader capture(file);
     std::error_code ignored;
     progress_bar progress(fmt::format("Decoding {}", file.filename().string()),
                           std::filesystem::file_size(file, ignored));
     std::uint64_t frames = 0;
     while (const auto frame = capture.next()) {
-        decoding.decode(*frame);
+        run.decode(*frame);
         if (++frames % frames_per_update == 0)
             progress.update(capture.position());
     }
@@ -74,32 +78,29 @@ void decode_capture(capture_reader& capture, const std::filesystem::path& file,
 } // namespace
 
 int decode(const decode_options& options) {
-    // Opened before anything is written, so that a wrong name costs nobody an earlier result.
-    std::vector<capture_reader> captures;
+    // All of them looked at before anything is written, so that a wrong name costs nobody an
+    // earlier result.
     for (const auto& file : options.captures)
-        captures.emplace_back(file);
+        capture_reader{file};
 
     decoding run(options);
-    std::optional<broken_capture> broken;
-    for (std::size_t i = 0; i < captures.size() && !broken; ++i) {
-        fmt::print("Decoding {}\n", options.captures[i].string());
-        std::fflush(stdout);
+    std::vector<std::string> broken;
+    for (const auto& file : options.captures) {
         try {
-            decode_capture(captures[i], options.captures[i], run);
+            decode_capture(file, run);
         } catch (const broken_capture& error) {
-            broken = error;
+            broken.emplace_back(error.what());
         }
     }
-    if (run.fates().frames == 0 && broken)
-        throw *broken;
     if (run.fates().frames == 0)
-        throw failure("there are no frames to decode: the capture is empty");
+        throw failure(broken.empty() ? fmt::format("there are no frames in '{}'",
+                                                   options.captures.back().string())
+                                     : broken.front());
     run.finish();
-    if (!broken)
-        return exit_success;
     std::fflush(stdout);
-    fmt::print(stderr, "rtrange: {}; what came before is decoded\n", broken->what());
-    return exit_failure;
+    for (const std::string& what : broken)
+        std::fprintf(stderr, "rtrange: %s; what came before is decoded\n", what.c_str());
+    return broken.empty() ? exit_success : exit_failure;
 }
 
 } // namespace rtrange

@@ -16,13 +16,17 @@ void print_count(std::uint64_t count, std::string_view what) {
 }
 
 /// "target 1 (195.0.0.21)" of "Successfully identified IP for target 1 (195.0.0.21)."
-std::string_view unit_and_address(std::string_view message) {
+std::string unit_and_address(std::string_view message) {
     constexpr std::string_view introduction = "Successfully identified IP for ";
     if (message.starts_with(introduction))
         message.remove_prefix(introduction.size());
     if (message.ends_with('.'))
         message.remove_suffix(1);
-    return message;
+    // The decoder leaves a space before a target's address only.
+    constexpr std::string_view hunter = "hunter";
+    if (message.starts_with("hunter("))
+        return fmt::format("{} {}", hunter, message.substr(hunter.size()));
+    return std::string(message);
 }
 
 std::string repetitions(std::uint64_t count) {
@@ -42,8 +46,15 @@ void print_summary(const frame_fates& fates, const std::vector<const csv_file*>&
     print_count(fates.not_udp, "foreign: not UDP");
     print_count(fates.other_ports, "foreign: other UDP ports");
     print_count(fates.ignored_rcom, "ignored: RCOM packets without decoded content");
-    for (const auto& [place, refusal] : fates.refusals)
-        print_count(refusal.count, fmt::format("refused: {}", refusal.message));
+    for (const auto& [place, remark] : fates.refusals)
+        print_count(remark.count, fmt::format("refused: {}", remark.message));
+    for (const auto& [place, remark] : fates.decoded_in_part)
+        print_count(remark.count, fmt::format("decoded, but: {}", remark.message));
+    print_count(fates.cut, "cut short when recorded; record whole frames (tcpdump -s 0)");
+    if (fates.steps_back > 0)
+        print_count(fates.steps_back,
+                    fmt::format("steps back in time, the first at {}; each restarts the decoder",
+                                utc_text(fates.first_step_back_ns)));
 
     if (!fates.identifications.empty())
         fmt::print("\nUnits\n");
@@ -55,9 +66,11 @@ void print_summary(const frame_fates& fates, const std::vector<const csv_file*>&
     fmt::print("\nTables\n");
     for (const csv_file* const table : tables)
         fmt::print("  {:>9} rows  {}\n", table->rows(), table->path().string());
-    if (tables.empty())
-        fmt::print("  none: the capture holds no NCOM (UDP port 3000) and no RCOM (UDP port 3003) "
-                   "to decode\n");
+    if (tables.empty() && fates.refusals.empty())
+        fmt::print(
+            "  none: the capture holds no NCOM (UDP port 3000) and no RCOM (UDP port 3003)\n");
+    else if (tables.empty())
+        fmt::print("  none: every NCOM and RCOM frame was refused\n");
 }
 
 } // namespace rtrange

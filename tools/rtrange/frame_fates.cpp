@@ -32,43 +32,48 @@ void frame_fates::log(const zel_log_info_t& record) {
     complaint_ = complaint{{record.function, record.line}, record.message};
 }
 
-void frame_fates::end_frame(std::span<const std::uint8_t> frame, std::uint64_t time_ns,
-                            std::size_t decoded_packages) {
-    first_time_ns = frames == 0 ? time_ns : std::min(first_time_ns, time_ns);
-    last_time_ns = std::max(last_time_ns, time_ns);
+void frame_fates::end_frame(const captured_frame& frame, std::size_t decoded_packages) {
+    note_time(frame.time_ns);
     ++frames;
+    cut += frame.cut ? 1 : 0;
     for (const std::string& message : announcements_)
-        ++identifications.try_emplace(message, identification{time_ns, 0}).first->second.count;
+        ++identifications.try_emplace(message, identification{frame.time_ns, 0})
+              .first->second.count;
     announcements_.clear();
+
+    const traffic kind = traffic_of(frame.bytes);
     if (decoded_packages > 0) {
         ++decoded;
+        note_remark(decoded_in_part);
+    } else if (kind == traffic::not_ipv4) {
+        ++not_ipv4;
+    } else if (kind == traffic::not_udp) {
+        ++not_udp;
+    } else if (kind == traffic::other_port) {
+        ++other_ports;
+    } else if (complaint_) {
+        note_remark(refusals);
     } else {
-        switch (traffic_of(frame)) {
-        case traffic::not_ipv4:
-            ++not_ipv4;
-            break;
-        case traffic::not_udp:
-            ++not_udp;
-            break;
-        case traffic::other_port:
-            ++other_ports;
-            break;
-        case traffic::ncom_or_rcom:
-            refuse();
-            break;
-        }
+        // The decoder names a reason for everything but the RCOM types that it skips by design.
+        ++ignored_rcom;
     }
     complaint_.reset();
 }
 
-/// The decoder names a reason for everything but the RCOM types that it skips by design.
-void frame_fates::refuse() {
-    if (!complaint_) {
-        ++ignored_rcom;
-        return;
+void frame_fates::note_time(std::uint64_t time_ns) {
+    if (frames > 0 && time_ns < latest_time_ns_) {
+        if (steps_back == 0)
+            first_step_back_ns = time_ns;
+        ++steps_back;
     }
-    ++refused;
-    ++refusals.try_emplace(complaint_->place, refusal{complaint_->message, 0}).first->second.count;
+    latest_time_ns_ = time_ns;
+    first_time_ns = frames == 0 ? time_ns : std::min(first_time_ns, time_ns);
+    last_time_ns = std::max(last_time_ns, time_ns);
+}
+
+void frame_fates::note_remark(remarks& list) {
+    if (complaint_)
+        ++list.try_emplace(complaint_->place, remark{complaint_->message, 0}).first->second.count;
 }
 
 } // namespace rtrange

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "tools/rtrange/capture_reader.hpp"
 #include "zel/log.h"
 
 namespace rtrange {
@@ -20,11 +21,10 @@ public:
     void log(const zel_log_info_t& record);
 
     /// Ends the frame in hand, which yielded this many decoded packages.
-    void end_frame(std::span<const std::uint8_t> frame, std::uint64_t time_ns,
-                   std::size_t decoded_packages);
+    void end_frame(const captured_frame& frame, std::size_t decoded_packages);
 
-    struct refusal {
-        std::string message; ///< of the first frame refused here
+    struct remark {
+        std::string message; ///< of the first such frame
         std::uint64_t count;
     };
 
@@ -34,9 +34,15 @@ public:
     std::uint64_t not_udp = 0;
     std::uint64_t other_ports = 0;
     std::uint64_t ignored_rcom = 0; ///< RCOM packets of a type that carries nothing to decode
-    std::uint64_t refused = 0;
-    /// Refused frames by the place in the decoder that refused them.
-    std::map<std::pair<std::string, std::uint32_t>, refusal> refusals;
+    std::uint64_t cut = 0;          ///< frames that the recording has shortened
+    std::uint64_t steps_back =
+        0; ///< times earlier than the frame before; each restarts the decoder
+    std::uint64_t first_step_back_ns = 0;
+
+    /// Frames by the place in the decoder that found fault with them.
+    using remarks = std::map<std::pair<std::string, std::uint32_t>, remark>;
+    remarks refusals;        ///< of frames that were dropped
+    remarks decoded_in_part; ///< of frames that were decoded all the same
     std::uint64_t first_time_ns = 0;
     std::uint64_t last_time_ns = 0;
 
@@ -53,8 +59,10 @@ private:
         std::string message;
     };
 
-    void refuse();
+    void note_time(std::uint64_t time_ns);
+    void note_remark(remarks& list);
 
+    std::uint64_t latest_time_ns_ = 0;
     std::optional<complaint> complaint_;
     std::vector<std::string> announcements_;
 };

@@ -1,5 +1,6 @@
 // rtrange: decodes captures of an RT-Range system with the formatter plug-in.
 
+#include <csignal>
 #include <cstdio>
 #include <exception>
 
@@ -89,14 +90,24 @@ int run(int argc, char** argv) {
     return exit_success;
 }
 
+/// Output that got lost, on a full disk or in a closed pipe, is a failure.
+void check_standard_output() {
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+        throw failure("cannot write to standard output");
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
+    // A reader that goes away must not keep the tables from being completed.
+    std::signal(SIGPIPE, SIG_IGN);
     try {
-        return run(argc, argv);
+        const int exit_code = run(argc, argv);
+        check_standard_output();
+        return exit_code;
     } catch (const std::exception& error) {
         std::fflush(stdout);
-        fmt::print(stderr, "rtrange: {}\n", error.what());
+        std::fprintf(stderr, "rtrange: %s\n", error.what()); // which does not throw once more
         return exit_failure;
     }
 }

@@ -48,6 +48,13 @@ std::optional<decoded_package> decoded(const zel_package_t& package) {
     return result;
 }
 
+void require_size(std::span<const std::uint8_t> record, std::size_t size) {
+    if (record.size() != size)
+        throw failure(fmt::format("the plug-in gave a record of {} bytes instead of {}; use the "
+                                  "plug-in that belongs to this program",
+                                  record.size(), size));
+}
+
 /// Index of the unit whose NCOM record has this tag.
 std::optional<std::size_t> unit_with_tag(std::uint32_t tag) {
     const auto found = std::ranges::find(ncom_record_tags, tag);
@@ -89,8 +96,7 @@ std::size_t record_files::write(const zel::host::package_array& packages) {
 }
 
 void record_files::write_rcom(std::uint64_t timestamp, std::span<const std::uint8_t> record) {
-    if (record.size() != sizeof(rcom_unit_record))
-        return;
+    require_size(record, sizeof(rcom_unit_record));
     csv_file& file = table(rcom_table);
     file.cell(timestamp);
     file.end_row(record);
@@ -98,8 +104,7 @@ void record_files::write_rcom(std::uint64_t timestamp, std::span<const std::uint
 
 void record_files::write_unit(std::size_t index, std::uint64_t timestamp, bool from_rcom,
                               std::span<const std::uint8_t> record) {
-    if (record.size() != sizeof(ncom_unit_record))
-        return;
+    require_size(record, sizeof(ncom_unit_record));
     csv_file& file = table(index);
     file.cell(timestamp);
     file.cell(from_rcom ? std::string_view("rcom") : std::string_view("ncom"));

@@ -13,8 +13,9 @@
 
 namespace rtrange {
 
-/// Sorts packages into one table per unit and kind: hunter, target1 to target4, each with a table
-/// of its filtered samples beside it. A table that gets no row is not created.
+/// Sorts packages into tables: one per unit (hunter, target1 to target4), each with a table of the
+/// sample batches that the unit completed, and one for RCOM. A table that gets no row is not
+/// created.
 class record_files {
 public:
     /// Creates the folder. Throws failure when that is not possible.

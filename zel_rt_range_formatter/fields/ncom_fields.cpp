@@ -172,13 +172,13 @@ constexpr field fields[] = {
     FIELD(checksum_3, "", "third checksum, not verified"),
     FIELD(differential_age, "s",
           "status channel 20: age of the differential corrections, whole seconds"),
-    FIELD(sample_accel_x, "m/s²", "batch sample: accel_x, filtered"),
-    FIELD(sample_accel_y, "m/s²", "batch sample: accel_y, filtered"),
-    FIELD(sample_vehicle_velocity_x, "m/s", "batch sample: vehicle_velocity_x, filtered"),
-    FIELD(sample_vehicle_velocity_x_kmh, "km/h", "batch sample: vehicle_velocity_x_kmh, filtered"),
-    FIELD(sample_vehicle_velocity_y, "m/s", "batch sample: vehicle_velocity_y, filtered"),
-    FIELD(sample_vehicle_velocity_y_kmh, "km/h", "batch sample: vehicle_velocity_y_kmh, filtered"),
-    FIELD(sample_rate_z, "deg/s", "batch sample: rate_z_copy, filtered"),
+    FIELD(sample_accel_x, "m/s²", "batch of all units' packets: accel_x, filtered"),
+    FIELD(sample_accel_y, "m/s²", "batch of all units' packets: accel_y, filtered"),
+    FIELD(sample_vehicle_velocity_x, "m/s", "batch of all units' packets: vehicle_velocity_x, filtered"),
+    FIELD(sample_vehicle_velocity_x_kmh, "km/h", "batch of all units' packets: vehicle_velocity_x_kmh, filtered"),
+    FIELD(sample_vehicle_velocity_y, "m/s", "batch of all units' packets: vehicle_velocity_y, filtered"),
+    FIELD(sample_vehicle_velocity_y_kmh, "km/h", "batch of all units' packets: vehicle_velocity_y_kmh, filtered"),
+    FIELD(sample_rate_z, "deg/s", "batch of all units' packets: rate_z_copy, filtered"),
 };
 
 #undef FIELD

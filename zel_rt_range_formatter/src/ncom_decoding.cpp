@@ -7,14 +7,16 @@
 
 namespace zel::toolbox::rt_range {
 
-//  0    1      3         12     21   22    23    31    39   43         52   55   58   61    62   63
-//  +----+------+---------+------+----+-----+-----+-----+----+----------+----+----+----+-----+----+
-//  | E7 | time | accel   | rate | nav| sum | lat | lon | alt| velocity | hdg| pit| rol| sum | ch |
-//  .. |    | u16  | 3 x s24 | x3   | u8 | u8  | f64 | f64 | f32| 3 x s24  | s24| s24| s24| u8  | u8
-//  |
-//  +----+------+---------+------+----+-----+-----+-----+----+----------+----+----+----+-----+----+
-//  The eight bytes of the status channel follow at 63, a third checksum at 71. No checksum is
-//  verified: the packet is trusted as it stands.
+// clang-format off
+//  0    1      3         12     21   22   23    31    39    43         52   55   58   61   62   63
+//  +----+------+---------+------+----+----+-----+-----+-----+----------+----+----+----+----+----+--
+//  | E7 | time | accel   | rate | nav| sum| lat | lon | alt | velocity | hdg| pit| rol| sum| ch |
+//  |    | u16  | 3 x s24 | x3   | u8 | u8 | f64 | f64 | f32 | 3 x s24  | s24| s24| s24| u8 | u8 |
+//  +----+------+---------+------+----+----+-----+-----+-----+----------+----+----+----+----+----+--
+// clang-format on
+//
+// The eight bytes of the status channel follow at 63, a third checksum at 71. No checksum is
+// verified: the packet is trusted as it stands.
 void rt_range_formatter_base::process_ncom(const std::uint8_t* ncom, std::uint32_t unit,
                                            const pass_through& values) {
     ncom_unit_record& record = unit_record(unit);

@@ -25,17 +25,20 @@ constexpr const char* ext_range_function =
 constexpr const char* status_channel_function =
     "zel::toolbox::rt_range::rt_range_formatter_base::rcom_process_frame_ext_range_status_channel";
 
+// clang-format off
 //  0   1   2     4   6   7   8      12     16    18    20       28       36    38    40  41   42
 //  +---+---+-----+---+---+---+------+------+-----+-----+--------+--------+-----+-----+---+----+---
 //  | W | 2 | len | . | n | . | lat  | long | dlat| dlon| hunter | target | hu  | ta  | . | ch | ..
 //  |   |   | u16 |u16|u8 |u8 | i32  | i32  | i16 | i16 | 2 i32  | 2 i32  | u16 | u16 |u8 | u8 |
 //  +---+---+-----+---+---+---+------+------+-----+-----+--------+--------+-----+-----+---+----+---
-//  50         54         58       60       62    64
-//  +----------+----------+--------+--------+-----+----+
-//  | velocity | accel    | . | .  | . | .  | .   | .  |  The eight bytes of the status channel
-//  stand | lon, lat | lat, lon | u8| u8 | u8| u8 | u16 | u8 |  between 42 and 50. Lateral values
-//  turn round.
-//  +----------+----------+--------+--------+-----+----+
+//  50         54         58   59   60   61   62    64
+//  +----------+----------+----+----+----+----+-----+----+
+//  | velocity | accel    | .  | .  | .  | .  | .   | .  |
+//  | lon, lat | lat, lon | u8 | u8 | u8 | u8 | u16 | u8 |
+//  +----------+----------+----+----+----+----+-----+----+
+// clang-format on
+//
+// The eight bytes of the status channel stand between 42 and 50. Lateral values turn round.
 void decode_ext_range(const std::uint8_t* frame, rcom_unit_record& record) {
     record.sync = frame[0];
     record.packet_type = frame[1];
