@@ -11,6 +11,7 @@ namespace zel::simulation {
 
 using ip_address = std::array<std::uint8_t, 4>;
 
+/// One end of a datagram; the port in host byte order.
 struct endpoint {
     ip_address address;
     std::uint16_t port;

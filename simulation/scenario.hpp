@@ -30,6 +30,7 @@ struct relative_motion {
     double acceleration_lateral;
 };
 
+/// Where a vehicle is on the globe.
 struct geographic_position {
     double latitude;  ///< rad
     double longitude; ///< rad
@@ -43,12 +44,14 @@ struct geographic_position {
 /// start at two degrees, turn away from north only, and never differ by five degrees.
 class scenario {
 public:
+    /// A hunter and 1 to 4 targets.
     scenario(std::uint64_t seed, std::size_t targets);
 
     /// Unit 0 is the hunter; the time counts seconds from the start.
     vehicle_motion unit(std::size_t unit, double time) const;
     relative_motion target(std::size_t target, double time) const;
 
+    /// The track starts at 52.4 degrees north, 10.8 degrees east.
     static geographic_position geographic(const vehicle_motion& motion);
 
 private:

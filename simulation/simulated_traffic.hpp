@@ -18,6 +18,7 @@ inline constexpr std::array<ip_address, 5> unit_addresses{
 /// 2026-01-05 10:00:00 UTC in nanoseconds since 1970.
 inline constexpr std::uint64_t start_time_ns = 1'767'607'200'000'000'000;
 
+/// What run to simulate.
 struct traffic_options {
     std::uint32_t duration_s = 10;
     std::uint32_t rate_hz = 100; ///< NCOM and extended range packets per unit and second

@@ -14,6 +14,7 @@ using log_sink = std::function<void(const zel_log_info_t&)>;
 /// The host's service locator; it offers "zel_log_t". Must outlive the instances that use it.
 class host_services {
 public:
+    /// Every log record of an instance goes to `sink`, on the thread that drives the instance.
     explicit host_services(log_sink sink);
     host_services(const host_services&) = delete;
     host_services& operator=(const host_services&) = delete;

@@ -1,11 +1,17 @@
-/* Shared by all headers of the host's C interface.
- *
- * Words used in the contracts of this folder:
- *   borrowed   valid for the duration of the call only; the callee neither keeps nor frees it
- *   status     0 is success; any other value comes with an error-details record
- *   any thread may be called at any time, from several threads at once
- *   one thread may be called from one thread at a time per instance
+/* Shared by all headers of the host's C interface. */
+
+/* clang-format off */
+/* Words used in the contracts of this folder:
+ *   borrowed     valid for the duration of the call only; the callee neither keeps nor frees it
+ *   status       0 is success; any other value is a failure, described by the record in *error if
+ *                there is one and there was memory for it. Success may bring a record, too: one
+ *                with code 1 is a note
+ *   *error       null before the call; the caller owns what it holds afterwards. A caller that
+ *                passes a null `error` gets no record
+ *   any thread   may be called at any time, from several threads at once
+ *   one thread   may be called from one thread at a time per instance
  */
+/* clang-format on */
 #ifndef ZEL_API_H
 #define ZEL_API_H
 

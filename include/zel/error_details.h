@@ -8,6 +8,7 @@
 extern "C" {
 #endif
 
+/* One error, opaque to everybody but the host. */
 typedef struct zel_error_details_t zel_error_details_t;
 
 /* Stores a new record in *target; the caller owns it and gives it to zel_error_details_destroy.

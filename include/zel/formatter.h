@@ -33,6 +33,7 @@ typedef struct zel_formatter_dispatch_table_t {
                                         zel_error_details_t** error);
 } zel_formatter_dispatch_table_t;
 
+/* Service of an instance: raw packages in, packages out. */
 typedef struct zel_formatter_raw_package_transformation_support_t {
     /* Decodes one borrowed raw package. On success *packages is an array of *package_count packages
      * from the allocator, and the caller owns the array and each package; on failure neither is
@@ -47,6 +48,7 @@ typedef struct zel_data_source_provider_t {
     void* host[6];
 } zel_data_source_provider_t;
 
+/* Service of an instance that can be told where its data come from. */
 typedef struct zel_formatter_data_source_binding_t {
     /* Tells the instance where its data come from; `data_source` must outlive it, `provider` is
      * borrowed and copied. `handle` is the instance. The caller owns *error. One thread. */
@@ -54,7 +56,8 @@ typedef struct zel_formatter_data_source_binding_t {
                          const zel_data_source_provider_t* provider, zel_error_details_t** error);
 } zel_formatter_data_source_binding_t;
 
-/* Called for each formatter class; returning false ends the enumeration. */
+/* Called for each formatter class with its record, which lives as long as the library, and with the
+ * `context` of the enumeration; returning false ends the enumeration. */
 typedef bool (*zel_formatter_dispatch_table_callback_t)(
     const zel_formatter_dispatch_table_t* dispatch_table, void* context);
 

@@ -22,6 +22,7 @@ typedef struct zel_log_info_t {
     uintptr_t reserved; /* 0 */
 } zel_log_info_t;
 
+/* The service itself; the host keeps it as long as the instances that found it. */
 typedef struct zel_log_t {
     /* Takes one record. A failure ends the plug-in's call that logged. The caller owns *error.
      * Any thread, if instances run on several. */

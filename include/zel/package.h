@@ -27,7 +27,8 @@ typedef struct zel_package_t {
 #pragma pack(pop)
 
 /* Stores a new package with `size` bytes of uninitialised data in *package; the caller owns it
- * and gives it to zel_package_destroy with the same allocator. Any thread. */
+ * and gives it to zel_package_destroy with the same allocator. A failure leaves *package alone. Any
+ * thread. */
 ZEL_API zel_status_t zel_package_create(const zel_allocator_t* allocator, size_t size,
                                         zel_package_t** package, zel_error_details_t** error);
 
@@ -39,7 +40,7 @@ ZEL_API zel_status_t zel_package_create_assign_data(const zel_allocator_t* alloc
                                                     zel_error_details_t** error);
 
 /* Sets the identifier of the data's format, for example "zel.rtrange"; `format_type` is borrowed
- * and copied. Any thread. */
+ * and copied. A failure leaves the package as it was. Any thread. */
 ZEL_API zel_status_t zel_package_assign_format_type(zel_package_t* package, const char* format_type,
                                                     zel_error_details_t** error);
 

@@ -7,6 +7,7 @@
 
 namespace rtrange {
 
+/// Arguments of the command.
 struct decode_options {
     std::vector<std::filesystem::path> captures;
     std::filesystem::path output = "decoded";

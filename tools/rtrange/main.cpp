@@ -19,56 +19,62 @@ namespace {
 
 using namespace rtrange;
 
+CLI::App* add_decode(CLI::App& app, decode_options& options) {
+    CLI::App* const command = app.add_subcommand("decode", "Decode captures into CSV tables");
+    command->add_option("CAPTURE", options.captures, "pcap or pcapng files")->required();
+    command->add_option("-o,--output", options.output, "Folder of the tables; created")
+        ->capture_default_str();
+    command->add_option("--format", options.format, "Raw packages to wrap the frames in")
+        ->check(CLI::IsMember({"zel.rtrange", "zel.eth.rtrange"}))
+        ->capture_default_str();
+    command->add_option("--plugin", options.plugin,
+                        "Plug-in file; the one beside this program by default");
+    return command;
+}
+
+CLI::App* add_simulate(CLI::App& app, simulate_options& options) {
+    auto& traffic = options.traffic;
+    CLI::App* const command =
+        app.add_subcommand("simulate", "Write the capture of a simulated car-following run");
+    command->add_option("CAPTURE", options.output, "pcap file to write")->required();
+    command->add_option("--duration", traffic.duration_s, "Seconds")
+        ->check(CLI::Range(1, 86400))
+        ->capture_default_str();
+    command->add_option("--rate", traffic.rate_hz, "Packets per unit and second")
+        ->check(CLI::Range(1, 1000))
+        ->capture_default_str();
+    command->add_option("--targets", traffic.targets, "Number of targets")
+        ->check(CLI::Range(1, 4))
+        ->capture_default_str();
+    command
+        ->add_option("--wrapped-every", traffic.wrapped_every,
+                     "Wrap every n-th target NCOM packet in RCOM; 0 wraps none")
+        ->capture_default_str();
+    command->add_option("--seed", traffic.seed, "Same seed, same bytes")->capture_default_str();
+    return command;
+}
+
 int run(int argc, char** argv) {
     CLI::App app("Decodes network captures of an RT-Range hunter/target system.", "rtrange");
     app.set_version_flag("--version", ZEL_VERSION);
     app.require_subcommand(1);
 
-    decode_options decode_arguments;
-    decode_arguments.plugin = default_plugin_file();
-    CLI::App* const decode_app = app.add_subcommand("decode", "Decode captures into CSV tables");
-    decode_app->add_option("CAPTURE", decode_arguments.captures, "pcap or pcapng files")
-        ->required();
-    decode_app->add_option("-o,--output", decode_arguments.output, "Folder of the tables; created")
-        ->capture_default_str();
-    decode_app
-        ->add_option("--format", decode_arguments.format, "Raw packages to wrap the frames in")
-        ->check(CLI::IsMember({"zel.rtrange", "zel.eth.rtrange"}))
-        ->capture_default_str();
-    decode_app->add_option("--plugin", decode_arguments.plugin,
-                           "Plug-in file; the one beside this program by default");
+    decode_options decoding;
+    const CLI::App* const decode_command = add_decode(app, decoding);
 
-    std::filesystem::path info_plugin = default_plugin_file();
-    CLI::App* const info_app = app.add_subcommand("info", "Show what a plug-in says about itself");
-    info_app->add_option("PLUGIN", info_plugin,
-                         "Plug-in file; the one beside this program by default");
+    std::filesystem::path plugin_to_show;
+    CLI::App* const info_command =
+        app.add_subcommand("info", "Show what a plug-in says about itself");
+    info_command->add_option("PLUGIN", plugin_to_show,
+                             "Plug-in file; the one beside this program by default");
 
-    CLI::App* const fields_app =
-        app.add_subcommand("fields", "Show the fields of the decoded records");
     bool as_markdown = false;
-    fields_app->add_flag("--markdown", as_markdown, "Write them as a page of documentation");
+    CLI::App* const fields_command =
+        app.add_subcommand("fields", "Show the fields of the decoded records");
+    fields_command->add_flag("--markdown", as_markdown, "Write them as a page of documentation");
 
-    simulate_options simulate_arguments;
-    auto& traffic = simulate_arguments.traffic;
-    CLI::App* const simulate_app =
-        app.add_subcommand("simulate", "Write the capture of a simulated car-following run");
-    simulate_app->add_option("CAPTURE", simulate_arguments.output, "pcap file to write")
-        ->required();
-    simulate_app->add_option("--duration", traffic.duration_s, "Seconds")
-        ->check(CLI::Range(1, 86400))
-        ->capture_default_str();
-    simulate_app->add_option("--rate", traffic.rate_hz, "Packets per unit and second")
-        ->check(CLI::Range(1, 1000))
-        ->capture_default_str();
-    simulate_app->add_option("--targets", traffic.targets, "Number of targets")
-        ->check(CLI::Range(1, 4))
-        ->capture_default_str();
-    simulate_app
-        ->add_option("--wrapped-every", traffic.wrapped_every,
-                     "Wrap every n-th target NCOM packet in RCOM; 0 wraps none")
-        ->capture_default_str();
-    simulate_app->add_option("--seed", traffic.seed, "Same seed, same bytes")
-        ->capture_default_str();
+    simulate_options simulation;
+    const CLI::App* const simulate_command = add_simulate(app, simulation);
 
     try {
         app.parse(argc, argv);
@@ -79,14 +85,17 @@ int run(int argc, char** argv) {
         return exit_usage;
     }
 
-    if (*decode_app)
-        return decode(decode_arguments);
-    if (*info_app)
-        print_info(info_plugin);
-    if (*fields_app)
+    if (*decode_command) {
+        if (decoding.plugin.empty())
+            decoding.plugin = default_plugin_file();
+        return decode(decoding);
+    }
+    if (*info_command)
+        print_info(plugin_to_show.empty() ? default_plugin_file() : plugin_to_show);
+    if (*fields_command)
         as_markdown ? print_fields_as_markdown() : print_fields();
-    if (*simulate_app)
-        simulate(simulate_arguments);
+    if (*simulate_command)
+        simulate(simulation);
     return exit_success;
 }
 

@@ -7,6 +7,7 @@
 
 namespace rtrange {
 
+/// Arguments of the command.
 struct simulate_options {
     std::filesystem::path output;
     zel::simulation::traffic_options traffic;
