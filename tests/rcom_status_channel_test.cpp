@@ -51,6 +51,15 @@ TEST(rcom_status_channel, writes_its_own_bytes_only) {
     });
 }
 
+TEST(rcom_status_channel, data_end_before_the_velocity) {
+    instance plugin;
+    for (const auto& [channel, offset] : {std::pair{13, 189U}, {14, 213U}, {16, 253U}}) {
+        auto packet = range_packet(0, static_cast<std::uint8_t>(channel), {0, 0, 0, 0, 0, 0, 1, 0});
+        packet.velocity_longitudinal = 0x0101;
+        expect_doubles(first_package(plugin.decode(rcom_frame(packet))), offset, {0.001});
+    }
+}
+
 TEST(rcom_status_channel, unknown_channel_leaves_the_channel_area_alone) {
     for (const std::uint8_t channel : bytes{22, 255}) {
         instance plugin;
