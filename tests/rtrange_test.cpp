@@ -175,6 +175,17 @@ TEST_F(rtrange_program, goes_on_with_the_next_capture_after_a_broken_one) {
     EXPECT_TRUE(contains(result.output, "1  steps back in time, the first at 2026-01-05 10:00:00"));
 }
 
+TEST_F(rtrange_program, does_not_take_late_foreign_traffic_for_a_step_back_in_time) {
+    std::string capture = content(example);
+    const std::size_t arp = capture.find(std::string("\x08\x06", 2) + std::string(20, '\0'));
+    ASSERT_NE(arp, std::string::npos);
+    capture[arp - 12 - 16] = 0; // its time in seconds, before the frame's two addresses
+    write(folder / "late.pcap", capture);
+    const result result = rtrange("decode " + in_folder("late.pcap") + " -o " + in_folder("out"));
+    EXPECT_TRUE(contains(result.output, "258  decoded")) << result.output;
+    EXPECT_FALSE(contains(result.output, "steps back")) << result.output;
+}
+
 TEST_F(rtrange_program, says_that_frames_were_cut_short_by_the_recorder) {
     // In the file, each frame stands behind 16 bytes: its time, its kept and its whole length.
     std::string capture = content(example).substr(0, 24);

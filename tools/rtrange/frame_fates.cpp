@@ -7,17 +7,16 @@ namespace {
 
 constexpr std::uint32_t notable_level = 400;
 
-enum class traffic { not_ipv4, not_udp, other_port, ncom_or_rcom };
+enum class traffic { not_ipv4, not_udp, other_port, ncom_or_rcom, too_short };
 
-/// What kind of traffic a frame is, by the fields that the decoder goes by; a frame too short to
-/// tell counts as the decoder's own.
+/// What kind of traffic a frame is, by the fields that the decoder goes by.
 traffic traffic_of(std::span<const std::uint8_t> frame) {
     if (frame.size() >= 14 && (frame[12] != 0x08 || frame[13] != 0x00))
         return traffic::not_ipv4;
     if (frame.size() >= 34 && frame[23] != 17)
         return traffic::not_udp;
     if (frame.size() < 42)
-        return traffic::ncom_or_rcom;
+        return traffic::too_short;
     const int port = frame[36] << 8 | frame[37];
     return port == 3000 || port == 3003 ? traffic::ncom_or_rcom : traffic::other_port;
 }
@@ -33,7 +32,8 @@ void frame_fates::log(const zel_log_info_t& record) {
 }
 
 void frame_fates::end_frame(const captured_frame& frame, std::size_t decoded_packages) {
-    note_time(frame.time_ns);
+    first_time_ns = frames == 0 ? frame.time_ns : std::min(first_time_ns, frame.time_ns);
+    last_time_ns = std::max(last_time_ns, frame.time_ns);
     ++frames;
     cut += frame.cut ? 1 : 0;
     for (const std::string& message : announcements_)
@@ -42,6 +42,8 @@ void frame_fates::end_frame(const captured_frame& frame, std::size_t decoded_pac
     announcements_.clear();
 
     const traffic kind = traffic_of(frame.bytes);
+    if (kind == traffic::ncom_or_rcom)
+        note_step(frame.time_ns);
     if (decoded_packages > 0) {
         ++decoded;
         note_remark(decoded_in_part);
@@ -60,15 +62,13 @@ void frame_fates::end_frame(const captured_frame& frame, std::size_t decoded_pac
     complaint_.reset();
 }
 
-void frame_fates::note_time(std::uint64_t time_ns) {
-    if (frames > 0 && time_ns < latest_time_ns_) {
+void frame_fates::note_step(std::uint64_t time_ns) {
+    if (time_ns < latest_datagram_ns_) {
         if (steps_back == 0)
             first_step_back_ns = time_ns;
         ++steps_back;
     }
-    latest_time_ns_ = time_ns;
-    first_time_ns = frames == 0 ? time_ns : std::min(first_time_ns, time_ns);
-    last_time_ns = std::max(last_time_ns, time_ns);
+    latest_datagram_ns_ = time_ns;
 }
 
 void frame_fates::note_remark(remarks& list) {

@@ -35,8 +35,9 @@ public:
     std::uint64_t other_ports = 0;
     std::uint64_t ignored_rcom = 0; ///< RCOM packets of a type that carries nothing to decode
     std::uint64_t cut = 0;          ///< frames that the recording has shortened
-    std::uint64_t steps_back =
-        0; ///< times earlier than the frame before; each restarts the decoder
+
+    /// NCOM and RCOM datagrams earlier than the one before; each restarts the decoder.
+    std::uint64_t steps_back = 0;
     std::uint64_t first_step_back_ns = 0;
 
     /// Frames by the place in the decoder that found fault with them.
@@ -59,10 +60,10 @@ private:
         std::string message;
     };
 
-    void note_time(std::uint64_t time_ns);
+    void note_step(std::uint64_t time_ns);
     void note_remark(remarks& list);
 
-    std::uint64_t latest_time_ns_ = 0;
+    std::uint64_t latest_datagram_ns_ = 0;
     std::optional<complaint> complaint_;
     std::vector<std::string> announcements_;
 };
