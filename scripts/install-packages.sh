@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   g++ cmake ninja-build git pkg-config ca-certificates
-  libpcap-dev libcli11-dev libfmt-dev
+  libpcap-dev libcli11-dev libfmt-dev libhdf5-dev
   googletest libbenchmark-dev
 )
 for option in "$@"; do

@@ -3,20 +3,21 @@
 
 #include <filesystem>
 #include <string>
-#include <vector>
+
+#include "tools/rtrange/decoding.hpp"
 
 namespace rtrange {
 
 /// Arguments of the command.
 struct decode_options {
-    std::vector<std::filesystem::path> captures;
-    std::filesystem::path output = "decoded";
-    std::string format = "zel.rtrange"; ///< the raw packages to wrap the frames in
-    std::filesystem::path plugin;
+    run_options run;
+    std::string interface_name;   ///< to decode live from, instead of captures; empty for captures
+    std::string kind = "csv";     ///< of output: "csv" or "hdf5"
+    std::filesystem::path output; ///< folder of CSV tables, or HDF5 file; empty for the usual name
 };
 
-/// Decodes the captures one after the other, as one run, and prints a summary. Gives the exit code;
-/// throws failure when nothing could be decoded.
+/// Decodes captures, or what comes in on a network interface, and prints a summary. Gives the exit
+/// code; throws failure when nothing could be decoded.
 int decode(const decode_options& options);
 
 } // namespace rtrange

@@ -1,10 +1,12 @@
 #include "tools/rtrange/decode_summary.hpp"
 
+#include <cstdio>
 #include <string>
 #include <string_view>
 
 #include <fmt/format.h>
 
+#include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/times.hpp"
 
 namespace rtrange {
@@ -33,9 +35,17 @@ std::string repetitions(std::uint64_t count) {
     return count > 1 ? fmt::format(", named {} times", count) : "";
 }
 
+const char* reason_for_no_table(const frame_fates& fates) {
+    if (fates.decoded > 0)
+        return "the selection leaves nothing of what was decoded";
+    if (!fates.refusals.empty())
+        return "every NCOM and RCOM frame was refused";
+    return "there was no NCOM (UDP port 3000) and no RCOM (UDP port 3003)";
+}
+
 } // namespace
 
-void print_summary(const frame_fates& fates, const std::vector<const csv_file*>& tables) {
+void print_summary(const frame_fates& fates, const std::vector<written_table>& tables) {
     const double seconds = static_cast<double>(fates.last_time_ns - fates.first_time_ns) * 1e-9;
     fmt::print("{} frames, {:.3f} s from {}\n", fates.frames, seconds,
                utc_text(fates.first_time_ns));
@@ -64,13 +74,17 @@ void print_summary(const frame_fates& fates, const std::vector<const csv_file*>&
                    unit_and_address(message), repetitions(identification.count));
 
     fmt::print("\nTables\n");
-    for (const csv_file* const table : tables)
-        fmt::print("  {:>9} rows  {}\n", table->rows(), table->path().string());
-    if (tables.empty() && fates.refusals.empty())
-        fmt::print(
-            "  none: the capture holds no NCOM (UDP port 3000) and no RCOM (UDP port 3003)\n");
-    else if (tables.empty())
-        fmt::print("  none: every NCOM and RCOM frame was refused\n");
+    for (const written_table& table : tables)
+        fmt::print("  {:>9} rows  {}\n", table.rows, table.place);
+    if (tables.empty())
+        fmt::print("  none: {}\n", reason_for_no_table(fates));
+}
+
+int end_with_faults(const std::vector<std::string>& faults) {
+    std::fflush(stdout);
+    for (const std::string& fault : faults)
+        std::fprintf(stderr, "rtrange: %s; what came before is decoded\n", fault.c_str());
+    return faults.empty() ? exit_success : exit_failure;
 }
 
 } // namespace rtrange

@@ -11,6 +11,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// Arguments that do not go together.
+class usage_failure : public failure {
+public:
+    using failure::failure;
+};
+
 /// A capture that cannot be read to its end.
 class broken_capture : public failure {
 public:

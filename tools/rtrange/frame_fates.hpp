@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "tools/rtrange/capture_reader.hpp"
+#include "tools/rtrange/captures/captured_frame.hpp"
 #include "zel/log.h"
 
 namespace rtrange {

@@ -19,16 +19,50 @@ namespace {
 
 using namespace rtrange;
 
-CLI::App* add_decode(CLI::App& app, decode_options& options) {
-    CLI::App* const command = app.add_subcommand("decode", "Decode captures into CSV tables");
-    command->add_option("CAPTURE", options.captures, "pcap or pcapng files")->required();
-    command->add_option("-o,--output", options.output, "Folder of the tables; created")
-        ->capture_default_str();
-    command->add_option("--format", options.format, "Raw packages to wrap the frames in")
+void add_selection(CLI::App& command, selection_options& options) {
+    command.add_option("--fields", options.fields, "Only these fields, for example heading,roll")
+        ->delimiter(',')
+        ->check(fault_of_field, "NAME");
+    command.add_option("--units", options.units, "Only these: hunter, target1 to target4, rcom")
+        ->delimiter(',')
+        ->check(fault_of_unit, "NAME");
+    command.add_option("--from", options.from, "Only what is not before this time")
+        ->check(fault_of_time, "TIME");
+    command
+        .add_option("--to", options.to,
+                    "Only what is before this time: seconds since the start, or UTC")
+        ->check(fault_of_time, "TIME");
+}
+
+void add_run(CLI::App& command, run_options& options) {
+    add_selection(command, options.selection);
+    command.add_option("--format", options.format, "Raw packages to wrap the frames in")
         ->check(CLI::IsMember({"zel.rtrange", "zel.eth.rtrange"}))
         ->capture_default_str();
-    command->add_option("--plugin", options.plugin,
-                        "Plug-in file; the one beside this program by default");
+    command.add_option("--plugin", options.plugin,
+                       "Plug-in file; the one beside this program by default");
+}
+
+CLI::App* add_decode(CLI::App& app, decode_options& options) {
+    CLI::App* const command =
+        app.add_subcommand("decode", "Decode captures into tables, CSV or HDF5");
+    CLI::Option* const captures =
+        command->add_option("CAPTURE", options.run.captures, "pcap or pcapng files");
+    CLI::Option* const live =
+        command
+            ->add_option("-i,--interface", options.interface_name,
+                         "Decode live from this network interface until Ctrl-C")
+            ->excludes(captures);
+    command->add_option("--as", options.kind, "Output: a folder of CSV tables, or one HDF5 file")
+        ->check(CLI::IsMember({"csv", "hdf5"}))
+        ->capture_default_str();
+    command->add_option("-o,--output", options.output,
+                        "Folder of the tables, or HDF5 file; decoded or decoded.h5 by default");
+    add_run(*command, options.run);
+    command->callback([captures, live] {
+        if (captures->empty() && live->empty())
+            throw CLI::RequiredError("CAPTURE or --interface");
+    });
     return command;
 }
 
@@ -86,8 +120,8 @@ int run(int argc, char** argv) {
     }
 
     if (*decode_command) {
-        if (decoding.plugin.empty())
-            decoding.plugin = default_plugin_file();
+        if (decoding.run.plugin.empty())
+            decoding.run.plugin = default_plugin_file();
         return decode(decoding);
     }
     if (*info_command)
@@ -114,6 +148,9 @@ int main(int argc, char** argv) {
         const int exit_code = run(argc, argv);
         check_standard_output();
         return exit_code;
+    } catch (const usage_failure& error) {
+        std::fprintf(stderr, "rtrange: %s\n", error.what());
+        return exit_usage;
     } catch (const std::exception& error) {
         std::fflush(stdout);
         std::fprintf(stderr, "rtrange: %s\n", error.what()); // which does not throw once more

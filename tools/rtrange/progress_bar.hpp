@@ -4,16 +4,15 @@
 #include <cstdint>
 #include <string>
 
+#include "tools/rtrange/status_line.hpp"
+
 namespace rtrange {
 
-/// Draws on standard error, and only when that is a terminal.
+/// A bar that fills up.
 class progress_bar {
 public:
     /// `total` is the amount of work, in any unit.
     progress_bar(std::string label, std::uint64_t total);
-    ~progress_bar();
-    progress_bar(const progress_bar&) = delete;
-    progress_bar& operator=(const progress_bar&) = delete;
 
     /// Redraws when a new percent has been reached.
     void update(std::uint64_t done);
@@ -22,7 +21,7 @@ private:
     std::string label_;
     std::uint64_t total_;
     std::uint64_t shown_percent_ = 101;
-    bool visible_;
+    status_line line_;
 };
 
 } // namespace rtrange

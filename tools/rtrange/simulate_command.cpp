@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "tools/rtrange/capture_writer.hpp"
+#include "tools/rtrange/captures/capture_writer.hpp"
 #include "tools/rtrange/progress_bar.hpp"
 
 namespace rtrange {

@@ -1,4 +1,4 @@
-#include "tools/rtrange/csv_file.hpp"
+#include "tools/rtrange/outputs/csv_file.hpp"
 
 #include <algorithm>
 #include <bit>

@@ -1,4 +1,4 @@
-#include "tools/rtrange/capture_writer.hpp"
+#include "tools/rtrange/captures/capture_writer.hpp"
 
 #include <cerrno>
 #include <cstdio>

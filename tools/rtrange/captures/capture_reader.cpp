@@ -1,4 +1,4 @@
-#include "tools/rtrange/capture_reader.hpp"
+#include "tools/rtrange/captures/capture_reader.hpp"
 
 #include <array>
 #include <cstdio>

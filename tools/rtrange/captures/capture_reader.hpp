@@ -5,18 +5,12 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
-#include <span>
+
+#include "tools/rtrange/captures/captured_frame.hpp"
 
 struct pcap;
 
 namespace rtrange {
-
-/// One captured frame; its bytes are valid until the next one is read.
-struct captured_frame {
-    std::uint64_t time_ns; ///< nanoseconds since 1970
-    std::span<const std::uint8_t> bytes;
-    bool cut; ///< the recording kept only the frame's beginning
-};
 
 /// Reads a pcap or pcapng file of Ethernet frames.
 class capture_reader {

@@ -1,0 +1,58 @@
+#include "tools/rtrange/live_decoding.hpp"
+
+#include <chrono>
+#include <cstdio>
+
+#include <fmt/format.h>
+
+#include "tools/rtrange/captures/live_capture.hpp"
+#include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/interruption.hpp"
+#include "tools/rtrange/status_line.hpp"
+
+namespace rtrange {
+namespace {
+
+/// Decodes until somebody or something ends it.
+void decode_all(live_capture& capture, decoding& run, record_output& output) {
+    using clock = std::chrono::steady_clock;
+    status_line status;
+    auto next_update = clock::now();
+    while (!interrupted()) {
+        const auto frame = capture.next();
+        if (frame) {
+            if (run.fates().frames > 0 && run.selection().ends_before(frame->time_ns))
+                return;
+            run.decode(*frame, output);
+        }
+        if (clock::now() < next_update)
+            continue;
+        next_update += std::chrono::seconds(1);
+        status.show(fmt::format("{} frames, {} decoded", run.fates().frames, run.fates().decoded));
+    }
+}
+
+} // namespace
+
+std::vector<std::string> decode_live(const std::string& name, decoding& run,
+                                     record_output& output) {
+    live_capture capture(name);
+    std::printf("Decoding what comes in on %s; Ctrl-C ends it\n", name.c_str());
+    std::fflush(stdout);
+    std::vector<std::string> faults;
+    try {
+        decode_all(capture, run, output);
+    } catch (const broken_capture& error) {
+        faults.emplace_back(error.what());
+    }
+    if (run.fates().frames == 0)
+        throw failure(faults.empty() ? fmt::format("no frame came in on '{}'", name)
+                                     : faults.front());
+    if (const std::uint64_t lost = capture.lost(); lost > 0)
+        faults.push_back(fmt::format("{} frames on '{}' came in faster than they could be decoded "
+                                     "and are lost",
+                                     lost, name));
+    return faults;
+}
+
+} // namespace rtrange

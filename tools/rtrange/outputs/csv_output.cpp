@@ -1,0 +1,61 @@
+#include "tools/rtrange/outputs/csv_output.hpp"
+
+#include <fmt/format.h>
+
+#include "tools/rtrange/failure.hpp"
+
+namespace rtrange {
+
+csv_output::csv_output(const std::filesystem::path& folder, const selection& selection)
+    : folder_(folder), selection_(selection) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error)
+        throw failure(
+            fmt::format("cannot create the folder '{}': {}", folder.string(), error.message()));
+}
+
+void csv_output::write(const record_row& row) {
+    csv_file& file = files_[row.table] != nullptr ? *files_[row.table] : open(row.table);
+    file.cell(row.reference_timestamp);
+    if (!row.source.empty())
+        file.cell(row.source);
+    file.end_row(row.record);
+}
+
+void csv_output::close() {
+    for (std::size_t table = 0; table < record_table_count; ++table) {
+        if (files_[table] != nullptr) {
+            files_[table]->close();
+            continue;
+        }
+        std::error_code error;
+        std::filesystem::remove(file_of(table), error);
+        if (error)
+            throw failure(fmt::format("cannot remove '{}' of an earlier run: {}",
+                                      file_of(table).string(), error.message()));
+    }
+}
+
+std::vector<written_table> csv_output::tables() const {
+    std::vector<written_table> result;
+    for (const auto& file : files_)
+        if (file != nullptr)
+            result.push_back({file->path().string(), file->rows()});
+    return result;
+}
+
+std::filesystem::path csv_output::file_of(std::size_t table) const {
+    return folder_ / fmt::format("{}.csv", record_tables()[table].name);
+}
+
+csv_file& csv_output::open(std::size_t table) {
+    std::vector<std::string_view> leading_columns{"reference_timestamp"};
+    if (record_tables()[table].has_source)
+        leading_columns.emplace_back("source");
+    files_[table] =
+        std::make_unique<csv_file>(file_of(table), leading_columns, selection_.fields(table));
+    return *files_[table];
+}
+
+} // namespace rtrange

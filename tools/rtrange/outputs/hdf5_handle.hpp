@@ -1,0 +1,39 @@
+// Objects of the HDF5 library.
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include <hdf5.h>
+
+namespace rtrange {
+
+/// Owns an HDF5 identifier of any kind.
+class hdf5_handle {
+public:
+    /// Takes what a function of the library gave. Throws failure, naming `what` was to be made,
+    /// when that is the sign of an error.
+    hdf5_handle(hid_t id, const char* what);
+    hdf5_handle(hdf5_handle&& other) noexcept : id_(std::exchange(other.id_, H5I_INVALID_HID)) {}
+    hdf5_handle& operator=(hdf5_handle&& other) = delete;
+    ~hdf5_handle();
+
+    operator hid_t() const { return id_; } // what all functions of the library take
+
+    /// Closes it now. Throws failure when the library cannot.
+    void close();
+
+private:
+    hid_t id_;
+};
+
+/// Throws failure when a function of the library gave the sign of an error.
+void check_hdf5(herr_t result, const char* what);
+
+/// A fixed-length string type for `size` characters.
+hdf5_handle hdf5_text_type(std::size_t size);
+
+/// Gives a file, group or dataset an attribute of text.
+void set_hdf5_attribute(hid_t object, const char* name, const std::string& text);
+
+} // namespace rtrange

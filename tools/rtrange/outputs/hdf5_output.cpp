@@ -1,0 +1,79 @@
+#include "tools/rtrange/outputs/hdf5_output.hpp"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include <fmt/format.h>
+
+#include "tools/rtrange/failure.hpp"
+#include "version.hpp"
+
+namespace rtrange {
+namespace {
+
+/// Creates the file by hand first: the system tells why it cannot be written, the library does not.
+void check_writable(const std::filesystem::path& file) {
+    std::FILE* const stream = std::fopen(file.string().c_str(), "wb");
+    if (stream == nullptr)
+        throw failure(fmt::format("cannot write '{}': {}", file.string(), std::strerror(errno)));
+    std::fclose(stream);
+}
+
+/// Keeps the library from holding on to the index of every dataset: memory must not grow with the
+/// run.
+hdf5_handle bounded_metadata_cache() {
+    constexpr std::size_t size = 4 << 20;
+    hdf5_handle access(H5Pcreate(H5P_FILE_ACCESS), "a file");
+    H5AC_cache_config_t config{};
+    config.version = H5AC__CURR_CACHE_CONFIG_VERSION;
+    check_hdf5(H5Pget_mdc_config(access, &config), "a file");
+    config.set_initial_size = true;
+    config.initial_size = size;
+    config.min_size = size;
+    config.max_size = size;
+    check_hdf5(H5Pset_mdc_config(access, &config), "a file");
+    return access;
+}
+
+hdf5_handle create_file(const std::filesystem::path& file) {
+    H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr); // its error stack means nothing to users
+    check_writable(file);
+    return {H5Fcreate(file.string().c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, bounded_metadata_cache()),
+            "a file"};
+}
+
+} // namespace
+
+hdf5_output::hdf5_output(const std::filesystem::path& file, const selection& selection)
+    : path_(file), selection_(selection), file_(create_file(file)) {
+    set_hdf5_attribute(file_, "creator", "rtrange " ZEL_VERSION);
+}
+
+void hdf5_output::write(const record_row& row) {
+    hdf5_table& table = tables_[row.table] != nullptr ? *tables_[row.table] : open(row.table);
+    table.write(row);
+}
+
+void hdf5_output::close() {
+    for (const auto& table : tables_)
+        if (table != nullptr)
+            table->close();
+    file_.close();
+}
+
+std::vector<written_table> hdf5_output::tables() const {
+    std::vector<written_table> result;
+    for (std::size_t i = 0; i < record_table_count; ++i)
+        if (tables_[i] != nullptr)
+            result.push_back({fmt::format("{} /{}", path_.string(), record_tables()[i].name),
+                              tables_[i]->rows()});
+    return result;
+}
+
+hdf5_table& hdf5_output::open(std::size_t table) {
+    tables_[table] = std::make_unique<hdf5_table>(file_, table, selection_.fields(table));
+    return *tables_[table];
+}
+
+} // namespace rtrange

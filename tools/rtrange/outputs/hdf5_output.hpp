@@ -1,0 +1,35 @@
+// A run as an HDF5 file.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <memory>
+
+#include "tools/rtrange/outputs/hdf5_handle.hpp"
+#include "tools/rtrange/outputs/hdf5_table.hpp"
+#include "tools/rtrange/outputs/record_output.hpp"
+#include "tools/rtrange/selection.hpp"
+
+namespace rtrange {
+
+/// Writes one file with a group per table: /hunter, /hunter_samples, ..., /rcom.
+class hdf5_output final : public record_output {
+public:
+    /// Creates the file. Throws failure when that is not possible. The selection has to outlive the
+    /// output.
+    hdf5_output(const std::filesystem::path& file, const selection& selection);
+
+    void write(const record_row& row) override;
+    void close() override;
+    std::vector<written_table> tables() const override;
+
+private:
+    hdf5_table& open(std::size_t table);
+
+    std::filesystem::path path_;
+    const selection& selection_;
+    hdf5_handle file_;
+    std::array<std::unique_ptr<hdf5_table>, record_table_count> tables_;
+};
+
+} // namespace rtrange

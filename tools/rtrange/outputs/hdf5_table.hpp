@@ -1,0 +1,56 @@
+// One table of an HDF5 file.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tools/rtrange/outputs/hdf5_handle.hpp"
+#include "tools/rtrange/outputs/record_tables.hpp"
+
+namespace rtrange {
+
+/// A group with a dataset per field, all of one length. Datasets are chunked, compressed and
+/// extendible; each has the attributes "unit" and "description".
+class hdf5_table {
+public:
+    /// Creates the group of a table and its datasets for the fields. Throws failure when that is
+    /// not possible.
+    hdf5_table(hid_t file, std::size_t table,
+               std::span<const zel::toolbox::rt_range::field> fields);
+
+    /// Appends a row. Throws failure when it cannot be written.
+    void write(const record_row& row);
+
+    /// Completes the datasets. Throws failure when that is not possible.
+    void close();
+
+    std::uint64_t rows() const { return rows_; }
+
+private:
+    /// A dataset, and the bytes in a stored row that its elements come from.
+    struct dataset_column {
+        std::size_t offset;
+        std::size_t size;
+        bool is_address; ///< shown as text, as people read addresses
+        hdf5_handle type;
+        hdf5_handle dataset;
+    };
+
+    void create_column(const char* name, std::size_t offset, std::size_t size, bool is_address,
+                       hdf5_handle type, const char* unit, const char* description);
+    void create_field_column(const zel::toolbox::rt_range::field& field);
+    void flush();
+    void append(const dataset_column& column);
+    void gather(const dataset_column& column);
+
+    hdf5_handle group_;
+    std::vector<dataset_column> columns_;
+    std::size_t row_size_;
+    /// Rows that make up the chunk in hand, one after the other: timestamp, source, record.
+    std::vector<std::uint8_t> stored_rows_;
+    std::vector<std::uint8_t> chunk_; ///< one column of them
+    std::uint64_t rows_ = 0;
+};
+
+} // namespace rtrange

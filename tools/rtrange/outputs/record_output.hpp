@@ -1,0 +1,36 @@
+// Where decoded records go.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tools/rtrange/outputs/record_tables.hpp"
+
+namespace rtrange {
+
+/// A table that has been written.
+struct written_table {
+    std::string place; ///< for people: a file, or a group in a file
+    std::uint64_t rows;
+};
+
+/// Takes the rows of a run. A table without rows leaves no trace.
+class record_output {
+public:
+    record_output() = default;
+    record_output(const record_output&) = delete;
+    record_output& operator=(const record_output&) = delete;
+    virtual ~record_output() = default;
+
+    /// Appends a row to its table. Throws failure when it cannot be written.
+    virtual void write(const record_row& row) = 0;
+
+    /// Completes the output. Throws failure when anything could not be written.
+    virtual void close() = 0;
+
+    /// The tables with rows, in a fixed order.
+    virtual std::vector<written_table> tables() const = 0;
+};
+
+} // namespace rtrange

@@ -1,0 +1,101 @@
+#include "tools/rtrange/outputs/record_tables.hpp"
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+
+#include <fmt/format.h>
+
+#include "tools/rtrange/failure.hpp"
+#include "zel_rt_range_formatter/fields/ncom_fields.hpp"
+#include "zel_rt_range_formatter/fields/rcom_fields.hpp"
+#include "zel_rt_range_formatter/src/ncom_unit_record.hpp"
+#include "zel_rt_range_formatter/src/rcom_unit_record.hpp"
+
+namespace rtrange {
+
+using namespace zel::toolbox::rt_range;
+
+namespace {
+
+struct decoded_package {
+    std::uint32_t tag;
+    std::span<const std::uint8_t> record;
+};
+
+/// A decoded package's tag and record; nothing for a bare Ethernet frame.
+std::optional<decoded_package> decoded(const zel_package_t& package) {
+    const auto data = zel::host::data(package);
+    decoded_package result{};
+    if (zel::host::format_type(package) != "zel.rtrange" || data.size() < sizeof(result.tag))
+        return std::nullopt;
+    std::memcpy(&result.tag, data.data(), sizeof(result.tag));
+    result.record = data.subspan(sizeof(result.tag));
+    return result;
+}
+
+void require_size(std::span<const std::uint8_t> record, std::size_t size) {
+    if (record.size() != size)
+        throw failure(fmt::format("the plug-in gave a record of {} bytes instead of {}; use the "
+                                  "plug-in that belongs to this program",
+                                  record.size(), size));
+}
+
+/// Index of the unit whose NCOM record has this tag.
+std::optional<std::size_t> unit_with_tag(std::uint32_t tag) {
+    const auto found = std::ranges::find(ncom_record_tags, tag);
+    if (found == ncom_record_tags.end())
+        return std::nullopt;
+    return static_cast<std::size_t>(found - ncom_record_tags.begin());
+}
+
+} // namespace
+
+const std::array<record_table, record_table_count>& record_tables() {
+    static constexpr std::array<record_table, record_table_count> tables{{
+        {"hunter", "hunter", "Packets of the hunter", true},
+        {"hunter_samples", "hunter", "Sample batches that the hunter's packets completed", true},
+        {"target1", "target1", "Packets of target 1", true},
+        {"target1_samples", "target1", "Sample batches that target 1's packets completed", true},
+        {"target2", "target2", "Packets of target 2", true},
+        {"target2_samples", "target2", "Sample batches that target 2's packets completed", true},
+        {"target3", "target3", "Packets of target 3", true},
+        {"target3_samples", "target3", "Sample batches that target 3's packets completed", true},
+        {"target4", "target4", "Packets of target 4", true},
+        {"target4_samples", "target4", "Sample batches that target 4's packets completed", true},
+        {"rcom", "rcom", "RCOM packets", false},
+    }};
+    return tables;
+}
+
+std::span<const field> fields_of(std::size_t table) {
+    return table == rcom_table ? rcom_fields() : ncom_fields();
+}
+
+void rows_of(const zel::host::package_array& packages, std::vector<record_row>& rows) {
+    rows.clear();
+    bool from_rcom = false;
+    for (std::size_t i = 0; i < packages.size(); ++i) {
+        const auto package = decoded(packages[i]);
+        if (!package)
+            continue;
+        const std::uint64_t timestamp = packages[i].reference_timestamp;
+        if (package->tag == rcom_record_tag) {
+            require_size(package->record, sizeof(rcom_unit_record));
+            rows.push_back({rcom_table, timestamp, {}, package->record});
+            from_rcom = true;
+        } else if (const auto unit = unit_with_tag(package->tag)) {
+            require_size(package->record, sizeof(ncom_unit_record));
+            // The packages of a sample batch stand before the one of the packet that completed it.
+            const bool sample = i + 1 < packages.size();
+            rows.push_back({packet_table(*unit) + sample, timestamp, "ncom", package->record});
+        }
+    }
+    if (!from_rcom)
+        return;
+    for (record_row& row : rows)
+        if (record_tables()[row.table].has_source)
+            row.source = "rcom";
+}
+
+} // namespace rtrange

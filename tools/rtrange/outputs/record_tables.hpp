@@ -1,0 +1,54 @@
+// The tables that decoded packages are sorted into.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "host/loader/packages.hpp"
+#include "zel_rt_range_formatter/fields/field.hpp"
+#include "zel_rt_range_formatter/src/units.hpp"
+
+namespace rtrange {
+
+/// One table: packets or samples of a unit, or RCOM.
+struct record_table {
+    std::string_view name;        ///< for example "target1_samples"
+    std::string_view unit;        ///< what users select it by, for example "target1"
+    std::string_view description; ///< what a row is
+    /// Whether rows tell if they come from an NCOM packet of the unit's own or from RCOM.
+    bool has_source;
+};
+
+inline constexpr std::size_t record_table_count = 2 * zel::toolbox::rt_range::unit_count + 1;
+
+/// Index of the table of RCOM records.
+inline constexpr std::size_t rcom_table = record_table_count - 1;
+
+/// Index of the table of a unit's packets; that of its samples follows.
+constexpr std::size_t packet_table(std::size_t unit) {
+    return 2 * unit;
+}
+
+/// All tables: per unit its packets, then its samples; then RCOM.
+const std::array<record_table, record_table_count>& record_tables();
+
+/// The fields of a table's records.
+std::span<const zel::toolbox::rt_range::field> fields_of(std::size_t table);
+
+/// One decoded package on its way into its table.
+struct record_row {
+    std::size_t table;                 ///< index
+    std::uint64_t reference_timestamp; ///< nanoseconds since 1970
+    std::string_view source;           ///< "ncom" or "rcom"; empty where the table has no source
+    std::span<const std::uint8_t> record;
+};
+
+/// The rows of what one raw package was decoded into, in the plug-in's order; valid as long as the
+/// packages. Throws failure when a package holds no record of this program's layout.
+void rows_of(const zel::host::package_array& packages, std::vector<record_row>& rows);
+
+} // namespace rtrange

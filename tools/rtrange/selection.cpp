@@ -1,0 +1,117 @@
+#include "tools/rtrange/selection.hpp"
+
+#include <algorithm>
+#include <numeric>
+#include <optional>
+
+#include <fmt/format.h>
+
+#include "zel_rt_range_formatter/fields/ncom_fields.hpp"
+#include "zel_rt_range_formatter/fields/rcom_fields.hpp"
+
+namespace rtrange {
+
+using namespace zel::toolbox::rt_range;
+
+namespace {
+
+/// Number of letters to insert, delete or replace to get from one name to the other.
+std::size_t distance(std::string_view from, std::string_view to) {
+    std::vector<std::size_t> row(to.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < from.size(); ++i) {
+        std::size_t diagonal = row[0];
+        row[0] = i + 1;
+        for (std::size_t j = 0; j < to.size(); ++j) {
+            const std::size_t replaced = diagonal + (from[i] == to[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
+        }
+    }
+    return row.back();
+}
+
+/// Empty for a name of the list; otherwise what is wrong, with the nearest name.
+std::string fault_of_name(std::string_view kind, std::string_view name,
+                          const std::vector<std::string_view>& names) {
+    if (std::ranges::find(names, name) != names.end())
+        return {};
+    const auto nearest = std::ranges::min_element(
+        names, {}, [&](std::string_view other) { return distance(name, other); });
+    return fmt::format("there is no {} '{}'; the nearest name is '{}'", kind, name, *nearest);
+}
+
+const field* find_field(std::span<const field> fields, std::string_view name) {
+    const auto found =
+        std::ranges::find_if(fields, [&](const field& field) { return field.name == name; });
+    return found == fields.end() ? nullptr : &*found;
+}
+
+bool names(const std::vector<std::string>& list, std::string_view name) {
+    return std::ranges::find(list, name) != list.end();
+}
+
+/// The fields with these names, each once; all of them if there are no names.
+std::vector<field> fields_with_names(std::span<const field> fields,
+                                     const std::vector<std::string>& wanted) {
+    if (wanted.empty())
+        return {fields.begin(), fields.end()};
+    std::vector<field> result;
+    for (const std::string& name : wanted) {
+        const field* const found = find_field(fields, name);
+        if (found != nullptr && find_field(result, name) == nullptr)
+            result.push_back(*found);
+    }
+    return result;
+}
+
+} // namespace
+
+std::string fault_of_field(const std::string& name) {
+    std::vector<std::string_view> all;
+    for (const std::span<const field> fields : {ncom_fields(), rcom_fields()})
+        for (const field& field : fields)
+            all.emplace_back(field.name);
+    return fault_of_name("field", name, all);
+}
+
+std::string fault_of_unit(const std::string& name) {
+    std::vector<std::string_view> all;
+    for (const record_table& table : record_tables())
+        all.push_back(table.unit);
+    return fault_of_name("unit", name, all);
+}
+
+std::string fault_of_time(const std::string& text) {
+    if (parse_time(text))
+        return {};
+    return fmt::format("'{}' is no time; give seconds since the start, such as 12.5, or UTC, such "
+                       "as 2026-01-05T10:00:12.5",
+                       text);
+}
+
+selection::selection(const selection_options& options) {
+    for (std::size_t table = 0; table < record_table_count; ++table)
+        if (options.units.empty() || names(options.units, record_tables()[table].unit))
+            fields_[table] = fields_with_names(fields_of(table), options.fields);
+    if (!options.from.empty())
+        from_ = parse_time(options.from).value();
+    if (!options.to.empty())
+        to_ = parse_time(options.to).value();
+}
+
+std::span<const field> selection::fields(std::size_t table) const {
+    return fields_[table];
+}
+
+void selection::begin_run(std::uint64_t time_ns) {
+    from_ns_ = from_.time_ns + (from_.since_begin ? time_ns : 0);
+    to_ns_ = to_.time_ns + (to_.since_begin ? time_ns : 0);
+}
+
+bool selection::contains(const record_row& row) const {
+    return !fields_[row.table].empty() && row.reference_timestamp >= from_ns_ &&
+           row.reference_timestamp < to_ns_;
+}
+
+} // namespace rtrange
