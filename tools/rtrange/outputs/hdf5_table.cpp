@@ -13,7 +13,7 @@ using zel::toolbox::rt_range::field_type;
 namespace {
 
 /// Rows per chunk: enough for the compression to pay, few enough to be held in memory.
-constexpr std::size_t chunk_rows = 2048;
+constexpr std::size_t chunk_rows = 4096;
 
 /// A fast level: beyond it, telemetry gets hardly smaller.
 constexpr unsigned compression_level = 1;
