@@ -1,110 +1,9 @@
 // The program, as a user calls it.
 
-#include <algorithm>
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-#include <string>
-#include <vector>
-
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include "simulation/scenario.hpp"
+#include "tests/harness/rtrange_program.hpp"
 
-namespace {
-
-namespace fs = std::filesystem;
-
-const fs::path example = EXAMPLE_CAPTURE;
-
-struct result {
-    int exit_code;
-    std::string output; ///< standard output and standard error
-};
-
-/// Runs the program with these arguments, in the way a shell does.
-result rtrange(const std::string& arguments) {
-    const std::string command = std::string(RTRANGE) + " " + arguments + " 2>&1";
-    FILE* const pipe = popen(command.c_str(), "r");
-    result result{-1, {}};
-    char part[4096];
-    while (const std::size_t size = std::fread(part, 1, sizeof(part), pipe))
-        result.output.append(part, size);
-    const int status = pclose(pipe);
-    result.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return result;
-}
-
-std::string content(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::stringstream all;
-    all << stream.rdbuf();
-    return all.str();
-}
-
-void write(const fs::path& file, const std::string& text) {
-    std::ofstream(file, std::ios::binary) << text;
-}
-
-std::vector<std::string> split(const std::string& text, char separator) {
-    std::vector<std::string> parts;
-    std::stringstream stream(text);
-    for (std::string part; std::getline(stream, part, separator);)
-        parts.push_back(part);
-    return parts;
-}
-
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
-
-class rtrange_program : public testing::Test {
-protected:
-    void SetUp() override {
-        folder = fs::temp_directory_path() / ("rtrange_test_" + std::to_string(getpid()));
-        fs::create_directories(folder);
-    }
-    void TearDown() override { fs::remove_all(folder); }
-
-    std::string in_folder(const std::string& name) const { return (folder / name).string(); }
-
-    fs::path folder;
-};
-
-/// A table by column name.
-struct csv_table {
-    explicit csv_table(const fs::path& file) {
-        const auto lines = split(content(file), '\n');
-        header = split(lines.at(0), ',');
-        for (std::size_t i = 1; i < lines.size(); ++i) {
-            rows.push_back(split(lines[i], ','));
-            EXPECT_EQ(rows.back().size(), header.size());
-        }
-    }
-
-    const std::string& cell(std::size_t row, const std::string& column) const {
-        const auto found = std::find(header.begin(), header.end(), column);
-        EXPECT_NE(found, header.end()) << column;
-        return rows.at(row).at(static_cast<std::size_t>(found - header.begin()));
-    }
-
-    double number(std::size_t row, const std::string& column) const {
-        return std::stod(cell(row, column));
-    }
-
-    std::size_t count(const std::string& column, const std::string& value) const {
-        std::size_t result = 0;
-        for (std::size_t row = 0; row < rows.size(); ++row)
-            result += cell(row, column) == value;
-        return result;
-    }
-
-    std::vector<std::string> header;
-    std::vector<std::vector<std::string>> rows;
-};
+namespace rtrange_test {
 
 TEST_F(rtrange_program, writes_a_row_per_package_with_the_values_of_the_run) {
     using namespace zel::simulation;
@@ -222,6 +121,38 @@ TEST_F(rtrange_program, removes_tables_of_an_earlier_run) {
     EXPECT_TRUE(fs::exists(folder / "out/notes.txt"));
 }
 
+TEST_F(rtrange_program, writes_the_selection_alone) {
+    rtrange("decode " + example.string() + " -o " + in_folder("all"));
+    const result result = rtrange("decode " + example.string() + " -o " + in_folder("part") +
+                                  " --fields roll,satellites,roll,target_address"
+                                  " --units target1,rcom --from 0.5 --to 2026-01-05T10:00:00.8Z");
+    ASSERT_EQ(result.exit_code, 0) << result.output;
+    EXPECT_FALSE(fs::exists(folder / "part/hunter.csv"));
+    const csv_table all(folder / "all/target1.csv");
+    const csv_table part(folder / "part/target1.csv");
+    EXPECT_EQ(part.header,
+              (std::vector<std::string>{"reference_timestamp", "source", "roll", "satellites"}));
+    std::vector<std::vector<std::string>> expected;
+    for (std::size_t row = 0; row < all.rows.size(); ++row) {
+        const std::string& time = all.cell(row, "reference_timestamp");
+        if (time >= "1767607200500000000" && time < "1767607200800000000")
+            expected.push_back({time, all.cell(row, "source"), all.cell(row, "roll"),
+                                all.cell(row, "satellites")});
+    }
+    EXPECT_EQ(part.rows, expected);
+    EXPECT_EQ(expected.size(), 30U);
+    EXPECT_EQ(csv_table(folder / "part/rcom.csv").header,
+              (std::vector<std::string>{"reference_timestamp", "target_address"}));
+
+    // The same limits, once more in the other ways to write them.
+    rtrange("decode " + example.string() + " -o " + in_folder("same") +
+            " --fields roll,satellites --units target1 --from '2026-01-05 10:00:00.5 UTC' --to .8");
+    EXPECT_EQ(content(folder / "same/target1.csv"), content(folder / "part/target1.csv"));
+    EXPECT_TRUE(
+        contains(rtrange("decode " + example.string() + " --from 5 -o " + in_folder("none")).output,
+                 "the selection leaves nothing"));
+}
+
 TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_do) {
     write(folder / "empty.pcap", "");
     write(folder / "text.pcap", "this is no capture at all, just a text");
@@ -254,7 +185,15 @@ TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_do) {
         {"simulate /no/such/folder/x.pcap", 1, "cannot write"},
         {"simulate " + in_folder("x.pcapng"), 1, "name it .pcap"},
         {"simulate /dev/full", 1, "No space left"},
-        {"decode", 2, "CAPTURE"},
+        {"decode", 2, "CAPTURE or --interface is required"},
+        {"decode " + example.string() + " --interface lo", 2, "CAPTURE excludes --interface"},
+        {"decode " + example.string() + " --as xml", 2, "--as"},
+        {"decode " + example.string() + " -o " + in_folder("x.h5"), 2, "add --as hdf5"},
+        {"decode " + example.string() + " --fields roll,headin", 2, "nearest name is 'heading'"},
+        {"decode " + example.string() + " --units target5", 2, "nearest name is 'target"},
+        {"decode " + example.string() + " --from yesterday", 2, "seconds since the start"},
+        {"decode " + example.string() + " --to 2026-02-30T10:00:00", 2, "is no time"},
+        {"decode " + example.string() + " --to -1", 2, "is no time"},
         {"decode " + example.string() + " --format zel.can", 2, "--format"},
         {"simulate x.pcap --targets 5", 2, "--targets"},
         {"nonsense", 2, "subcommand"},
@@ -295,4 +234,4 @@ TEST_F(rtrange_program, shows_the_plug_in_and_the_records) {
         << "write it again: rtrange fields --markdown > docs/records.md";
 }
 
-} // namespace
+} // namespace rtrange_test

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 
 #include "tools/rtrange/decode_summary.hpp"
 #include "tools/rtrange/failure.hpp"
@@ -32,12 +33,14 @@ std::unique_ptr<record_output> create_output(const decode_options& options,
 
 int decode(const decode_options& options) {
     check_captures(options.run.captures);
+    std::optional<live_capture> live;
+    if (!options.interface_name.empty())
+        live.emplace(options.interface_name);
     decoding run(options.run);
     const auto output = create_output(options, run.selection());
     catch_interruptions();
-    const auto faults = options.interface_name.empty()
-                            ? decode_captures(options.run.captures, run, *output)
-                            : decode_live(options.interface_name, run, *output);
+    const auto faults = live ? decode_live(*live, run, *output)
+                             : decode_captures(options.run.captures, run, *output);
     output->close();
     print_summary(run.fates(), output->tables());
     return end_with_faults(faults);

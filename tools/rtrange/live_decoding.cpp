@@ -5,7 +5,6 @@
 
 #include <fmt/format.h>
 
-#include "tools/rtrange/captures/live_capture.hpp"
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/interruption.hpp"
 #include "tools/rtrange/status_line.hpp"
@@ -34,9 +33,8 @@ void decode_all(live_capture& capture, decoding& run, record_output& output) {
 
 } // namespace
 
-std::vector<std::string> decode_live(const std::string& name, decoding& run,
-                                     record_output& output) {
-    live_capture capture(name);
+std::vector<std::string> decode_live(live_capture& capture, decoding& run, record_output& output) {
+    const std::string& name = capture.interface_name();
     std::printf("Decoding what comes in on %s; Ctrl-C ends it\n", name.c_str());
     std::fflush(stdout);
     std::vector<std::string> faults;

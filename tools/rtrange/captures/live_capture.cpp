@@ -1,6 +1,8 @@
 #include "tools/rtrange/captures/live_capture.hpp"
 
 #include <array>
+#include <chrono>
+#include <thread>
 
 #include <fmt/format.h>
 #include <pcap/pcap.h>
@@ -11,7 +13,7 @@ namespace rtrange {
 namespace {
 
 constexpr int whole_frame = 65535;
-constexpr int wait_ms = 100;
+constexpr int wait_ms = 10;
 constexpr int buffer_size = 16 << 20; // seconds of a full system's traffic
 
 } // namespace
@@ -29,29 +31,31 @@ live_capture::live_capture(const std::string& name) : interface_(name) {
     pcap_set_snaplen(capture, whole_frame);
     pcap_set_promisc(capture, 1);
     pcap_set_timeout(capture, wait_ms);
-    pcap_set_immediate_mode(capture, 1);
     pcap_set_buffer_size(capture, buffer_size);
     if (pcap_set_tstamp_precision(capture, PCAP_TSTAMP_PRECISION_NANO) == 0)
         nanoseconds_per_tick_ = 1;
     const int result = pcap_activate(capture);
     if (result == PCAP_ERROR_PERM_DENIED)
-        throw failure(fmt::format("may not capture from '{}'; run this as root, or give the "
-                                  "program the right: setcap cap_net_raw+ep",
-                                  name));
+        throw failure(fmt::format("may not capture from '{}'; run this as root", name));
     if (result < 0)
         throw failure(
             fmt::format("cannot capture from '{}': {}", name,
                         result == PCAP_ERROR ? pcap_geterr(capture) : pcap_statustostr(result)));
     if (pcap_datalink(capture) != DLT_EN10MB)
         throw failure(fmt::format("'{}' is no Ethernet interface; choose one that is", name));
+    if (pcap_setnonblock(capture, 1, reason.data()) != 0)
+        throw failure(fmt::format("cannot capture from '{}': {}", name, reason.data()));
 }
 
 std::optional<captured_frame> live_capture::next() {
     pcap_pkthdr* header = nullptr;
     const u_char* bytes = nullptr;
     const int result = pcap_next_ex(capture_.get(), &header, &bytes);
-    if (result == 0)
+    if (result == 0) {
+        // A blocking capture would not come back as long as the network is silent.
+        std::this_thread::sleep_for(std::chrono::milliseconds(wait_ms));
         return std::nullopt;
+    }
     if (result != 1)
         throw broken_capture(
             fmt::format("'{}' gives no more frames: {}", interface_, pcap_geterr(capture_.get())));

@@ -18,9 +18,11 @@ public:
     /// Throws failure when the interface cannot be captured from.
     explicit live_capture(const std::string& name);
 
-    /// The next frame; nothing when a tenth of a second has passed without one. Throws
+    /// The next frame; nothing when there is none at the moment, after a short wait. Throws
     /// broken_capture when there won't be another, for example because the interface went down.
     std::optional<captured_frame> next();
+
+    const std::string& interface_name() const { return interface_; }
 
     /// Frames that came in and were lost, because they weren't fetched in time.
     std::uint64_t lost() const;

@@ -10,7 +10,7 @@ namespace rtrange {
 namespace {
 
 [[noreturn]] void fail(const char* what) {
-    throw failure(fmt::format("cannot write HDF5: {} failed; is the disk full?", what));
+    throw failure(fmt::format("cannot write the HDF5 file ({}); is the disk full?", what));
 }
 
 } // namespace
@@ -36,19 +36,19 @@ void check_hdf5(herr_t result, const char* what) {
 }
 
 hdf5_handle hdf5_text_type(std::size_t size) {
-    hdf5_handle type(H5Tcopy(H5T_C_S1), "a text type");
-    check_hdf5(H5Tset_size(type, std::max<std::size_t>(size, 1)), "a text type");
-    check_hdf5(H5Tset_strpad(type, H5T_STR_NULLPAD), "a text type");
+    hdf5_handle type(H5Tcopy(H5T_C_S1), "creating a type");
+    check_hdf5(H5Tset_size(type, std::max<std::size_t>(size, 1)), "creating a type");
+    check_hdf5(H5Tset_strpad(type, H5T_STR_NULLPAD), "creating a type");
     return type;
 }
 
 void set_hdf5_attribute(hid_t object, const char* name, const std::string& text) {
     const hdf5_handle type = hdf5_text_type(text.size());
-    check_hdf5(H5Tset_cset(type, H5T_CSET_UTF8), "a text type");
-    const hdf5_handle space(H5Screate(H5S_SCALAR), "an attribute");
+    check_hdf5(H5Tset_cset(type, H5T_CSET_UTF8), "creating a type");
+    const hdf5_handle space(H5Screate(H5S_SCALAR), "creating an attribute");
     const hdf5_handle attribute(H5Acreate2(object, name, type, space, H5P_DEFAULT, H5P_DEFAULT),
-                                "an attribute");
-    check_hdf5(H5Awrite(attribute, type, text.c_str()), "an attribute");
+                                "creating an attribute");
+    check_hdf5(H5Awrite(attribute, type, text.c_str()), "creating an attribute");
 }
 
 } // namespace rtrange

@@ -24,15 +24,15 @@ void check_writable(const std::filesystem::path& file) {
 /// run.
 hdf5_handle bounded_metadata_cache() {
     constexpr std::size_t size = 1 << 20;
-    hdf5_handle access(H5Pcreate(H5P_FILE_ACCESS), "a file");
+    hdf5_handle access(H5Pcreate(H5P_FILE_ACCESS), "creating it");
     H5AC_cache_config_t config{};
     config.version = H5AC__CURR_CACHE_CONFIG_VERSION;
-    check_hdf5(H5Pget_mdc_config(access, &config), "a file");
+    check_hdf5(H5Pget_mdc_config(access, &config), "creating it");
     config.set_initial_size = true;
     config.initial_size = size;
     config.min_size = size;
     config.max_size = size;
-    check_hdf5(H5Pset_mdc_config(access, &config), "a file");
+    check_hdf5(H5Pset_mdc_config(access, &config), "creating it");
     return access;
 }
 
@@ -40,7 +40,7 @@ hdf5_handle create_file(const std::filesystem::path& file) {
     H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr); // its error stack means nothing to users
     check_writable(file);
     return {H5Fcreate(file.string().c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, bounded_metadata_cache()),
-            "a file"};
+            "creating it"};
 }
 
 } // namespace

@@ -28,21 +28,21 @@ constexpr std::size_t address_size = sizeof("255.255.255.255") - 1;
 hdf5_handle type_of(field_type type) {
     switch (type) {
     case field_type::u8:
-        return {H5Tcopy(H5T_STD_U8LE), "a type"};
+        return {H5Tcopy(H5T_STD_U8LE), "copying a type"};
     case field_type::u16:
-        return {H5Tcopy(H5T_STD_U16LE), "a type"};
+        return {H5Tcopy(H5T_STD_U16LE), "copying a type"};
     case field_type::u32:
-        return {H5Tcopy(H5T_STD_U32LE), "a type"};
+        return {H5Tcopy(H5T_STD_U32LE), "copying a type"};
     case field_type::u64:
-        return {H5Tcopy(H5T_STD_U64LE), "a type"};
+        return {H5Tcopy(H5T_STD_U64LE), "copying a type"};
     case field_type::s16:
-        return {H5Tcopy(H5T_STD_I16LE), "a type"};
+        return {H5Tcopy(H5T_STD_I16LE), "copying a type"};
     case field_type::s32:
-        return {H5Tcopy(H5T_STD_I32LE), "a type"};
+        return {H5Tcopy(H5T_STD_I32LE), "copying a type"};
     case field_type::s64:
-        return {H5Tcopy(H5T_STD_I64LE), "a type"};
+        return {H5Tcopy(H5T_STD_I64LE), "copying a type"};
     case field_type::f64:
-        return {H5Tcopy(H5T_IEEE_F64LE), "a type"};
+        return {H5Tcopy(H5T_IEEE_F64LE), "copying a type"};
     case field_type::ipv4:
         break;
     }
@@ -60,16 +60,17 @@ void format_address(const std::uint8_t* bytes, std::uint8_t* text) {
 hdf5_handle create_dataset(hid_t group, const char* name, hid_t type) {
     const hsize_t none = 0;
     const hsize_t unlimited = H5S_UNLIMITED;
-    const hdf5_handle space(H5Screate_simple(1, &none, &unlimited), "a dataset");
-    const hdf5_handle creation(H5Pcreate(H5P_DATASET_CREATE), "a dataset");
+    const hdf5_handle space(H5Screate_simple(1, &none, &unlimited), "creating a dataset");
+    const hdf5_handle creation(H5Pcreate(H5P_DATASET_CREATE), "creating a dataset");
     const hsize_t chunk = chunk_rows;
-    check_hdf5(H5Pset_chunk(creation, 1, &chunk), "a dataset");
-    check_hdf5(H5Pset_shuffle(creation), "a dataset");
-    check_hdf5(H5Pset_deflate(creation, compression_level), "a dataset");
+    check_hdf5(H5Pset_chunk(creation, 1, &chunk), "creating a dataset");
+    check_hdf5(H5Pset_shuffle(creation), "creating a dataset");
+    check_hdf5(H5Pset_deflate(creation, compression_level), "creating a dataset");
     // Chunks are written whole; a cache of the library's would hold megabytes for each dataset.
-    const hdf5_handle access(H5Pcreate(H5P_DATASET_ACCESS), "a dataset");
-    check_hdf5(H5Pset_chunk_cache(access, 0, 0, H5D_CHUNK_CACHE_W0_DEFAULT), "a dataset");
-    return {H5Dcreate2(group, name, type, space, H5P_DEFAULT, creation, access), "a dataset"};
+    const hdf5_handle access(H5Pcreate(H5P_DATASET_ACCESS), "creating a dataset");
+    check_hdf5(H5Pset_chunk_cache(access, 0, 0, H5D_CHUNK_CACHE_W0_DEFAULT), "creating a dataset");
+    return {H5Dcreate2(group, name, type, space, H5P_DEFAULT, creation, access),
+            "creating a dataset"};
 }
 
 } // namespace
@@ -77,7 +78,7 @@ hdf5_handle create_dataset(hid_t group, const char* name, hid_t type) {
 hdf5_table::hdf5_table(hid_t file, std::size_t table, std::span<const field> fields)
     : group_(H5Gcreate2(file, std::string(record_tables()[table].name).c_str(), H5P_DEFAULT,
                         H5P_DEFAULT, H5P_DEFAULT),
-             "a group"),
+             "creating a group"),
       row_size_(record_offset) {
     set_hdf5_attribute(group_, "description", std::string(record_tables()[table].description));
     create_column("reference_timestamp", 0, sizeof(std::uint64_t), false, type_of(field_type::u64),

@@ -1,0 +1,149 @@
+// Decoding from a network interface: the loopback of a network namespace of the test's own, which
+// nobody else sends on.
+
+#include <array>
+#include <csignal>
+#include <cstring>
+
+#include <net/if.h>
+#include <netpacket/packet.h>
+#include <sched.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+
+#include "tests/harness/rtrange_program.hpp"
+
+namespace rtrange_test {
+namespace {
+
+constexpr std::array<std::uint16_t, 1> all_protocols{0x0300}; // ETH_P_ALL, in network order
+
+/// Moves this program into a network namespace with nothing but a loopback interface. Gives whether
+/// that is permitted here.
+bool enter_network_namespace() {
+    const uid_t user = getuid();
+    if (unshare(CLONE_NEWNET) != 0) {
+        if (unshare(CLONE_NEWUSER | CLONE_NEWNET) != 0)
+            return false;
+        // Only the namespace's root keeps its rights when a program is started.
+        std::ofstream("/proc/self/uid_map") << "0 " << user << " 1";
+    }
+    const int socket = ::socket(AF_INET, SOCK_DGRAM, 0);
+    ifreq request{};
+    std::strcpy(request.ifr_name, "lo");
+    request.ifr_flags = IFF_UP | IFF_RUNNING;
+    const bool up = ioctl(socket, SIOCSIFFLAGS, &request) == 0;
+    close(socket);
+    return up;
+}
+
+/// Puts all frames of a pcap file on the loopback interface.
+void send_frames(const fs::path& capture) {
+    constexpr std::size_t file_header = 24, frame_header = 16, length_at = 8;
+    const int socket = ::socket(AF_PACKET, SOCK_RAW, all_protocols[0]);
+    ASSERT_GE(socket, 0);
+    sockaddr_ll address{};
+    address.sll_family = AF_PACKET;
+    address.sll_ifindex = static_cast<int>(if_nametoindex("lo"));
+    const std::string bytes = content(capture);
+    for (std::size_t at = file_header; at < bytes.size();) {
+        std::uint32_t length = 0;
+        std::memcpy(&length, bytes.data() + at + length_at, sizeof(length));
+        at += frame_header;
+        EXPECT_EQ(sendto(socket, bytes.data() + at, length, 0,
+                         reinterpret_cast<const sockaddr*>(&address), sizeof(address)),
+                  static_cast<ssize_t>(length));
+        at += length;
+    }
+    close(socket);
+}
+
+/// The program at work: started, told to stop, and asked what it said.
+class running_program {
+public:
+    explicit running_program(const std::string& arguments)
+        // The shell hands its process over to the program and tells its number.
+        : pipe_(popen(("echo $$; exec " RTRANGE " " + arguments + " 2>&1").c_str(), "r")) {
+        process_ = std::stoi(line());
+    }
+
+    std::string line() {
+        std::array<char, 4096> text{};
+        return std::fgets(text.data(), text.size(), pipe_) != nullptr ? text.data() : "";
+    }
+
+    void signal(int number) const { kill(process_, number); }
+
+    result end() {
+        result result{-1, {}};
+        for (std::string text = line(); !text.empty(); text = line())
+            result.output += text;
+        const int status = pclose(pipe_);
+        result.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        return result;
+    }
+
+private:
+    FILE* pipe_;
+    pid_t process_ = 0;
+};
+
+/// The columns of a table that do not tell when the frames came in.
+std::vector<std::vector<std::string>> values(const fs::path& file) {
+    csv_table table(file);
+    for (auto& row : table.rows)
+        row.erase(row.begin());
+    return table.rows;
+}
+
+class live_decoding : public rtrange_program {
+protected:
+    void SetUp() override {
+        if (!enter_network_namespace())
+            GTEST_SKIP() << "this system does not permit network namespaces";
+        rtrange_program::SetUp();
+    }
+};
+
+TEST_F(live_decoding, gives_what_a_capture_of_the_same_frames_gives) {
+    rtrange("decode " + example.string() + " -o " + in_folder("capture"));
+    for (const int signal : {SIGINT, SIGTERM}) {
+        running_program program("decode --interface lo -o " + in_folder("live"));
+        ASSERT_EQ(program.line(), "Decoding what comes in on lo; Ctrl-C ends it\n");
+        send_frames(example);
+        usleep(300'000); // more than the program waits for frames
+        program.signal(signal);
+        const result result = program.end();
+        EXPECT_EQ(result.exit_code, 0) << result.output;
+        EXPECT_TRUE(contains(result.output, "260 frames")) << result.output;
+        for (const char* const table :
+             {"hunter.csv", "target1.csv", "target1_samples.csv", "rcom.csv"})
+            EXPECT_EQ(values(folder / "live" / table), values(folder / "capture" / table)) << table;
+    }
+}
+
+TEST_F(live_decoding, ends_at_its_time_limit) {
+    running_program program("decode -i lo --to 0.2 --as hdf5 -o " + in_folder("live.h5"));
+    program.line();
+    send_frames(example);
+    usleep(300'000);
+    send_frames(example);
+    const result result = program.end();
+    EXPECT_EQ(result.exit_code, 0) << result.output;
+    EXPECT_TRUE(contains(result.output, "260 frames")) << result.output;
+    EXPECT_TRUE(contains(result.output, "50 rows")) << result.output;
+}
+
+TEST_F(live_decoding, says_what_it_cannot_capture) {
+    EXPECT_TRUE(contains(rtrange("decode -i nowhere").output,
+                         "rtrange: cannot capture from 'nowhere': No such device"));
+    running_program program("decode -i lo -o " + in_folder("none"));
+    program.line();
+    program.signal(SIGINT);
+    const result result = program.end();
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.output, "rtrange: no frame came in on 'lo'\n");
+}
+
+} // namespace
+} // namespace rtrange_test
