@@ -21,6 +21,47 @@ namespace {
 constexpr std::size_t buffer_size = 1 << 18;
 constexpr std::size_t longest_cell = 32;
 
+/// Copies that are not longer than this are made in one piece, without a call: most texts between
+/// two changed cells are short.
+constexpr std::size_t copied_at_once = 32;
+
+/// Writes a number with at most six decimals as to_chars does, only three times as fast: what the
+/// units send are integers over powers of ten. Gives nothing for other numbers.
+char* format_decimal(double number, char* begin) {
+    constexpr double scale = 1e6;
+    const double magnitude = std::abs(number);
+    // Within these limits, the plain notation is never longer than the one with an exponent.
+    if (!(magnitude >= 1e-3 && magnitude < 1e5))
+        return nullptr;
+    const auto scaled = static_cast<std::uint64_t>(magnitude * scale + 0.5);
+    // No two decimals of up to 15 digits are the same double, so this one is the shortest.
+    if (static_cast<double>(scaled) / scale != magnitude)
+        return nullptr;
+    if (number < 0)
+        *begin++ = '-';
+    constexpr auto divisor = static_cast<std::uint64_t>(scale);
+    char* end = std::to_chars(begin, begin + longest_cell, scaled / divisor).ptr;
+    std::uint64_t decimals = scaled % divisor;
+    if (decimals == 0)
+        return end;
+    *end = '.';
+    for (std::size_t digit = 6; digit > 0; --digit, decimals /= 10)
+        end[digit] = static_cast<char>('0' + decimals % 10);
+    end += 6;
+    while (*end == '0')
+        --end;
+    return end + 1;
+}
+
+char* format_double(double number, char* begin) {
+    // A sign or a payload of "not a number" is nothing that a table reader knows.
+    if (std::isnan(number))
+        return std::ranges::copy(std::string_view("nan"), begin).out;
+    if (char* const end = format_decimal(number, begin))
+        return end;
+    return std::to_chars(begin, begin + longest_cell, number).ptr;
+}
+
 /// Formats the stored content of a field at `begin`, where there is room for the longest cell;
 /// gives its end.
 char* format(field_type type, std::uint64_t content, char* begin) {
@@ -37,12 +78,8 @@ char* format(field_type type, std::uint64_t content, char* begin) {
         return std::to_chars(begin, limit, static_cast<std::int32_t>(content)).ptr;
     case field_type::s64:
         return std::to_chars(begin, limit, static_cast<std::int64_t>(content)).ptr;
-    case field_type::f64: {
-        const auto number = std::bit_cast<double>(content);
-        // A sign or a payload of "not a number" is nothing that a table reader knows.
-        return std::isnan(number) ? std::ranges::copy(std::string_view("nan"), begin).out
-                                  : std::to_chars(begin, limit, number).ptr;
-    }
+    case field_type::f64:
+        return format_double(std::bit_cast<double>(content), begin);
     case field_type::ipv4:
         return fmt::format_to(begin, "{}.{}.{}.{}", content & 0xFF, content >> 8 & 0xFF,
                               content >> 16 & 0xFF, content >> 24);
@@ -50,11 +87,23 @@ char* format(field_type type, std::uint64_t content, char* begin) {
     return begin;
 }
 
+/// Appends text, of which there are at least `copied_at_once` readable bytes; gives its end.
+char* copy_text(const char* text, std::size_t size, char* out) {
+    if (size <= copied_at_once)
+        std::memcpy(out, text, copied_at_once);
+    else
+        std::memcpy(out, text, size);
+    return out + size;
+}
+
 } // namespace
 
 csv_file::csv_file(const std::filesystem::path& file,
-                   std::span<const std::string_view> leading_columns, std::span<const field> fields)
-    : path_(file), file_(std::fopen(file.c_str(), "wb")), buffer_(buffer_size) {
+                   std::span<const std::string_view> leading_columns, std::span<const field> fields,
+                   std::size_t record_size)
+    : path_(file), contents_(fields.size()), cell_ends_(fields.size()),
+      row_(fields.size() * longest_cell + copied_at_once), file_(std::fopen(file.c_str(), "wb")),
+      buffer_(buffer_size) {
     if (file_ == nullptr)
         fail();
     // The rows are collected here; a second buffer would only copy them once more.
@@ -63,7 +112,10 @@ csv_file::csv_file(const std::filesystem::path& file,
         cell(name);
     for (const field& field : fields) {
         cell(field.name);
-        columns_.push_back({field.type, field.offset, 0, 0, {}});
+        const std::size_t word_offset = std::min(field.offset, record_size - sizeof(std::uint64_t));
+        columns_.push_back({field.type, word_offset,
+                            static_cast<unsigned>(8 * (field.offset - word_offset)),
+                            ~std::uint64_t{0} >> (64 - 8 * size_of(field.type))});
     }
     buffer_[used_ - 1] = '\n';
     flush();
@@ -81,9 +133,30 @@ void csv_file::cell(std::string_view text) {
 }
 
 void csv_file::end_row(std::span<const std::uint8_t> record) {
-    reserve(columns_.size() * longest_cell);
-    for (cached_column& column : columns_)
-        append_column(column, record.data());
+    reserve(columns_.size() * longest_cell + copied_at_once);
+    char* const begin = buffer_.data() + used_;
+    char* end = begin;
+    std::size_t copied = 0;     // of the last row's text
+    std::size_t cell_begin = 0; // in the last row's text
+    std::size_t shift = 0;      // of the cells since the last one that changed
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        const std::uint64_t content = columns_[i].content_in(record.data());
+        const std::size_t cell_end = cell_ends_[i];
+        if (content != contents_[i] || rows_ == 0) {
+            end = copy_text(row_.data() + copied, cell_begin - copied, end);
+            end = format(columns_[i].type, content, end);
+            *end++ = ',';
+            contents_[i] = content;
+            copied = cell_end;
+            shift = static_cast<std::size_t>(end - begin) - cell_end;
+        }
+        cell_ends_[i] = cell_end + shift;
+        cell_begin = cell_end;
+    }
+    end = copy_text(row_.data() + copied, cell_begin - copied, end);
+    const auto size = static_cast<std::size_t>(end - begin);
+    std::memcpy(row_.data(), begin, size);
+    used_ += size;
     buffer_[used_ - 1] = '\n';
     ++rows_;
 }
@@ -93,6 +166,12 @@ void csv_file::close() {
     std::FILE* const file = file_.release();
     if (std::fclose(file) != 0)
         fail();
+}
+
+std::uint64_t csv_file::column::content_in(const std::uint8_t* record) const {
+    std::uint64_t word = 0;
+    std::memcpy(&word, record + word_offset, sizeof(word));
+    return word >> shift & mask;
 }
 
 void csv_file::reserve(std::size_t size) {
@@ -105,21 +184,6 @@ void csv_file::reserve(std::size_t size) {
 void csv_file::append(std::string_view text) {
     std::ranges::copy(text, buffer_.begin() + static_cast<std::ptrdiff_t>(used_));
     used_ += text.size();
-}
-
-void csv_file::append_column(cached_column& column, const std::uint8_t* record) {
-    std::uint64_t content = 0;
-    std::memcpy(&content, record + column.offset, size_of(column.type));
-    if (content != column.content || column.text_size == 0) {
-        char* const begin = column.text.data();
-        char* const end = format(column.type, content, begin);
-        *end = ',';
-        column.content = content;
-        column.text_size = static_cast<std::size_t>(end + 1 - begin);
-    }
-    // Always the whole text array: a copy of fixed size needs no call.
-    std::memcpy(buffer_.data() + used_, column.text.data(), column.text.size());
-    used_ += column.text_size;
 }
 
 void csv_file::flush() {

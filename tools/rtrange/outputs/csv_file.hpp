@@ -18,10 +18,10 @@ namespace rtrange {
 /// cell that needs quotes.
 class csv_file {
 public:
-    /// Creates the file and writes the header row: the leading columns, then one per field. Throws
-    /// failure when that is not possible.
+    /// Creates the file and writes the header row: the leading columns, then one per field of a
+    /// record of `record_size` bytes, at least 8. Throws failure when that is not possible.
     csv_file(const std::filesystem::path& file, std::span<const std::string_view> leading_columns,
-             std::span<const zel::toolbox::rt_range::field> fields);
+             std::span<const zel::toolbox::rt_range::field> fields, std::size_t record_size);
 
     /// A leading cell of the row in hand.
     void cell(std::uint64_t value);
@@ -41,24 +41,28 @@ private:
         void operator()(std::FILE* file) const { std::fclose(file); }
     };
 
-    /// The last content of a column and its text, comma included: from one row to the next, most
-    /// fields stay as they are, and formatting costs ten times as much as copying.
-    struct cached_column {
+    /// Where a column's content stands in a record: within eight bytes that all belong to it.
+    struct column {
+        std::uint64_t content_in(const std::uint8_t* record) const;
+
         zel::toolbox::rt_range::field_type type;
-        std::size_t offset;
-        std::uint64_t content;
-        std::size_t text_size; ///< 0 before the first row
-        std::array<char, 32> text;
+        std::size_t word_offset;
+        unsigned shift;
+        std::uint64_t mask;
     };
 
     void reserve(std::size_t size);
     void append(std::string_view text);
-    void append_column(cached_column& column, const std::uint8_t* record);
     void flush();
     [[noreturn]] void fail() const;
 
     std::filesystem::path path_;
-    std::vector<cached_column> columns_;
+    std::vector<column> columns_;
+    // The last row: from one row to the next most fields stay as they are, and formatting costs
+    // many times as much as copying.
+    std::vector<std::uint64_t> contents_; ///< by column
+    std::vector<std::size_t> cell_ends_;  ///< by column, in its text, commas included
+    std::vector<char> row_;               ///< its text, with room for the longest
     std::unique_ptr<std::FILE, closer> file_;
     std::vector<char> buffer_;
     std::size_t used_ = 0;

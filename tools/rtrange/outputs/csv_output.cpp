@@ -53,8 +53,8 @@ csv_file& csv_output::open(std::size_t table) {
     std::vector<std::string_view> leading_columns{"reference_timestamp"};
     if (record_tables()[table].has_source)
         leading_columns.emplace_back("source");
-    files_[table] =
-        std::make_unique<csv_file>(file_of(table), leading_columns, selection_.fields(table));
+    files_[table] = std::make_unique<csv_file>(file_of(table), leading_columns,
+                                               selection_.fields(table), record_size(table));
     return *files_[table];
 }
 

@@ -79,7 +79,7 @@ hdf5_table::hdf5_table(hid_t file, std::size_t table, std::span<const field> fie
     : group_(H5Gcreate2(file, std::string(record_tables()[table].name).c_str(), H5P_DEFAULT,
                         H5P_DEFAULT, H5P_DEFAULT),
              "creating a group"),
-      row_size_(record_offset) {
+      row_size_(record_offset + record_size(table)) {
     set_hdf5_attribute(group_, "description", std::string(record_tables()[table].description));
     create_column("reference_timestamp", 0, sizeof(std::uint64_t), false, type_of(field_type::u64),
                   "ns", "capture time since 1970");
@@ -89,8 +89,6 @@ hdf5_table::hdf5_table(hid_t file, std::size_t table, std::span<const field> fie
                       "an RCOM packet about it");
     for (const field& field : fields)
         create_field_column(field);
-    for (const field& field : fields_of(table))
-        row_size_ += size_of(field.type);
     stored_rows_.reserve(chunk_rows * row_size_);
 }
 

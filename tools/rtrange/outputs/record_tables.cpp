@@ -72,6 +72,10 @@ std::span<const field> fields_of(std::size_t table) {
     return table == rcom_table ? rcom_fields() : ncom_fields();
 }
 
+std::size_t record_size(std::size_t table) {
+    return table == rcom_table ? sizeof(rcom_unit_record) : sizeof(ncom_unit_record);
+}
+
 void rows_of(const zel::host::package_array& packages, std::vector<record_row>& rows) {
     rows.clear();
     bool from_rcom = false;

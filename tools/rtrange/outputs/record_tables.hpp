@@ -39,6 +39,9 @@ const std::array<record_table, record_table_count>& record_tables();
 /// The fields of a table's records.
 std::span<const zel::toolbox::rt_range::field> fields_of(std::size_t table);
 
+/// The size of a table's records in bytes.
+std::size_t record_size(std::size_t table);
+
 /// One decoded package on its way into its table.
 struct record_row {
     std::size_t table;                 ///< index
