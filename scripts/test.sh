@@ -6,6 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/install-packages.sh --with-windows --with-clang
+scripts/build-windows-libraries.sh
 
 presets=(windows threads sanitize clang linux)
 for preset in "${presets[@]}"; do

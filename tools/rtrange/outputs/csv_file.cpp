@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/platform.hpp"
 
 namespace rtrange {
 
@@ -54,7 +55,7 @@ char* format(field_type type, std::uint64_t content, char* begin) {
 
 csv_file::csv_file(const std::filesystem::path& file,
                    std::span<const std::string_view> leading_columns, std::span<const field> fields)
-    : path_(file), file_(std::fopen(file.c_str(), "wb")), buffer_(buffer_size) {
+    : path_(file), file_(open_for_writing(file)), buffer_(buffer_size) {
     if (file_ == nullptr)
         fail();
     // The rows are collected here; a second buffer would only copy them once more.
