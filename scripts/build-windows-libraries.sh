@@ -82,5 +82,8 @@ done
 if [ ! -f "$prefix/licenses/CLI11.txt" ]; then
   cp -r /usr/include/CLI "$prefix/include/"
   cp -r /usr/share/cmake/CLI11 "$prefix/share/cmake/"
+  cp /usr/share/doc/libz-mingw-w64-dev/copyright "$prefix/licenses/zlib.txt"
+  cp /usr/share/doc/mingw-w64-x86-64-dev/copyright "$prefix/licenses/mingw-w64.txt"
+  cp /usr/share/doc/gcc-mingw-w64-base/copyright "$prefix/licenses/gcc.txt"
   cp /usr/share/doc/libcli11-dev/copyright "$prefix/licenses/CLI11.txt"
 fi
