@@ -1,33 +1,26 @@
 // The packages, as a user installs them: unpacked anywhere and called from anywhere.
 
-#include <algorithm>
-#include <cmath>
-#include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <set>
-#include <span>
-#include <sstream>
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "zel_rt_range_formatter/fields/ncom_fields.hpp"
-#include "zel_rt_range_formatter/fields/rcom_fields.hpp"
+#include "tests/harness/files.hpp"
+#include "tests/harness/pcapng.hpp"
+#include "tests/harness/same_tables.hpp"
 
 namespace {
 
 namespace fs = std::filesystem;
-using zel::toolbox::rt_range::field;
-using zel::toolbox::rt_range::field_type;
 
 const fs::path source = SOURCE_FOLDER;
 const fs::path example = source / "captures/following.pcap";
+const fs::path scratch = fs::temp_directory_path() / ("package_test_" + std::to_string(getpid()));
 
 struct result {
     int exit_code;
@@ -39,38 +32,14 @@ std::string quoted(const fs::path& file) {
     return text.append(file.string()).append("'");
 }
 
+/// Runs a shell's command line. Its output goes through a file: Wine leaves processes behind that
+/// would keep a pipe open.
 result run(const std::string& command) {
-    FILE* const pipe = popen(("{ " + command + "; } 2>&1").c_str(), "r");
-    result result{-1, {}};
-    char part[4096];
-    while (const std::size_t size = std::fread(part, 1, sizeof(part), pipe))
-        result.output.append(part, size);
-    const int status = pclose(pipe);
-    result.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    std::erase(result.output, '\r');
-    return result;
-}
-
-std::string content(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::stringstream all;
-    all << stream.rdbuf();
-    return all.str();
-}
-
-std::vector<std::string> split(const std::string& text, char separator) {
-    std::vector<std::string> parts;
-    std::stringstream stream(text);
-    for (std::string part; std::getline(stream, part, separator);)
-        parts.push_back(part);
-    return parts;
-}
-
-std::set<std::string> names_in(const fs::path& folder) {
-    std::set<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder))
-        names.insert(entry.path().filename().string());
-    return names;
+    const fs::path output = scratch / "output";
+    const int status = std::system(("{ " + command + "; } >" + quoted(output) + " 2>&1").c_str());
+    std::string text = content(output);
+    std::erase(text, '\r');
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, text};
 }
 
 /// The DLLs that a Windows program or library asks for.
@@ -83,77 +52,15 @@ std::set<std::string> imports(const fs::path& file) {
     return names;
 }
 
-/// The frames of a little-endian pcap file with nanoseconds, as a pcapng file.
-std::string as_pcapng(const std::string& pcap) {
-    const auto number = [](std::uint32_t value, std::size_t size = 4) {
-        return std::string(reinterpret_cast<const char*>(&value), size);
-    };
-    const auto block = [&](std::uint32_t type, const std::string& body) {
-        const std::string size = number(static_cast<std::uint32_t>(body.size() + 12));
-        return number(type) + size + body + size;
-    };
-    const std::string any_length(8, '\xFF');
-    const std::string nanoseconds = number(9, 2) + number(1, 2) + number(9) + number(0);
-    std::string pcapng = block(0x0A0D0D0A, number(0x1A2B3C4D) + number(1) + any_length) +
-                         block(1, number(1) + number(65535) + nanoseconds);
-    for (std::size_t at = 24; at < pcap.size();) {
-        std::uint32_t head[4]; // seconds, nanoseconds, bytes kept, bytes
-        std::memcpy(head, pcap.data() + at, sizeof(head));
-        const std::uint64_t time = std::uint64_t{head[0]} * 1'000'000'000 + head[1];
-        std::string frame = pcap.substr(at + sizeof(head), head[2]);
-        frame.resize((frame.size() + 3) / 4 * 4);
-        pcapng += block(6, number(0) + number(static_cast<std::uint32_t>(time >> 32)) +
-                               number(static_cast<std::uint32_t>(time)) + number(head[2]) +
-                               number(head[3]) + frame);
-        at += sizeof(head) + head[2];
-    }
-    return pcapng;
-}
-
-/// Two builds of a decoder may differ in the last bit of a sine or cosine. A product of it with a
-/// distance or speed then differs by 2e-16 of that, and a sum of a few such products, of which none
-/// exceeds some kilometres or metres per second, by less than this.
-bool same_number(double a, double b) {
-    constexpr double relative = 4e-15;
-    constexpr double absolute = 4e-12;
-    return (std::isnan(a) && std::isnan(b)) || a == b ||
-           std::abs(a - b) <= absolute + relative * std::max(std::abs(a), std::abs(b));
-}
-
-void expect_same_tables(const fs::path& folder, const fs::path& expected_folder) {
-    ASSERT_EQ(names_in(folder), names_in(expected_folder));
-    ASSERT_FALSE(names_in(folder).empty());
-    for (const std::string& name : names_in(folder)) {
-        std::set<std::string> numbers;
-        for (const field& field : name == "rcom.csv" ? zel::toolbox::rt_range::rcom_fields()
-                                                     : zel::toolbox::rt_range::ncom_fields())
-            if (field.type == field_type::f64)
-                numbers.insert(field.name);
-        const auto rows = split(content(folder / name), '\n');
-        const auto expected_rows = split(content(expected_folder / name), '\n');
-        ASSERT_EQ(rows.size(), expected_rows.size()) << name;
-        ASSERT_EQ(rows[0], expected_rows[0]) << name;
-        const auto columns = split(rows[0], ',');
-        for (std::size_t row = 1; row < rows.size(); ++row) {
-            const auto cells = split(rows[row], ',');
-            const auto expected_cells = split(expected_rows[row], ',');
-            ASSERT_EQ(cells.size(), columns.size());
-            ASSERT_EQ(expected_cells.size(), columns.size());
-            for (std::size_t i = 0; i < cells.size(); ++i)
-                EXPECT_TRUE(numbers.contains(columns[i])
-                                ? same_number(std::stod(cells[i]), std::stod(expected_cells[i]))
-                                : cells[i] == expected_cells[i])
-                    << name << " row " << row << ", " << columns[i] << ": " << cells[i]
-                    << " instead of " << expected_cells[i];
-        }
-    }
+void expect_stripped(const fs::path& file, const std::string& objdump) {
+    EXPECT_NE(run(objdump + " -t " + quoted(file)).output.find("no symbols"), std::string::npos)
+        << file;
 }
 
 /// Packs a build and unpacks it again, below a folder whose name is neither ASCII nor one word.
 class package_test : public testing::Test {
 protected:
     static fs::path begin(const std::string& system, const std::string& ending) {
-        scratch = fs::temp_directory_path() / ("package_test_" + std::to_string(getpid()));
         const fs::path unpacked = scratch / "Prüf stand";
         fs::create_directories(unpacked);
         fs::create_directories(scratch / "elsewhere");
@@ -175,8 +82,10 @@ protected:
     }
 
     /// Of the build that this test belongs to.
-    static void decode_natively(const fs::path& capture, const fs::path& output) {
-        const result result = run(RTRANGE " decode " + quoted(capture) + " -o " + quoted(output));
+    static void decode_natively(const fs::path& capture, const fs::path& output,
+                                const std::string& kind = "csv") {
+        const result result =
+            run(RTRANGE " decode " + quoted(capture) + " --as " + kind + " -o " + quoted(output));
         ASSERT_EQ(result.exit_code, 0) << result.output;
     }
 
@@ -187,8 +96,6 @@ protected:
               "licenses/CLI11.txt", "licenses/fmtlib.txt"})
             EXPECT_TRUE(fs::exists(package / file)) << file;
     }
-
-    static inline fs::path scratch;
 };
 
 class linux_package : public package_test {
@@ -209,6 +116,9 @@ TEST_F(linux_package, holds_what_its_users_need) {
     const result file = run(quoted(source / "tests/built_file_test.sh") + " objdump " +
                             quoted(package / "plugin/zel_rt_range_formatter.so"));
     EXPECT_EQ(file.exit_code, 0) << file.output;
+    for (const char* const name :
+         {"plugin/zel_rt_range_formatter.so", "bin/rtrange", "bin/libzelc.so"})
+        expect_stripped(package / name, "objdump");
 }
 
 TEST_F(linux_package, decodes_like_the_build) {
@@ -253,6 +163,9 @@ TEST_F(windows_package, holds_what_its_users_need) {
          {"lib/libzelc.dll.a", "licenses/gcc.txt", "licenses/hdf5.txt", "licenses/libpcap.txt",
           "licenses/mingw-w64.txt", "licenses/zlib.txt"})
         EXPECT_TRUE(fs::exists(package / file)) << file;
+    for (const char* const name :
+         {"plugin/zel_rt_range_formatter.dll", "bin/rtrange.exe", "bin/zelc.dll"})
+        expect_stripped(package / name, "x86_64-w64-mingw32-objdump");
 }
 
 TEST_F(windows_package, imports_nothing_but_zelc_and_what_windows_has) {
@@ -277,6 +190,14 @@ TEST_F(windows_package, decodes_like_the_linux_build) {
         EXPECT_NE(result.output.find("Täbellen"), std::string::npos) << result.output;
         expect_same_tables(tables, scratch / "native");
     }
+}
+
+TEST_F(windows_package, writes_hdf5_like_the_linux_build) {
+    const result result = call(program, "decode " + quoted(example) + " --as hdf5 -o 'Läufe.h5'");
+    ASSERT_EQ(result.exit_code, 0) << result.output;
+    decode_natively(example, scratch / "native.h5", "hdf5");
+    decode_natively(example, scratch / "native");
+    expect_same_datasets(scratch / "elsewhere/Läufe.h5", scratch / "native.h5", scratch / "native");
 }
 
 TEST_F(windows_package, simulates_what_it_can_decode) {
