@@ -10,10 +10,6 @@ mkdir -p "$prefix"/{include,lib,licenses,share/cmake}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-# Some of the libraries try programs out while they are built.
-export WINEDEBUG=-all WINEPREFIX=$PWD/build/windows/wine
-mkdir -p "$WINEPREFIX"
-
 # apt with the sources of the machine's own package sites, and the machine's settings left alone.
 apt() {
   apt-get -qq -o Dir::Etc::SourceList="$work/apt/sources.list" -o Dir::Etc::SourceParts="$work/apt/parts" \
@@ -58,7 +54,16 @@ libpcap() {
     cp "$work/libpcap/build/libpcap.a" "$prefix/lib/"
 }
 
+# For the programs that HDF5 tries out while it is built: starting Wine for each takes seconds.
+keep_wine_running() {
+  export WINEDEBUG=-all WINEPREFIX=$PWD/build/windows/wine PATH=$PATH:/usr/lib/wine
+  mkdir -p "$WINEPREFIX"
+  wineserver64 -p30 || true
+  wine64 wineboot
+}
+
 hdf5() {
+  keep_wine_running >/dev/null 2>&1
   # MinGW has unistd.h, but not this header that the library takes for granted with it.
   sed -i '/#include <sys\/wait.h>/d' "$work/hdf5/source/src/H5private.h"
   build hdf5 install -DBUILD_SHARED_LIBS=OFF -DBUILD_TESTING=OFF -DHDF5_BUILD_TOOLS=OFF \
