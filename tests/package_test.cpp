@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <set>
 #include <string>
 
@@ -14,9 +13,8 @@
 #include "tests/harness/pcapng.hpp"
 #include "tests/harness/same_tables.hpp"
 
+namespace rtrange_test {
 namespace {
-
-namespace fs = std::filesystem;
 
 const fs::path source = SOURCE_FOLDER;
 const fs::path example = source / "captures/following.pcap";
@@ -182,7 +180,7 @@ TEST_F(windows_package, imports_nothing_but_zelc_and_what_windows_has) {
 
 TEST_F(windows_package, decodes_like_the_linux_build) {
     decode_natively(example, scratch / "native");
-    std::ofstream(scratch / "größer.pcapng", std::ios::binary) << as_pcapng(content(example));
+    write(scratch / "größer.pcapng", as_pcapng(content(example)));
     for (const fs::path& capture : {example, scratch / "größer.pcapng"}) {
         const fs::path tables = scratch / "Täbellen" / capture.extension();
         const result result = call(program, "decode " + quoted(capture) + " -o " + quoted(tables));
@@ -240,3 +238,4 @@ TEST_F(windows_package, tells_failures_by_exit_code) {
 }
 
 } // namespace
+} // namespace rtrange_test

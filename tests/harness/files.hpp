@@ -8,11 +8,19 @@
 #include <string>
 #include <vector>
 
-inline std::string content(const std::filesystem::path& file) {
+namespace rtrange_test {
+
+namespace fs = std::filesystem;
+
+inline std::string content(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
     std::stringstream all;
     all << stream.rdbuf();
     return all.str();
+}
+
+inline void write(const fs::path& file, const std::string& text) {
+    std::ofstream(file, std::ios::binary) << text;
 }
 
 inline std::vector<std::string> split(const std::string& text, char separator) {
@@ -23,9 +31,11 @@ inline std::vector<std::string> split(const std::string& text, char separator) {
     return parts;
 }
 
-inline std::set<std::string> names_in(const std::filesystem::path& folder) {
+inline std::set<std::string> names_in(const fs::path& folder) {
     std::set<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
+    for (const auto& entry : fs::directory_iterator(folder))
         names.insert(entry.path().filename().string());
     return names;
 }
+
+} // namespace rtrange_test

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <string>
 
+namespace rtrange_test {
+
 /// The frames of a little-endian pcap file with nanoseconds, as a pcapng file.
 inline std::string as_pcapng(const std::string& pcap) {
     const auto number = [](std::uint32_t value, std::size_t size = 4) {
@@ -31,3 +33,5 @@ inline std::string as_pcapng(const std::string& pcap) {
     }
     return pcapng;
 }
+
+} // namespace rtrange_test

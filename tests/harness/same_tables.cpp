@@ -14,9 +14,8 @@
 #include "zel_rt_range_formatter/fields/ncom_fields.hpp"
 #include "zel_rt_range_formatter/fields/rcom_fields.hpp"
 
+namespace rtrange_test {
 namespace {
-
-namespace fs = std::filesystem;
 
 /// Two builds may differ in the last bit of a sine or cosine. A product of it with a distance or a
 /// speed then differs by 2e-16 of that, and a sum of a few such products, of which none exceeds
@@ -115,3 +114,5 @@ void expect_same_datasets(const fs::path& file, const fs::path& expected_file,
         }
     }
 }
+
+} // namespace rtrange_test

@@ -3,6 +3,8 @@
 
 #include <filesystem>
 
+namespace rtrange_test {
+
 /// Expects two folders to hold the same CSV tables, but for the last bits of computed numbers.
 void expect_same_tables(const std::filesystem::path& folder,
                         const std::filesystem::path& expected_folder);
@@ -11,3 +13,5 @@ void expect_same_tables(const std::filesystem::path& folder,
 void expect_same_datasets(const std::filesystem::path& file,
                           const std::filesystem::path& expected_file,
                           const std::filesystem::path& tables);
+
+} // namespace rtrange_test
