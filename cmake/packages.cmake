@@ -7,6 +7,7 @@ install(TARGETS rtrange zelc zelcpp
   ARCHIVE DESTINATION lib)
 install(DIRECTORY include/zel DESTINATION include)
 install(DIRECTORY docs captures DESTINATION .)
+install(DIRECTORY examples/minimal_host DESTINATION examples FILES_MATCHING PATTERN *.[ch])
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION .)
 
 if(WIN32)

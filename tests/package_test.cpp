@@ -89,7 +89,8 @@ protected:
 
     static void expect_common_files(const fs::path& package) {
         for (const char* const file :
-             {"README.md", "LICENSE", "CHANGELOG.md", "docs/records.md", "captures/following.pcap",
+             {"README.md", "LICENSE", "CHANGELOG.md", "docs/hosts.md", "docs/records.md",
+              "examples/minimal_host/services.h", "captures/following.pcap",
               "include/zel/formatter.h", "include/zel/utility/crc32c.hpp", "lib/libzelcpp.a",
               "licenses/CLI11.txt", "licenses/fmtlib.txt"})
             EXPECT_TRUE(fs::exists(package / file)) << file;
