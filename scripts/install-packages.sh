@@ -10,7 +10,9 @@ packages=(
 )
 for option in "$@"; do
   case $option in
-  --with-windows) packages+=(g++-mingw-w64-x86-64-posix wine64) ;;
+  --with-windows)
+    packages+=(g++-mingw-w64-x86-64-posix wine64 libz-mingw-w64-dev dpkg-dev flex bison)
+    ;;
   --with-clang) packages+=(clang libclang-rt-14-dev clang-tidy) ;;
   *) echo "install-packages.sh: unknown option $option" >&2 && exit 2 ;;
   esac

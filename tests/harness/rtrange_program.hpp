@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -13,9 +11,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace rtrange_test {
+#include "tests/harness/files.hpp"
 
-namespace fs = std::filesystem;
+namespace rtrange_test {
 
 inline const fs::path example = EXAMPLE_CAPTURE;
 
@@ -35,25 +33,6 @@ inline result rtrange(const std::string& arguments) {
     const int status = pclose(pipe);
     result.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     return result;
-}
-
-inline std::string content(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::stringstream all;
-    all << stream.rdbuf();
-    return all.str();
-}
-
-inline void write(const fs::path& file, const std::string& text) {
-    std::ofstream(file, std::ios::binary) << text;
-}
-
-inline std::vector<std::string> split(const std::string& text, char separator) {
-    std::vector<std::string> parts;
-    std::stringstream stream(text);
-    for (std::string part; std::getline(stream, part, separator);)
-        parts.push_back(part);
-    return parts;
 }
 
 inline bool contains(const std::string& text, const std::string& part) {

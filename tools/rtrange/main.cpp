@@ -1,8 +1,11 @@
 // rtrange: decodes captures of an RT-Range system with the formatter plug-in.
 
-#include <csignal>
+#include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -11,9 +14,17 @@
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/fields_command.hpp"
 #include "tools/rtrange/info_command.hpp"
+#include "tools/rtrange/platform.hpp"
 #include "tools/rtrange/plugin_file.hpp"
 #include "tools/rtrange/simulate_command.hpp"
 #include "version.hpp"
+
+/// Arguments are UTF-8, which a path does not expect of a plain string on every system.
+template <>
+bool CLI::detail::lexical_cast(const std::string& argument, std::filesystem::path& file) {
+    file = std::u8string(argument.begin(), argument.end());
+    return true;
+}
 
 namespace {
 
@@ -40,7 +51,7 @@ void add_run(CLI::App& command, run_options& options) {
         ->check(CLI::IsMember({"zel.rtrange", "zel.eth.rtrange"}))
         ->capture_default_str();
     command.add_option("--plugin", options.plugin,
-                       "Plug-in file; the one beside this program by default");
+                       "Plug-in file; the one of this program by default");
 }
 
 CLI::App* add_decode(CLI::App& app, decode_options& options) {
@@ -88,10 +99,11 @@ CLI::App* add_simulate(CLI::App& app, simulate_options& options) {
     return command;
 }
 
-int run(int argc, char** argv) {
+int run(std::vector<std::string> arguments) {
     CLI::App app("Decodes network captures of an RT-Range hunter/target system.", "rtrange");
     app.set_version_flag("--version", ZEL_VERSION);
     app.require_subcommand(1);
+    app.allow_windows_style_options(false); // a slash begins a path
 
     decode_options decoding;
     const CLI::App* const decode_command = add_decode(app, decoding);
@@ -100,7 +112,7 @@ int run(int argc, char** argv) {
     CLI::App* const info_command =
         app.add_subcommand("info", "Show what a plug-in says about itself");
     info_command->add_option("PLUGIN", plugin_to_show,
-                             "Plug-in file; the one beside this program by default");
+                             "Plug-in file; the one of this program by default");
 
     bool as_markdown = false;
     CLI::App* const fields_command =
@@ -111,7 +123,8 @@ int run(int argc, char** argv) {
     const CLI::App* const simulate_command = add_simulate(app, simulation);
 
     try {
-        app.parse(argc, argv);
+        std::ranges::reverse(arguments); // as the parser wants them
+        app.parse(std::move(arguments));
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0)
             return app.exit(error);
@@ -142,10 +155,9 @@ void check_standard_output() {
 } // namespace
 
 int main(int argc, char** argv) {
-    // A reader that goes away must not keep the tables from being completed.
-    std::signal(SIGPIPE, SIG_IGN);
     try {
-        const int exit_code = run(argc, argv);
+        set_up_process();
+        const int exit_code = run(program_arguments(argc, argv));
         check_standard_output();
         return exit_code;
     } catch (const usage_failure& error) {

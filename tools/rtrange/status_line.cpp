@@ -3,11 +3,12 @@
 #include <cstdio>
 
 #include <fmt/format.h>
-#include <unistd.h>
+
+#include "tools/rtrange/platform.hpp"
 
 namespace rtrange {
 
-status_line::status_line() : visible_(isatty(STDERR_FILENO) != 0) {}
+status_line::status_line() : visible_(standard_error_is_terminal()) {}
 
 status_line::~status_line() {
     if (visible_)

@@ -2,11 +2,13 @@
 
 #include <array>
 #include <cstdio>
+#include <type_traits>
 
 #include <fmt/format.h>
 #include <pcap/pcap.h>
 
 #include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/platform.hpp"
 
 namespace rtrange {
 
@@ -23,8 +25,8 @@ capture_reader::capture_reader(const std::filesystem::path& file) : file_(file) 
         throw failure(fmt::format("'{}' is empty; record a capture again", file.string()));
 
     std::array<char, PCAP_ERRBUF_SIZE> reason{};
-    capture_.reset(pcap_open_offline_with_tstamp_precision(file.c_str(), PCAP_TSTAMP_PRECISION_NANO,
-                                                           reason.data()));
+    capture_.reset(pcap_open_offline_with_tstamp_precision(
+        file.string().c_str(), PCAP_TSTAMP_PRECISION_NANO, reason.data()));
     if (capture_ == nullptr)
         throw failure(fmt::format("cannot read '{}' as a pcap or pcapng capture: {}", file.string(),
                                   reason.data()));
@@ -47,13 +49,16 @@ std::optional<captured_frame> capture_reader::next() {
         throw broken_capture(fmt::format("'{}' is broken after frame {}: {}", file_.string(),
                                          frames_, pcap_geterr(capture_.get())));
     ++frames_;
-    if (header->ts.tv_sec < 0)
+    using seconds_type = decltype(header->ts.tv_sec);
+    // Where they have 32 bits, they count without a sign and beyond 2038.
+    if (sizeof(seconds_type) == 8 && header->ts.tv_sec < 0)
         throw broken_capture(
             fmt::format("'{}' has a time before 1970 at frame {}; set the clock of "
                         "the recorder",
                         file_.string(), frames_));
     // With nanosecond precision, tv_usec counts nanoseconds.
-    const auto seconds = static_cast<std::uint64_t>(header->ts.tv_sec);
+    const auto seconds =
+        std::uint64_t{static_cast<std::make_unsigned_t<seconds_type>>(header->ts.tv_sec)};
     const auto nanoseconds = static_cast<std::uint64_t>(header->ts.tv_usec);
     return captured_frame{seconds * 1'000'000'000 + nanoseconds,
                           {bytes, header->caplen},
@@ -61,7 +66,7 @@ std::optional<captured_frame> capture_reader::next() {
 }
 
 std::uint64_t capture_reader::position() const {
-    const long position = std::ftell(pcap_file(capture_.get()));
+    const std::int64_t position = position_in(pcap_file(capture_.get()));
     return position > 0 ? static_cast<std::uint64_t>(position) : 0;
 }
 

@@ -25,7 +25,7 @@ capture_writer::capture_writer(const std::filesystem::path& file)
     if (file.extension() == ".pcapng")
         throw failure(fmt::format("cannot write '{}': libpcap writes pcap only; name it .pcap",
                                   file.string()));
-    dumper_.reset(pcap_dump_open(capture_.get(), file.c_str()));
+    dumper_.reset(pcap_dump_open(capture_.get(), file.string().c_str()));
     if (dumper_ == nullptr)
         throw failure(
             fmt::format("cannot write '{}': {}", file.string(), pcap_geterr(capture_.get())));

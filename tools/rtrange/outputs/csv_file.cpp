@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/platform.hpp"
 
 namespace rtrange {
 
@@ -102,7 +103,7 @@ csv_file::csv_file(const std::filesystem::path& file,
                    std::span<const std::string_view> leading_columns, std::span<const field> fields,
                    std::size_t record_size)
     : path_(file), contents_(fields.size()), cell_ends_(fields.size()),
-      row_(fields.size() * longest_cell + copied_at_once), file_(std::fopen(file.c_str(), "wb")),
+      row_(fields.size() * longest_cell + copied_at_once), file_(open_for_writing(file)),
       buffer_(buffer_size) {
     if (file_ == nullptr)
         fail();

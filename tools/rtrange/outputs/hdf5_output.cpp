@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/platform.hpp"
 #include "version.hpp"
 
 namespace rtrange {
@@ -14,7 +15,7 @@ namespace {
 
 /// Creates the file by hand first: the system tells why it cannot be written, the library does not.
 void check_writable(const std::filesystem::path& file) {
-    std::FILE* const stream = std::fopen(file.string().c_str(), "wb");
+    std::FILE* const stream = open_for_writing(file);
     if (stream == nullptr)
         throw failure(fmt::format("cannot write '{}': {}", file.string(), std::strerror(errno)));
     std::fclose(stream);

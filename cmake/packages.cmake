@@ -1,0 +1,30 @@
+# What cpack puts into a package. The plug-in stands in a folder alone, to be copied into a host, which
+# has a zelc of its own; the reference zelc is found where rtrange is.
+install(TARGETS zel_rt_range_formatter LIBRARY DESTINATION plugin)
+install(TARGETS rtrange zelc zelcpp
+  RUNTIME DESTINATION bin
+  LIBRARY DESTINATION bin
+  ARCHIVE DESTINATION lib)
+install(DIRECTORY include/zel DESTINATION include)
+install(DIRECTORY docs captures DESTINATION .)
+install(DIRECTORY examples/minimal_host DESTINATION examples FILES_MATCHING PATTERN *.[ch])
+install(FILES README.md CHANGELOG.md LICENSE DESTINATION .)
+
+if(WIN32)
+  set(system windows)
+  set(CPACK_GENERATOR ZIP)
+  install(DIRECTORY build/windows-libraries/licenses DESTINATION .)
+else()
+  set(system linux)
+  set(CPACK_GENERATOR TGZ)
+  # Of these two, code from the headers is in the program; the other libraries are the machine's.
+  install(FILES /usr/share/doc/libcli11-dev/copyright DESTINATION licenses RENAME CLI11.txt)
+  install(FILES /usr/share/doc/libfmt-dev/copyright DESTINATION licenses RENAME fmtlib.txt)
+endif()
+
+set(CPACK_PACKAGE_NAME rtrange)
+set(CPACK_PACKAGE_FILE_NAME rtrange-${PROJECT_VERSION}-${system}-x86_64)
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_STRIP_FILES ON)
+set(CPACK_VERBATIM_VARIABLES ON)
+include(CPack)

@@ -1,0 +1,41 @@
+// Files and folders, as tests look at them.
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace rtrange_test {
+
+namespace fs = std::filesystem;
+
+inline std::string content(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::stringstream all;
+    all << stream.rdbuf();
+    return all.str();
+}
+
+inline void write(const fs::path& file, const std::string& text) {
+    std::ofstream(file, std::ios::binary) << text;
+}
+
+inline std::vector<std::string> split(const std::string& text, char separator) {
+    std::vector<std::string> parts;
+    std::stringstream stream(text);
+    for (std::string part; std::getline(stream, part, separator);)
+        parts.push_back(part);
+    return parts;
+}
+
+inline std::set<std::string> names_in(const fs::path& folder) {
+    std::set<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder))
+        names.insert(entry.path().filename().string());
+    return names;
+}
+
+} // namespace rtrange_test

@@ -1,0 +1,72 @@
+#include "tools/rtrange/platform.hpp"
+
+#include <array>
+#include <string_view>
+
+#include <pcap/pcap.h>
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include "tools/rtrange/failure.hpp"
+
+namespace rtrange {
+namespace {
+
+std::string utf8(std::wstring_view text) {
+    const int size = static_cast<int>(text.size());
+    std::string result(3 * text.size(), '\0'); // a UTF-16 unit never takes more
+    result.resize(static_cast<std::size_t>(
+        WideCharToMultiByte(CP_UTF8, 0, text.data(), size, result.data(),
+                            static_cast<int>(result.size()), nullptr, nullptr)));
+    return result;
+}
+
+} // namespace
+
+void set_up_process() {
+    std::array<char, PCAP_ERRBUF_SIZE> reason{};
+    if (pcap_init(PCAP_CHAR_ENC_UTF_8, reason.data()) != 0)
+        throw failure(reason.data());
+}
+
+std::vector<std::string> program_arguments(int, char**) {
+    // Those of main have lost what the system's code page lacks.
+    int count = 0;
+    wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    if (arguments == nullptr)
+        throw failure("cannot read the arguments");
+    std::vector<std::string> result;
+    for (int i = 1; i < count; ++i)
+        result.push_back(utf8(arguments[i]));
+    LocalFree(arguments);
+    return result;
+}
+
+std::filesystem::path program_file() {
+    std::wstring name(MAX_PATH, L'\0');
+    while (true) {
+        const DWORD size =
+            GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+        if (size < name.size())
+            return name.substr(0, size);
+        name.resize(2 * name.size());
+    }
+}
+
+std::FILE* open_for_writing(const std::filesystem::path& file) {
+    return _wfopen(file.c_str(), L"wb");
+}
+
+std::int64_t position_in(std::FILE* file) {
+    return _ftelli64(file);
+}
+
+bool standard_error_is_terminal() {
+    const HANDLE console = GetStdHandle(STD_ERROR_HANDLE);
+    DWORD mode = 0;
+    return GetConsoleMode(console, &mode) != 0 &&
+           SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
+} // namespace rtrange
