@@ -1,10 +1,12 @@
 # What cpack puts into a package. The plug-in stands in a folder alone, to be copied into a host, which
-# has a zelc of its own; the reference zelc is found where rtrange is.
+# has a zelc of its own. The reference host's libraries, for those who write a host, stand apart, too;
+# rtrange has its own copy of zelc, because a program finds its libraries beside it.
 install(TARGETS zel_rt_range_formatter LIBRARY DESTINATION plugin)
-install(TARGETS rtrange zelc zelcpp
-  RUNTIME DESTINATION bin
-  LIBRARY DESTINATION bin
-  ARCHIVE DESTINATION lib)
+install(TARGETS rtrange zelc RUNTIME DESTINATION bin LIBRARY DESTINATION bin)
+install(TARGETS zelc zelcpp
+  RUNTIME DESTINATION reference-host
+  LIBRARY DESTINATION reference-host
+  ARCHIVE DESTINATION reference-host)
 install(DIRECTORY include/zel DESTINATION include)
 install(DIRECTORY docs captures DESTINATION .)
 install(DIRECTORY examples/minimal_host DESTINATION examples FILES_MATCHING PATTERN *.[ch])

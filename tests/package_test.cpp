@@ -91,8 +91,8 @@ protected:
         for (const char* const file :
              {"README.md", "LICENSE", "CHANGELOG.md", "docs/hosts.md", "docs/records.md",
               "examples/minimal_host/services.h", "captures/following.pcap",
-              "include/zel/formatter.h", "include/zel/utility/crc32c.hpp", "lib/libzelcpp.a",
-              "licenses/CLI11.txt", "licenses/fmtlib.txt"})
+              "include/zel/formatter.h", "include/zel/utility/crc32c.hpp",
+              "reference-host/libzelcpp.a", "licenses/CLI11.txt", "licenses/fmtlib.txt"})
             EXPECT_TRUE(fs::exists(package / file)) << file;
     }
 };
@@ -158,9 +158,9 @@ TEST_F(windows_package, holds_what_its_users_need) {
     expect_common_files(package);
     EXPECT_EQ(names_in(package / "plugin"), std::set<std::string>{"zel_rt_range_formatter.dll"});
     EXPECT_EQ(names_in(package / "bin"), (std::set<std::string>{"rtrange.exe", "zelc.dll"}));
-    for (const char* const file :
-         {"lib/libzelc.dll.a", "licenses/gcc.txt", "licenses/hdf5.txt", "licenses/libpcap.txt",
-          "licenses/mingw-w64.txt", "licenses/zlib.txt"})
+    for (const char* const file : {"reference-host/libzelc.dll.a", "reference-host/zelc.dll",
+                                   "licenses/gcc.txt", "licenses/hdf5.txt", "licenses/libpcap.txt",
+                                   "licenses/mingw-w64.txt", "licenses/zlib.txt"})
         EXPECT_TRUE(fs::exists(package / file)) << file;
     for (const char* const name :
          {"plugin/zel_rt_range_formatter.dll", "bin/rtrange.exe", "bin/zelc.dll"})
