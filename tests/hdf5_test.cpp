@@ -71,11 +71,13 @@ struct dataset {
     std::string attribute(const char* name) const {
         const hid_t attribute = H5Aopen(id, name, H5P_DEFAULT);
         const hid_t text = H5Aget_type(attribute);
-        std::string value(H5Tget_size(text), '\0');
-        H5Aread(attribute, text, value.data());
+        char* characters = nullptr;
+        H5Aread(attribute, text, &characters);
+        std::string value(characters);
+        H5free_memory(characters);
         H5Tclose(text);
         H5Aclose(attribute);
-        return value.c_str();
+        return value;
     }
 
     hid_t id, type, space;

@@ -1,7 +1,5 @@
 #include "tools/rtrange/outputs/hdf5_handle.hpp"
 
-#include <algorithm>
-
 #include <fmt/format.h>
 
 #include "tools/rtrange/failure.hpp"
@@ -43,12 +41,14 @@ hdf5_handle hdf5_text_type(std::size_t size) {
 }
 
 void set_hdf5_attribute(hid_t object, const char* name, const std::string& text) {
-    const hdf5_handle type = hdf5_text_type(text.size());
-    check_hdf5(H5Tset_cset(type, H5T_CSET_UTF8), "creating a type");
+    // Of variable length: readers show that as text, and fixed lengths as bytes.
+    const hdf5_handle type = hdf5_text_type(H5T_VARIABLE);
+    check_hdf5(H5Tset_cset(type, H5T_CSET_UTF8), "creating a text type");
     const hdf5_handle space(H5Screate(H5S_SCALAR), "creating an attribute");
     const hdf5_handle attribute(H5Acreate2(object, name, type, space, H5P_DEFAULT, H5P_DEFAULT),
                                 "creating an attribute");
-    check_hdf5(H5Awrite(attribute, type, text.c_str()), "creating an attribute");
+    const char* const characters = text.c_str();
+    check_hdf5(H5Awrite(attribute, type, &characters), "creating an attribute");
 }
 
 } // namespace rtrange

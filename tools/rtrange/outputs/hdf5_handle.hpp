@@ -30,7 +30,7 @@ private:
 /// Throws failure when a function of the library gave the sign of an error.
 void check_hdf5(herr_t result, const char* what);
 
-/// A fixed-length string type for `size` characters.
+/// A string type for `size` characters, or for any number of them: H5T_VARIABLE.
 hdf5_handle hdf5_text_type(std::size_t size);
 
 /// Gives a file, group or dataset an attribute of text.
