@@ -2,15 +2,11 @@
 
 #include <algorithm>
 #include <bit>
-#include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <cstring>
 
 #include <fmt/format.h>
-
-#include "tools/rtrange/failure.hpp"
-#include "tools/rtrange/platform.hpp"
 
 namespace rtrange {
 
@@ -102,13 +98,8 @@ char* copy_text(const char* text, std::size_t size, char* out) {
 csv_file::csv_file(const std::filesystem::path& file,
                    std::span<const std::string_view> leading_columns, std::span<const field> fields,
                    std::size_t record_size)
-    : path_(file), contents_(fields.size()), cell_ends_(fields.size()),
-      row_(fields.size() * longest_cell + copied_at_once), file_(open_for_writing(file)),
-      buffer_(buffer_size) {
-    if (file_ == nullptr)
-        fail();
-    // The rows are collected here; a second buffer would only copy them once more.
-    std::setvbuf(file_.get(), nullptr, _IONBF, 0);
+    : contents_(fields.size()), cell_ends_(fields.size()),
+      row_(fields.size() * longest_cell + copied_at_once), file_(file), buffer_(buffer_size) {
     for (const std::string_view name : leading_columns)
         cell(name);
     for (const field& field : fields) {
@@ -164,9 +155,7 @@ void csv_file::end_row(std::span<const std::uint8_t> record) {
 
 void csv_file::close() {
     flush();
-    std::FILE* const file = file_.release();
-    if (std::fclose(file) != 0)
-        fail();
+    file_.close();
 }
 
 std::uint64_t csv_file::column::content_in(const std::uint8_t* record) const {
@@ -188,13 +177,8 @@ void csv_file::append(std::string_view text) {
 }
 
 void csv_file::flush() {
-    if (std::fwrite(buffer_.data(), 1, used_, file_.get()) != used_)
-        fail();
+    file_.write({buffer_.data(), used_});
     used_ = 0;
-}
-
-void csv_file::fail() const {
-    throw failure(fmt::format("cannot write '{}': {}", path_.string(), std::strerror(errno)));
 }
 
 } // namespace rtrange

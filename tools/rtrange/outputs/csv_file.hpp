@@ -3,13 +3,12 @@
 
 #include <array>
 #include <cstdint>
-#include <cstdio>
 #include <filesystem>
-#include <memory>
 #include <span>
 #include <string_view>
 #include <vector>
 
+#include "tools/rtrange/outputs/output_file.hpp"
 #include "zel_rt_range_formatter/fields/field.hpp"
 
 namespace rtrange {
@@ -33,14 +32,10 @@ public:
     /// Completes the file. Throws failure when anything could not be written.
     void close();
 
-    const std::filesystem::path& path() const { return path_; }
+    const std::filesystem::path& path() const { return file_.path(); }
     std::uint64_t rows() const { return rows_; }
 
 private:
-    struct closer {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-
     /// Where a column's content stands in a record: within eight bytes that all belong to it.
     struct column {
         std::uint64_t content_in(const std::uint8_t* record) const;
@@ -54,16 +49,14 @@ private:
     void reserve(std::size_t size);
     void append(std::string_view text);
     void flush();
-    [[noreturn]] void fail() const;
 
-    std::filesystem::path path_;
     std::vector<column> columns_;
     // The last row: from one row to the next most fields stay as they are, and formatting costs
     // many times as much as copying.
     std::vector<std::uint64_t> contents_; ///< by column
     std::vector<std::size_t> cell_ends_;  ///< by column, in its text, commas included
     std::vector<char> row_;               ///< its text, with room for the longest
-    std::unique_ptr<std::FILE, closer> file_;
+    output_file file_;
     std::vector<char> buffer_;
     std::size_t used_ = 0;
     std::uint64_t rows_ = 0;
