@@ -11,6 +11,7 @@ install(DIRECTORY include/zel DESTINATION include)
 install(DIRECTORY docs captures DESTINATION .)
 install(DIRECTORY examples/minimal_host DESTINATION examples FILES_MATCHING PATTERN *.[ch])
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION .)
+install(FILES third_party/uplot/LICENSE DESTINATION licenses RENAME uPlot.txt)
 
 if(WIN32)
   set(system windows)
@@ -19,8 +20,10 @@ if(WIN32)
 else()
   set(system linux)
   set(CPACK_GENERATOR TGZ)
-  # Of these two, code from the headers is in the program; the other libraries are the machine's.
+  # Of these, code from the headers is in the program; the other libraries are the machine's.
   install(FILES /usr/share/doc/libcli11-dev/copyright DESTINATION licenses RENAME CLI11.txt)
+  install(FILES /usr/share/doc/nlohmann-json3-dev/copyright DESTINATION licenses
+    RENAME nlohmann-json.txt)
   install(FILES /usr/share/doc/libfmt-dev/copyright DESTINATION licenses RENAME fmtlib.txt)
 endif()
 

@@ -84,11 +84,12 @@ for package in fmtlib libpcap hdf5; do
   cp "$work/$package/source/debian/copyright" "$prefix/licenses/$package.txt"
 done
 
-if [ ! -f "$prefix/licenses/CLI11.txt" ]; then
-  cp -r /usr/include/CLI "$prefix/include/"
-  cp -r /usr/share/cmake/CLI11 "$prefix/share/cmake/"
+if [ ! -f "$prefix/licenses/nlohmann-json.txt" ]; then
+  cp -r /usr/include/{CLI,nlohmann} "$prefix/include/"
+  cp -r /usr/share/cmake/{CLI11,nlohmann_json} "$prefix/share/cmake/"
   cp /usr/share/doc/libz-mingw-w64-dev/copyright "$prefix/licenses/zlib.txt"
   cp /usr/share/doc/mingw-w64-x86-64-dev/copyright "$prefix/licenses/mingw-w64.txt"
   cp /usr/share/doc/gcc-mingw-w64-base/copyright "$prefix/licenses/gcc.txt"
   cp /usr/share/doc/libcli11-dev/copyright "$prefix/licenses/CLI11.txt"
+  cp /usr/share/doc/nlohmann-json3-dev/copyright "$prefix/licenses/nlohmann-json.txt"
 fi

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Sets everything up, builds, simulates a run, and decodes it into tables in the folder example/.
+# Sets everything up, builds, simulates a run, decodes it into tables and draws it, in the folder example/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -15,3 +15,6 @@ build/linux/bin/rtrange simulate example/run.pcap --duration 20 --targets 2
 
 echo "== Decoding it"
 build/linux/bin/rtrange decode example/run.pcap --output example
+
+echo "== Drawing it"
+build/linux/bin/rtrange report example/run.pcap --output example/report.html

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # Installs what the build needs, on Debian. Does nothing when all of it is there.
-# usage: install-packages.sh [--with-windows] [--with-clang]
+# usage: install-packages.sh [--with-windows] [--with-clang] [--with-browser]
 set -euo pipefail
 
 packages=(
   g++ cmake ninja-build git pkg-config ca-certificates
-  libpcap-dev libcli11-dev libfmt-dev libhdf5-dev
+  libpcap-dev libcli11-dev libfmt-dev libhdf5-dev nlohmann-json3-dev
   googletest libbenchmark-dev
 )
 for option in "$@"; do
@@ -14,6 +14,11 @@ for option in "$@"; do
     packages+=(g++-mingw-w64-x86-64-posix wine64 libz-mingw-w64-dev dpkg-dev flex bison)
     ;;
   --with-clang) packages+=(clang libclang-rt-14-dev clang-tidy) ;;
+  --with-browser)
+    packages+=(chromium)
+    # Whoever has npm from elsewhere has Node with it.
+    command -v npm >/dev/null || packages+=(nodejs npm)
+    ;;
   *) echo "install-packages.sh: unknown option $option" >&2 && exit 2 ;;
   esac
 done

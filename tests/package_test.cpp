@@ -92,7 +92,8 @@ protected:
              {"README.md", "LICENSE", "CHANGELOG.md", "docs/hosts.md", "docs/records.md",
               "examples/minimal_host/services.h", "captures/following.pcap",
               "include/zel/formatter.h", "include/zel/utility/crc32c.hpp",
-              "reference-host/libzelcpp.a", "licenses/CLI11.txt", "licenses/fmtlib.txt"})
+              "reference-host/libzelcpp.a", "licenses/CLI11.txt", "licenses/fmtlib.txt",
+              "licenses/nlohmann-json.txt", "licenses/uPlot.txt"})
             EXPECT_TRUE(fs::exists(package / file)) << file;
     }
 };

@@ -12,25 +12,6 @@
 namespace rtrange {
 namespace {
 
-void print_count(std::uint64_t count, std::string_view what) {
-    if (count > 0)
-        fmt::print("  {:>9}  {}\n", count, what);
-}
-
-/// "target 1 (195.0.0.21)" of "Successfully identified IP for target 1 (195.0.0.21)."
-std::string unit_and_address(std::string_view message) {
-    constexpr std::string_view introduction = "Successfully identified IP for ";
-    if (message.starts_with(introduction))
-        message.remove_prefix(introduction.size());
-    if (message.ends_with('.'))
-        message.remove_suffix(1);
-    // The decoder leaves a space before a target's address only.
-    constexpr std::string_view hunter = "hunter";
-    if (message.starts_with("hunter("))
-        return fmt::format("{} {}", hunter, message.substr(hunter.size()));
-    return std::string(message);
-}
-
 std::string repetitions(std::uint64_t count) {
     return count > 1 ? fmt::format(", named {} times", count) : "";
 }
@@ -45,26 +26,47 @@ const char* reason_for_no_table(const frame_fates& fates) {
 
 } // namespace
 
+std::vector<counted_fate> counted_fates(const frame_fates& fates) {
+    std::vector<counted_fate> result{
+        {fates.decoded, "decoded"},
+        {fates.not_ipv4, "foreign: not IPv4"},
+        {fates.not_udp, "foreign: not UDP"},
+        {fates.other_ports, "foreign: other UDP ports"},
+        {fates.ignored_rcom, "ignored: RCOM packets without decoded content"},
+    };
+    for (const auto& [place, remark] : fates.refusals)
+        result.push_back({remark.count, fmt::format("refused: {}", remark.message)});
+    for (const auto& [place, remark] : fates.decoded_in_part)
+        result.push_back({remark.count, fmt::format("decoded, but: {}", remark.message)});
+    result.push_back({fates.cut, "cut short when recorded; record whole frames (tcpdump -s 0)"});
+    std::erase_if(result, [](const counted_fate& fate) { return fate.count == 0; });
+    return result;
+}
+
+std::string unit_and_address(std::string_view message) {
+    constexpr std::string_view introduction = "Successfully identified IP for ";
+    if (message.starts_with(introduction))
+        message.remove_prefix(introduction.size());
+    if (message.ends_with('.'))
+        message.remove_suffix(1);
+    // The decoder leaves a space before a target's address only.
+    constexpr std::string_view hunter = "hunter";
+    if (message.starts_with("hunter("))
+        return fmt::format("{} {}", hunter, message.substr(hunter.size()));
+    return std::string(message);
+}
+
 void print_summary(const frame_fates& fates, const std::vector<written_table>& tables) {
     const double seconds = static_cast<double>(fates.last_time_ns - fates.first_time_ns) * 1e-9;
     fmt::print("{} frames, {:.3f} s from {}\n", fates.frames, seconds,
                utc_text(fates.first_time_ns));
 
     fmt::print("\nFrames\n");
-    print_count(fates.decoded, "decoded");
-    print_count(fates.not_ipv4, "foreign: not IPv4");
-    print_count(fates.not_udp, "foreign: not UDP");
-    print_count(fates.other_ports, "foreign: other UDP ports");
-    print_count(fates.ignored_rcom, "ignored: RCOM packets without decoded content");
-    for (const auto& [place, remark] : fates.refusals)
-        print_count(remark.count, fmt::format("refused: {}", remark.message));
-    for (const auto& [place, remark] : fates.decoded_in_part)
-        print_count(remark.count, fmt::format("decoded, but: {}", remark.message));
-    print_count(fates.cut, "cut short when recorded; record whole frames (tcpdump -s 0)");
+    for (const auto& [count, what] : counted_fates(fates))
+        fmt::print("  {:>9}  {}\n", count, what);
     if (fates.steps_back > 0)
-        print_count(fates.steps_back,
-                    fmt::format("steps back in time, the first at {}; each restarts the decoder",
-                                utc_text(fates.first_step_back_ns)));
+        fmt::print("  {:>9}  steps back in time, the first at {}; each restarts the decoder\n",
+                   fates.steps_back, utc_text(fates.first_steps_back.front().to_ns));
 
     if (!fates.identifications.empty())
         fmt::print("\nUnits\n");

@@ -1,13 +1,27 @@
 // The end of a decoding.
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tools/rtrange/frame_fates.hpp"
 #include "tools/rtrange/outputs/record_output.hpp"
 
 namespace rtrange {
+
+/// So many frames met this fate.
+struct counted_fate {
+    std::uint64_t count;
+    std::string what; ///< for people
+};
+
+/// What became of the frames, without fates that none has met.
+std::vector<counted_fate> counted_fates(const frame_fates& fates);
+
+/// "target 1 (195.0.0.21)" of "Successfully identified IP for target 1 (195.0.0.21)."
+std::string unit_and_address(std::string_view message);
 
 /// Prints what became of the frames, and the tables with their numbers of rows.
 void print_summary(const frame_fates& fates, const std::vector<written_table>& tables);

@@ -22,6 +22,7 @@ decoding::decoding(const run_options& options)
 void decoding::decode(const captured_frame& frame, record_output& output) {
     if (fates_.frames == 0)
         selection_.begin_run(frame.time_ns);
+    fates_.begin_frame(frame);
     wrap_(frame.bytes, raw_package_);
     raw_package_.package().reference_timestamp = frame.time_ns;
     const auto packages = instance_.transform(raw_package_.package());

@@ -1,6 +1,8 @@
 #include "tools/rtrange/frame_fates.hpp"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 
 namespace rtrange {
 namespace {
@@ -21,29 +23,44 @@ traffic traffic_of(std::span<const std::uint8_t> frame) {
     return port == 3000 || port == 3003 ? traffic::ncom_or_rcom : traffic::other_port;
 }
 
+/// The address in "... hunter(195.0.0.10)."
+std::optional<std::uint32_t> hunter_address_in(const std::string& message) {
+    std::array<unsigned, 4> bytes{};
+    const std::size_t begin = std::min(message.find("hunter("), message.size());
+    if (std::sscanf(message.c_str() + begin, "hunter(%u.%u.%u.%u)", &bytes[0], &bytes[1], &bytes[2],
+                    &bytes[3]) != 4)
+        return std::nullopt;
+    return bytes[0] | bytes[1] << 8 | bytes[2] << 16 | bytes[3] << 24;
+}
+
 } // namespace
 
 void frame_fates::log(const zel_log_info_t& record) {
     if (record.level >= notable_level) {
         announcements_.emplace_back(record.message);
+        if (const auto address = hunter_address_in(announcements_.back()))
+            hunter_address_ = address;
         return;
     }
     complaint_ = complaint{{record.function, record.line}, record.message};
 }
 
-void frame_fates::end_frame(const captured_frame& frame, std::size_t decoded_packages) {
+void frame_fates::begin_frame(const captured_frame& frame) {
     first_time_ns = frames == 0 ? frame.time_ns : std::min(first_time_ns, frame.time_ns);
     last_time_ns = std::max(last_time_ns, frame.time_ns);
     ++frames;
     cut += frame.cut ? 1 : 0;
+    if (traffic_of(frame.bytes) == traffic::ncom_or_rcom)
+        note_step(frame.time_ns);
+}
+
+void frame_fates::end_frame(const captured_frame& frame, std::size_t decoded_packages) {
     for (const std::string& message : announcements_)
         ++identifications.try_emplace(message, identification{frame.time_ns, 0})
               .first->second.count;
     announcements_.clear();
 
     const traffic kind = traffic_of(frame.bytes);
-    if (kind == traffic::ncom_or_rcom)
-        note_step(frame.time_ns);
     if (decoded_packages > 0) {
         ++decoded;
         note_remark(decoded_in_part);
@@ -64,9 +81,11 @@ void frame_fates::end_frame(const captured_frame& frame, std::size_t decoded_pac
 
 void frame_fates::note_step(std::uint64_t time_ns) {
     if (time_ns < latest_datagram_ns_) {
-        if (steps_back == 0)
-            first_step_back_ns = time_ns;
+        constexpr std::size_t most = 100;
+        if (first_steps_back.size() < most)
+            first_steps_back.push_back({latest_datagram_ns_, time_ns});
         ++steps_back;
+        hunter_address_.reset();
     }
     latest_datagram_ns_ = time_ns;
 }

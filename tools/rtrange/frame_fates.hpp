@@ -20,6 +20,9 @@ public:
     /// Notes a log record of the frame in hand.
     void log(const zel_log_info_t& record);
 
+    /// Begins a frame, before it is decoded.
+    void begin_frame(const captured_frame& frame);
+
     /// Ends the frame in hand, which yielded this many decoded packages.
     void end_frame(const captured_frame& frame, std::size_t decoded_packages);
 
@@ -38,7 +41,11 @@ public:
 
     /// NCOM and RCOM datagrams earlier than the one before; each restarts the decoder.
     std::uint64_t steps_back = 0;
-    std::uint64_t first_step_back_ns = 0;
+    struct step_back {
+        std::uint64_t from_ns; ///< of the datagram before
+        std::uint64_t to_ns;
+    };
+    std::vector<step_back> first_steps_back; ///< as many as somebody might want to read
 
     /// Frames by the place in the decoder that found fault with them.
     using remarks = std::map<std::pair<std::string, std::uint32_t>, remark>;
@@ -54,6 +61,10 @@ public:
     /// Units identified, by the decoder's message: which unit, and its address.
     std::map<std::string, identification> identifications;
 
+    /// The address by which the decoder knows the hunter, as its bytes stand on the wire. Nothing
+    /// before the hunter was identified, and after each restart of the decoder again.
+    std::optional<std::uint32_t> hunter_address() const { return hunter_address_; }
+
 private:
     struct complaint {
         std::pair<std::string, std::uint32_t> place;
@@ -64,6 +75,7 @@ private:
     void note_remark(remarks& list);
 
     std::uint64_t latest_datagram_ns_ = 0;
+    std::optional<std::uint32_t> hunter_address_;
     std::optional<complaint> complaint_;
     std::vector<std::string> announcements_;
 };

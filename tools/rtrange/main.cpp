@@ -16,6 +16,7 @@
 #include "tools/rtrange/info_command.hpp"
 #include "tools/rtrange/platform.hpp"
 #include "tools/rtrange/plugin_file.hpp"
+#include "tools/rtrange/report_command.hpp"
 #include "tools/rtrange/simulate_command.hpp"
 #include "version.hpp"
 
@@ -77,6 +78,15 @@ CLI::App* add_decode(CLI::App& app, decode_options& options) {
     return command;
 }
 
+CLI::App* add_report(CLI::App& app, report_command_options& options) {
+    CLI::App* const command =
+        app.add_subcommand("report", "Draw captures as a page to look at in a browser");
+    command->add_option("CAPTURE", options.run.captures, "pcap or pcapng files")->required();
+    command->add_option("-o,--output", options.output, "HTML file to write")->capture_default_str();
+    add_run(*command, options.run);
+    return command;
+}
+
 CLI::App* add_simulate(CLI::App& app, simulate_options& options) {
     auto& traffic = options.traffic;
     CLI::App* const command =
@@ -108,6 +118,9 @@ int run(std::vector<std::string> arguments) {
     decode_options decoding;
     const CLI::App* const decode_command = add_decode(app, decoding);
 
+    report_command_options reporting;
+    const CLI::App* const report_command = add_report(app, reporting);
+
     std::filesystem::path plugin_to_show;
     CLI::App* const info_command =
         app.add_subcommand("info", "Show what a plug-in says about itself");
@@ -132,11 +145,13 @@ int run(std::vector<std::string> arguments) {
         return exit_usage;
     }
 
-    if (*decode_command) {
-        if (decoding.run.plugin.empty())
-            decoding.run.plugin = default_plugin_file();
+    for (run_options* const options : {&decoding.run, &reporting.run})
+        if (options->plugin.empty())
+            options->plugin = default_plugin_file();
+    if (*decode_command)
         return decode(decoding);
-    }
+    if (*report_command)
+        return report(reporting);
     if (*info_command)
         print_info(plugin_to_show.empty() ? default_plugin_file() : plugin_to_show);
     if (*fields_command)

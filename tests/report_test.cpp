@@ -1,0 +1,282 @@
+// Reports: every number on the page, against the CSV tables of the same capture.
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <map>
+
+#include <nlohmann/json.hpp>
+
+#include "tests/harness/rtrange_program.hpp"
+
+namespace rtrange_test {
+namespace {
+
+using nlohmann::json;
+
+std::string decode_base64(const std::string& text) {
+    static const std::string digits =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string bytes;
+    std::uint32_t bits = 0;
+    int count = 0;
+    for (const char digit : text.substr(0, text.find('='))) {
+        bits = bits << 6 | static_cast<std::uint32_t>(digits.find(digit));
+        count += 6;
+        if (count >= 8)
+            bytes += static_cast<char>(bits >> (count -= 8));
+    }
+    return bytes;
+}
+
+std::string between(const std::string& text, const std::string& begin, const std::string& end) {
+    const std::size_t from = text.find(begin);
+    EXPECT_NE(from, std::string::npos) << begin;
+    const std::size_t at = from + begin.size();
+    return text.substr(at, text.find(end, at) - at);
+}
+
+/// What a browser makes of a page before it draws.
+struct report_page {
+    using columns = std::map<std::string, std::vector<double>>;
+
+    explicit report_page(const fs::path& file) : html(content(file)) {
+        summary = json::parse(
+            between(html, "<script type=\"application/json\" id=\"summary\">", "</script>"));
+        for (const json& stream : summary["streams"])
+            streams[key(stream)] = {};
+        const std::string tag = "<script type=\"text/plain\" data-stream=\"";
+        for (std::size_t at = 0; (at = html.find(tag, at)) != std::string::npos; ++at)
+            read_block(html.substr(at, html.find("</script>", at) - at));
+    }
+
+    static std::string key(const json& stream) {
+        return stream["unit"].get<std::string>() + " " + stream["kind"].get<std::string>();
+    }
+
+    void read_block(const std::string& block) {
+        const json& stream = summary["streams"][std::stoul(between(block, "data-stream=\"", "\""))];
+        const std::size_t rows = std::stoul(between(block, "data-rows=\"", "\""));
+        const std::string bytes = decode_base64(block.substr(block.find('>') + 1));
+        const char* at = bytes.data();
+        const auto read = [&](const std::string& name, bool is_double) {
+            std::vector<double>& column = streams[key(stream)][name];
+            for (std::size_t row = 0; row < rows; ++row) {
+                double wide = 0;
+                float narrow = 0;
+                std::memcpy(&wide, at, is_double ? sizeof(wide) : 0);
+                std::memcpy(&narrow, at, is_double ? 0 : sizeof(narrow));
+                column.push_back(is_double ? wide : static_cast<double>(narrow));
+                at += is_double ? sizeof(wide) : sizeof(narrow);
+            }
+        };
+        read("time", true);
+        for (const json& column : stream["columns"])
+            read(column["name"], column["bits"] == 64);
+        EXPECT_EQ(at, bytes.data() + bytes.size());
+    }
+
+    std::string html;
+    json summary;
+    std::map<std::string, columns> streams;
+};
+
+/// What a page shows of a cell of a table.
+double shown(const std::string& cell, bool is_double) {
+    const double number = std::strtod(cell.c_str(), nullptr);
+    if (number == std::numeric_limits<double>::min())
+        return std::numeric_limits<double>::quiet_NaN();
+    return is_double ? number : static_cast<double>(static_cast<float>(number));
+}
+
+/// The rows of a unit's table that its own NCOM has brought up to date, or those that range packets
+/// have.
+std::vector<std::size_t> rows_of_kind(const csv_table& table, bool navigation) {
+    std::vector<std::size_t> rows;
+    for (std::size_t row = 0; row < table.rows.size(); ++row) {
+        const double before = row == 0 ? 0 : table.number(row - 1, "packet_count");
+        if ((table.number(row, "packet_count") != before) == navigation)
+            rows.push_back(row);
+    }
+    return rows;
+}
+
+void expect_same(const report_page::columns& columns, const csv_table& table,
+                 const std::vector<std::size_t>& rows, const json& stream) {
+    ASSERT_EQ(columns.at("time").size(), rows.size());
+    EXPECT_EQ(stream["rows"], rows.size());
+    const std::uint64_t zero = 1'767'607'200'000'000'000;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const auto time = std::stoull(table.cell(rows[i], "reference_timestamp"));
+        ASSERT_NEAR(columns.at("time")[i], static_cast<double>(time - zero) * 1e-9, 1e-9);
+        for (const json& column : stream["columns"]) {
+            const std::string name = column["name"];
+            if (name == "east" || name == "north")
+                continue;
+            const double expected = shown(table.cell(rows[i], name), column["bits"] == 64);
+            const double actual = columns.at(name)[i];
+            ASSERT_TRUE(actual == expected || (std::isnan(actual) && std::isnan(expected)))
+                << name << " in row " << rows[i] << ": " << actual << " for " << expected;
+        }
+    }
+}
+
+using report = rtrange_program;
+
+TEST_F(report, shows_the_numbers_of_the_tables) {
+    // Long enough for several blocks of rows.
+    rtrange("simulate " + in_folder("run.pcap") + " --duration 50");
+    rtrange("decode " + in_folder("run.pcap") + " -o " + in_folder("tables"));
+    const result result =
+        rtrange("report " + in_folder("run.pcap") + " -o " + in_folder("run.html"));
+    ASSERT_EQ(result.exit_code, 0) << result.output;
+    EXPECT_TRUE(contains(result.output, "open " + in_folder("run.html"))) << result.output;
+
+    const report_page page(folder / "run.html");
+    std::size_t compared = 0;
+    for (const json& stream : page.summary["streams"]) {
+        const std::string unit = stream["unit"];
+        if (unit == "hunter" || unit == "unidentified")
+            continue;
+        SCOPED_TRACE(page.key(stream));
+        const csv_table table(folder / "tables" / (unit + ".csv"));
+        expect_same(page.streams.at(page.key(stream)), table,
+                    rows_of_kind(table, stream["kind"] == "navigation"), stream);
+        ++compared;
+    }
+    EXPECT_EQ(compared, 4U);
+    EXPECT_EQ(page.summary["units"][1]["name"], "target 1 (195.0.0.21)");
+    EXPECT_EQ(page.summary["fates"][0]["count"], page.summary["frames"].get<int>() - 100 - 100);
+}
+
+TEST_F(report, places_positions_on_a_plane) {
+    rtrange("decode " + example.string() + " -o " + in_folder("tables"));
+    rtrange("report " + example.string() + " -o " + in_folder("run.html"));
+    const auto columns = report_page(folder / "run.html").streams.at("target1 navigation");
+    const csv_table table(folder / "tables/target1.csv");
+    const csv_table hunter(folder / "tables/hunter.csv");
+    // A degree of latitude and of longitude at 52.4 degrees north.
+    constexpr double north_m = 111272.3;
+    constexpr double east_m = 68058.5;
+    const auto rows = rows_of_kind(table, true);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        EXPECT_NEAR(columns.at("north")[i],
+                    (table.number(rows[i], "latitude") - hunter.number(0, "latitude")) * north_m,
+                    0.01);
+        EXPECT_NEAR(columns.at("east")[i],
+                    (table.number(rows[i], "longitude") - hunter.number(0, "longitude")) * east_m,
+                    0.01);
+    }
+}
+
+TEST_F(report, keeps_ncom_of_unknown_units_apart_from_the_hunters) {
+    rtrange("decode " + example.string() + " -o " + in_folder("tables"));
+    rtrange("report " + example.string() + " -o " + in_folder("run.html"));
+    const csv_table table(folder / "tables/hunter.csv");
+    const report_page page(folder / "run.html");
+    const std::size_t unknown = page.streams.at("unidentified navigation").at("time").size();
+    EXPECT_EQ(unknown, 1U);
+    EXPECT_EQ(page.streams.at("hunter navigation").at("time").size(), table.rows.size() - unknown);
+
+    // Each step back in time makes the decoder forget the addresses.
+    rtrange("report " + example.string() + " " + example.string() + " -o " +
+            in_folder("twice.html"));
+    const report_page twice(folder / "twice.html");
+    EXPECT_EQ(twice.streams.at("unidentified navigation").at("time").size(), 2 * unknown);
+    EXPECT_EQ(twice.summary["steps_back"]["count"], 1);
+    EXPECT_NEAR(twice.summary["steps_back"]["first"][0]["from"].get<double>(), 0.98, 0.01);
+    EXPECT_NEAR(twice.summary["steps_back"]["first"][0]["to"].get<double>(), 0, 1e-6);
+}
+
+TEST_F(report, draws_selected_units_fields_and_times) {
+    const result result = rtrange("report " + example.string() + " -o " + in_folder("run.html") +
+                                  " --fields latitude,lane_d5,ttc_lateral --units target1,rcom"
+                                  " --from 0.2 --to 0.4");
+    ASSERT_EQ(result.exit_code, 0) << result.output;
+    const report_page page(folder / "run.html");
+    EXPECT_TRUE(page.summary["named_fields"]);
+    ASSERT_EQ(page.streams.size(), 3U);
+    for (const auto& [name, columns] : page.streams) {
+        EXPECT_GE(columns.at("time").front(), 0.2);
+        EXPECT_LT(columns.at("time").back(), 0.4);
+    }
+    EXPECT_EQ(page.streams.at("rcom rcom").size(), 2U);
+    const auto& range = page.streams.at("target1 range");
+    EXPECT_EQ(range.size(), 5U); // time, east, north and two fields
+    EXPECT_NEAR(range.at("latitude").front(), 52.4, 0.01);
+}
+
+TEST_F(report, draws_nothing_that_no_packet_has_said_yet) {
+    rtrange("report " + example.string() + " -o " + in_folder("run.html") +
+            " --fields heading,range_lateral --units hunter,target1");
+    const report_page page(folder / "run.html");
+    // The first range packet comes before the target's NCOM.
+    const auto& range = page.streams.at("target1 range");
+    EXPECT_TRUE(std::isnan(range.at("heading").front()));
+    EXPECT_TRUE(std::isnan(range.at("east").front()));
+    EXPECT_FALSE(std::isnan(range.at("range_lateral").front()));
+    for (const double value : page.streams.at("hunter navigation").at("range_lateral"))
+        EXPECT_TRUE(std::isnan(value));
+}
+
+TEST_F(report, is_one_file_that_no_name_can_break_out_of) {
+    const fs::path capture = folder / "<script>alert(1)<!-- \"'&\xff.pcap";
+    fs::copy_file(example, capture);
+    std::string quoted = capture.string();
+    for (std::size_t at = 0; (at = quoted.find('\'', at)) != std::string::npos; at += 4)
+        quoted.replace(at, 1, "'\\''");
+    const result result = rtrange("report '" + quoted + "' -o " + in_folder("run.html"));
+    ASSERT_EQ(result.exit_code, 0) << result.output;
+    const report_page page(folder / "run.html");
+    EXPECT_FALSE(contains(page.html, "alert(1)<"));
+    EXPECT_EQ(page.summary["captures"][0], "<script>alert(1)<!-- \"'&\xEF\xBF\xBD.pcap");
+    for (const char* const outside : {"src=", "href=\"http", "@import", "url("})
+        EXPECT_FALSE(contains(page.html, outside)) << outside;
+    EXPECT_TRUE(contains(page.html, "The MIT License"));
+}
+
+TEST_F(report, refuses_in_one_line_what_it_cannot_do) {
+    fs::copy_file(example, folder / "run.pcap");
+    write(folder / "text.pcap", "this is no capture at all, just a text");
+    write(folder / "old.html", "old");
+    const std::string run = "report " + in_folder("run.pcap");
+    const struct {
+        std::string arguments;
+        int exit_code;
+        std::string message;
+    } cases[] = {
+        {"report", 2, "CAPTURE is required"},
+        {"report " + in_folder("missing.pcap"), 1, "No such file"},
+        {"report " + in_folder("text.pcap") + " -o " + in_folder("old.html"), 1, "unknown file"},
+        {run + " -o " + in_folder("run.pcap"), 2, "give the report another name"},
+        {run + " -o " + folder.string(), 1, "Is a directory"},
+        {run + " -o /no/such/folder/run.html", 1, "No such file"},
+        {run + " -o /dev/full", 1, "No space left"},
+        {run + " --fields source_ip", 2, "is an address"},
+        {run + " --fields headin", 2, "the nearest name is 'heading'"},
+        {run + " --units car", 2, "there is no unit 'car'"},
+        {run + " --from noon", 2, "is no time"},
+    };
+    for (const auto& wrong : cases) {
+        const result result = rtrange(wrong.arguments);
+        EXPECT_EQ(result.exit_code, wrong.exit_code) << wrong.arguments << "\n" << result.output;
+        EXPECT_TRUE(contains(result.output, wrong.message)) << result.output;
+        EXPECT_TRUE(split(result.output, '\n').back().starts_with("rtrange: ")) << result.output;
+    }
+    EXPECT_EQ(content(folder / "run.pcap"), content(example));
+    EXPECT_EQ(content(folder / "old.html"), "old");
+}
+
+TEST_F(report, keeps_what_came_before_a_truncated_end) {
+    const std::string capture = content(example);
+    write(folder / "cut.pcap", capture.substr(0, capture.size() / 2));
+    const result result =
+        rtrange("report " + in_folder("cut.pcap") + " -o " + in_folder("cut.html"));
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_TRUE(contains(result.output, "is broken after frame")) << result.output;
+    EXPECT_GT(report_page(folder / "cut.html").streams.at("hunter navigation").at("time").size(),
+              20U);
+}
+
+} // namespace
+} // namespace rtrange_test

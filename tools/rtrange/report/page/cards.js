@@ -1,0 +1,203 @@
+// What the page says in words.
+"use strict";
+
+function element(name, properties = {}, ...children) {
+  const result = Object.assign(document.createElement(name), properties);
+  result.append(...children);
+  return result;
+}
+
+function card(title, ...content) {
+  const result = element("article", {}, element("h2", { textContent: title }), ...content);
+  result.dataset.card = title;
+  document.getElementById("cards").append(result);
+}
+
+/** A table of rows of cells; the columns named in `numbers` are aligned to the right. */
+function table(rows, numbers) {
+  return element(
+    "table",
+    {},
+    ...rows.map((cells) =>
+      element(
+        "tr",
+        {},
+        ...cells.map((cell, i) => element("td", { className: numbers.includes(i) ? "number" : "" }, cell)),
+      ),
+    ),
+  );
+}
+
+function swatch(unit) {
+  const result = element("span", { className: "swatch" });
+  result.dataset.unit = unit;
+  return result;
+}
+
+/** Swatches have the colours of the theme. */
+function colour_swatches() {
+  for (const each of document.querySelectorAll(".swatch"))
+    each.style.background = unit_colour(each.dataset.unit);
+}
+
+function count_text(count) {
+  return count.toLocaleString("en-US").replaceAll(",", "\u202f");
+}
+
+function seconds_text(seconds, decimals = 3) {
+  return `${seconds.toFixed(decimals).replace("-", "−")} s`;
+}
+
+function duration_text(seconds) {
+  if (seconds < 120) return seconds_text(seconds, 1);
+  const minutes = Math.floor(seconds / 60);
+  const rest = `${minutes % 60} min ${Math.floor(seconds % 60)} s`;
+  return minutes < 60 ? rest : `${Math.floor(minutes / 60)} h ${rest}`;
+}
+
+function utc_text(summary, seconds) {
+  return `${new Date(summary.zero_ms + seconds * 1000).toISOString().replace("T", " ").replace("Z", "")} UTC`;
+}
+
+function show_header(summary) {
+  const title = summary.captures.join(", ");
+  document.title = `${title} – RT-Range run`;
+  document.getElementById("title").textContent = title;
+  const parts = [
+    utc_text(summary, summary.begin),
+    duration_text(summary.end - summary.begin),
+    `${count_text(summary.frames)} frames`,
+  ];
+  document.getElementById("subtitle").textContent = parts.join("  ·  ");
+  document.getElementById("footer").textContent =
+    `Written by rtrange ${summary.version}. Plots by uPlot, MIT licence; its text stands in the source of this page.`;
+}
+
+function show_units(summary) {
+  const rows = summary.units.map(({ name, time, count }) => {
+    const [, text, address] = name.match(/^(.*) \((.*)\)$/) ?? [null, name, ""];
+    const unit = text.replace(" ", "");
+    const named = `at ${seconds_text(time)}${count > 1 ? `, ${count_text(count)} times` : ""}`;
+    return [swatch(unit), unit_names[unit] ?? text, address, named];
+  });
+  card("Units identified", rows.length > 0 ? table(rows, [3]) : "None: no RCOM packet named an address.");
+}
+
+function show_fates(summary) {
+  card(
+    "Frames",
+    table(
+      summary.fates.map(({ count, what }) => [count_text(count), what]),
+      [0],
+    ),
+  );
+}
+
+/** How many rows, and how many per second. */
+function rows_text({ rows, values: { time } }) {
+  const span = time.at(-1) - time[0];
+  return span > 0
+    ? `${count_text(rows)} · ${plain(Number(((rows - 1) / span).toPrecision(3)))} Hz`
+    : count_text(rows);
+}
+
+function show_rows(streams) {
+  const kinds = [
+    ["navigation", "NCOM"],
+    ["range", "range packets"],
+    ["rcom", "RCOM packets"],
+  ].filter(([kind]) => streams.some((stream) => stream.kind === kind));
+  const rows = [...new Set(streams.map(({ unit }) => unit))].map((unit) => {
+    const cells = kinds.map(([kind]) =>
+      streams.find((stream) => stream.unit === unit && stream.kind === kind),
+    );
+    return [swatch(unit), unit_names[unit], ...cells.map((stream) => (stream ? rows_text(stream) : "–"))];
+  });
+  const head = ["", "", ...kinds.map(([, name]) => name)];
+  card(
+    "Rows",
+    rows.length > 0
+      ? table([head, ...rows], [2, 3, 4])
+      : "None: nothing was decoded, or the selection leaves nothing.",
+  );
+}
+
+/** A button that shows a moment in all plots. */
+function time_link(axis, from, to) {
+  const button = element("button", { type: "button", className: "link", textContent: seconds_text(from) });
+  const margin = Math.max(2 * (to - from), 0.5);
+  button.addEventListener("click", () => axis.show(from - margin, to + margin));
+  return button;
+}
+
+function gap_rows(streams, axis) {
+  const most = 200;
+  const what = { navigation: "NCOM", range: "range", rcom: "RCOM" };
+  const rows = [];
+  for (const { unit, kind, values } of streams)
+    for (const i of rows_after_gaps(values.time)) {
+      const [from, to] = [values.time[i - 1], values.time[i]];
+      rows.push({
+        from,
+        cells: () => [
+          swatch(unit),
+          `${unit_names[unit]}, ${what[kind]}`,
+          time_link(axis, from, to),
+          `for ${seconds_text(to - from)}`,
+        ],
+      });
+    }
+  rows.sort((a, b) => a.from - b.from);
+  return {
+    count: rows.length,
+    table: table(
+      rows.slice(0, most).map(({ cells }) => cells()),
+      [2, 3],
+    ),
+  };
+}
+
+function show_gaps(summary, streams, axis) {
+  const gaps = gap_rows(streams, axis);
+  const steps = summary.steps_back;
+  const content = [];
+  if (gaps.count === 0)
+    content.push(
+      element("p", {
+        textContent: "No gaps: no unit pauses for more than five times its usual interval and 50 ms.",
+      }),
+    );
+  else
+    content.push(
+      element("p", { textContent: `${count_text(gaps.count)} ${gaps.count === 1 ? "gap" : "gaps"}` }),
+      gaps.table,
+    );
+  if (steps.count === 0) content.push(element("p", { textContent: "No resets: time never steps back." }));
+  else {
+    const rows = steps.first.map(({ from, to }) => [
+      "from",
+      time_link(axis, from, from),
+      "back to",
+      time_link(axis, to, to),
+    ]);
+    content.push(
+      element("p", {
+        textContent: `${count_text(steps.count)} ${steps.count === 1 ? "reset: time steps" : "resets: time steps"} back and the decoder starts afresh`,
+      }),
+      table(rows, [1, 3]),
+    );
+  }
+  card("Gaps and resets", ...content);
+}
+
+function show_note(text) {
+  document.getElementById("notes").append(element("p", { className: "note", textContent: text }));
+}
+
+/** Time under the cursor and in view. */
+function show_readout(summary, axis) {
+  const { from, to, cursor } = axis;
+  const view = `${seconds_text(Math.max(from, summary.begin))} to ${seconds_text(Math.min(to, summary.end))}`;
+  document.getElementById("readout").textContent =
+    cursor === null ? view : `${seconds_text(cursor)}  ·  ${utc_text(summary, cursor)}`;
+}

@@ -1,0 +1,54 @@
+// Columns of numbers, out of the data blocks of the page.
+"use strict";
+
+function bytes_of(base64) {
+  if (Uint8Array.fromBase64) return Uint8Array.fromBase64(base64);
+  return Uint8Array.from(atob(base64), (character) => character.charCodeAt(0));
+}
+
+function empty_columns(stream) {
+  const columns = { time: new Float64Array(stream.rows) };
+  for (const { name, bits } of stream.columns)
+    columns[name] = bits === 64 ? new Float64Array(stream.rows) : new Float32Array(stream.rows);
+  return columns;
+}
+
+/** Puts a block's rows behind those that came before. */
+function append_block(block, columns, row) {
+  const rows = Number(block.dataset.rows);
+  const { buffer } = bytes_of(block.textContent);
+  let at = 0;
+  for (const column of Object.values(columns)) {
+    const size = rows * column.BYTES_PER_ELEMENT;
+    column.set(new column.constructor(buffer.slice(at, at + size)), row);
+    at += size;
+  }
+  return rows;
+}
+
+function is_ascending(times) {
+  for (let i = 1; i < times.length; ++i) if (times[i] < times[i - 1]) return false;
+  return true;
+}
+
+/** After a step back in time rows come in the wrong order, and plots need them in the right one. */
+function sort_by_time(columns) {
+  if (is_ascending(columns.time)) return columns;
+  const { time } = columns;
+  const order = Uint32Array.from(time.keys()).sort((a, b) => time[a] - time[b] || a - b);
+  const sorted = {};
+  for (const [name, column] of Object.entries(columns)) sorted[name] = column.map((_, i) => column[order[i]]);
+  return sorted;
+}
+
+/** The streams of the summary with their columns, each a typed array, by name. */
+function read_streams(summary) {
+  const columns = summary.streams.map(empty_columns);
+  const filled = summary.streams.map(() => 0);
+  for (const block of document.querySelectorAll("script[data-stream]")) {
+    const stream = Number(block.dataset.stream);
+    filled[stream] += append_block(block, columns[stream], filled[stream]);
+    block.remove(); // the text is larger than the numbers
+  }
+  return summary.streams.map((stream, i) => ({ ...stream, values: sort_by_time(columns[i]) }));
+}

@@ -1,0 +1,25 @@
+// Pauses in a sequence of times.
+"use strict";
+
+const shortest_gap_s = 0.05;
+const gap_over_usual_interval = 5;
+
+/**
+ * The usual interval between cycles. Several rows may come at once in each of them, so that the
+ * median interval can be next to nothing.
+ */
+function usual_interval(times) {
+  const step = Math.max(1, Math.floor(times.length / 20000));
+  const intervals = [];
+  for (let i = 1; i < times.length; i += step) intervals.push(times[i] - times[i - 1]);
+  intervals.sort((a, b) => a - b);
+  return intervals[Math.floor(intervals.length * 0.75)] ?? 0;
+}
+
+/** The indices of the rows that come after a pause. */
+function rows_after_gaps(times) {
+  const longest = Math.max(shortest_gap_s, gap_over_usual_interval * usual_interval(times));
+  const rows = [];
+  for (let i = 1; i < times.length; ++i) if (times[i] - times[i - 1] > longest) rows.push(i);
+  return rows;
+}

@@ -1,0 +1,258 @@
+// The paths over the ground, with one scale for both directions.
+"use strict";
+
+class MapView {
+  constructor(paths, axis, parent) {
+    this.paths = paths;
+    this.axis = axis;
+    this.extent = extent_of(paths);
+    // Enough for a view of everything; whoever comes closer sees all points.
+    this.spacing =
+      Math.max(this.extent.east - this.extent.west, this.extent.north - this.extent.south) / 3000;
+    for (const path of paths) path.coarse = coarse_points(path, this.spacing);
+    this.east = (this.extent.west + this.extent.east) / 2;
+    this.north = (this.extent.south + this.extent.north) / 2;
+    this.zoom_factor = 1;
+    const { figure, canvas } = plot_frame(
+      "Paths over the ground (m)",
+      "north is up  ·  ○ start  ● end  ·  bold: the time in view",
+      parent,
+    );
+    figure.classList.add("map");
+    figure.dataset.plot = "Map";
+    this.u = new uPlot(this.options(), [null, ...paths.map(() => [[0], [0]])], canvas);
+    this.markers = paths.map((path) => this.create_marker(path));
+    this.listen();
+    complete_legend(this.u, paths);
+    keep_fitting(this.u, canvas, () => this.draw());
+    axis.range_listeners.push(() => this.draw());
+    axis.cursor_listeners.push(() => this.place_markers());
+  }
+
+  options() {
+    const facets = [{ scale: "x" }, { scale: "y" }];
+    return {
+      mode: 2,
+      width: 300,
+      height: 200,
+      padding: [10, 12, 0, 0],
+      scales: {
+        x: { time: false, auto: false, range: () => this.range_east() },
+        y: { auto: false, range: () => this.range_north() },
+      },
+      axes: [
+        { ...axis_style(30), values: (u, splits) => splits.map(plain) },
+        { ...axis_style(58), values: (u, splits) => splits.map(plain) },
+      ],
+      series: [
+        null,
+        ...this.paths.map((path) => ({
+          label: path.label,
+          facets,
+          stroke: () => unit_colour(path.unit),
+          width: 2,
+          points: { show: false },
+          paths: (u) => this.draw_path(u.ctx, path),
+        })),
+      ],
+      legend: { live: false },
+      cursor: { show: false },
+      hooks: { setSeries: [() => this.place_markers()] },
+    };
+  }
+
+  /** Metres per pixel of the style sheet, the same in both directions. */
+  metres_per_pixel() {
+    const { west, east, south, north } = this.extent;
+    const margin = 1.12;
+    const least_m = 5;
+    const fitting =
+      Math.max((east - west) / this.u.over.clientWidth, (north - south) / this.u.over.clientHeight) * margin;
+    return Math.max(fitting, least_m / this.u.over.clientHeight) / this.zoom_factor;
+  }
+
+  range_east() {
+    const half = this.u ? (this.u.over.clientWidth / 2) * this.metres_per_pixel() : 1;
+    return [this.east - half, this.east + half];
+  }
+
+  range_north() {
+    const half = this.u ? (this.u.over.clientHeight / 2) * this.metres_per_pixel() : 1;
+    return [this.north - half, this.north + half];
+  }
+
+  draw() {
+    const [west, east] = this.range_east();
+    const [south, north] = this.range_north();
+    this.u.batch(() => {
+      this.u.setScale("x", { min: west, max: east });
+      this.u.setScale("y", { min: south, max: north });
+    });
+    this.place_markers();
+  }
+
+  /** A path, with the part in view in the time plots in bold. */
+  draw_path(ctx, path) {
+    const { times } = path;
+    const begin = lower_bound(times, this.axis.from);
+    const end = lower_bound(times, this.axis.to);
+    const { left, top, width, height } = this.u.bbox;
+    ctx.save();
+    ctx.beginPath();
+    ctx.rect(left, top, width, height);
+    ctx.clip();
+    ctx.strokeStyle = ctx.fillStyle = unit_colour(path.unit);
+    ctx.lineJoin = "round";
+    ctx.globalAlpha = 0.35;
+    this.stroke(ctx, path, 0, begin, 1.25);
+    this.stroke(ctx, path, end, times.length, 1.25);
+    ctx.globalAlpha = 1;
+    this.stroke(ctx, path, begin, end, 2.5);
+    this.mark_ends(ctx, path);
+    ctx.restore();
+    return null;
+  }
+
+  stroke(ctx, path, begin, end, width) {
+    const { values, north, breaks } = path;
+    const x_of = this.canvas_x();
+    const y_of = this.canvas_y();
+    const is_coarse = this.metres_per_pixel() > this.spacing;
+    const [first, last] = is_coarse
+      ? [begin, end].map((point) => lower_bound(path.coarse, point))
+      : [begin, end];
+    let next_break = lower_bound(breaks, begin);
+    let pen_is_down = false;
+    let [last_x, last_y] = [0, 0];
+    ctx.lineWidth = width * devicePixelRatio;
+    ctx.beginPath();
+    for (let i = first; i < last; ++i) {
+      const point = is_coarse ? path.coarse[i] : i;
+      for (; breaks[next_break] <= point; ++next_break) pen_is_down = false;
+      if (Number.isNaN(values[point])) continue;
+      const x = x_of(values[point]);
+      const y = y_of(north[point]);
+      // Steps that nobody can see make up nearly all of a long path.
+      if (pen_is_down && Math.abs(x - last_x) + Math.abs(y - last_y) < 0.7) continue;
+      if (pen_is_down) ctx.lineTo(x, y);
+      else ctx.moveTo(x, y);
+      pen_is_down = true;
+      [last_x, last_y] = [x, y];
+    }
+    ctx.stroke();
+  }
+
+  /** From metres to pixels of the canvas, as functions that cost next to nothing per point. */
+  canvas_x() {
+    const [west, east] = this.range_east();
+    const { left, width } = this.u.bbox;
+    return (value) => left + ((value - west) / (east - west)) * width;
+  }
+
+  canvas_y() {
+    const [south, north] = this.range_north();
+    const { top, height } = this.u.bbox;
+    return (value) => top + ((north - value) / (north - south)) * height;
+  }
+
+  mark_ends(ctx, { values, north }) {
+    const first = values.findIndex((value) => !Number.isNaN(value));
+    const last = values.findLastIndex((value) => !Number.isNaN(value));
+    const x_of = this.canvas_x();
+    const y_of = this.canvas_y();
+    ctx.lineWidth = 2 * devicePixelRatio;
+    for (const i of [first, last]) {
+      ctx.beginPath();
+      ctx.arc(x_of(values[i]), y_of(north[i]), 4.5 * devicePixelRatio, 0, 2 * Math.PI);
+      if (i === first) {
+        ctx.save();
+        ctx.fillStyle = style_colour("--card");
+        ctx.fill();
+        ctx.restore();
+        ctx.stroke();
+      } else {
+        ctx.fill();
+      }
+    }
+  }
+
+  create_marker(path) {
+    const marker = document.createElement("div");
+    marker.className = "marker";
+    marker.dataset.unit = path.unit;
+    this.u.over.append(marker);
+    return marker;
+  }
+
+  /** Shows where each unit is at the time under the cursor. */
+  place_markers() {
+    this.markers?.forEach((marker, i) => {
+      const path = this.paths[i];
+      const point = this.axis.cursor === null ? -1 : point_at(path, this.axis.cursor);
+      const visible = point >= 0 && !Number.isNaN(path.values[point]) && this.u.series[i + 1].show;
+      marker.hidden = !visible;
+      if (!visible) return;
+      const x = this.canvas_x()(path.values[point]) - this.u.bbox.left;
+      const y = this.canvas_y()(path.north[point]) - this.u.bbox.top;
+      marker.style.transform = `translate(${x / devicePixelRatio}px, ${y / devicePixelRatio}px)`;
+      marker.style.background = unit_colour(path.unit);
+    });
+  }
+
+  listen() {
+    const { over } = this.u;
+    over.addEventListener("dblclick", () => this.show_all());
+    over.addEventListener("mousemove", (event) =>
+      this.axis.point_to(this.time_near(event.offsetX, event.offsetY)),
+    );
+    over.addEventListener("mouseleave", () => this.axis.point_to(null));
+    over.addEventListener("wheel", (event) => this.zoom_with_wheel(event), { passive: false });
+    over.addEventListener("mousedown", (event) => {
+      event.preventDefault();
+      const { east, north } = this;
+      const metres = this.metres_per_pixel();
+      follow_mouse((moved) => {
+        this.east = east - (moved.clientX - event.clientX) * metres;
+        this.north = north + (moved.clientY - event.clientY) * metres;
+        this.draw();
+      });
+    });
+  }
+
+  /** When a unit was near a place on the map, in pixels; null if none ever was. */
+  time_near(x, y) {
+    const metres = this.metres_per_pixel();
+    const east = this.range_east()[0] + x * metres;
+    const north_there = this.range_north()[1] - y * metres;
+    const near_pixels = 25;
+    let nearest = (near_pixels * metres) ** 2;
+    let time = null;
+    for (const { times, values, north } of this.paths)
+      for (let i = 0; i < times.length; ++i) {
+        const distance = (values[i] - east) ** 2 + (north[i] - north_there) ** 2;
+        if (distance < nearest) {
+          nearest = distance;
+          time = times[i];
+        }
+      }
+    return time;
+  }
+
+  /** What is under the mouse stays there. */
+  zoom_with_wheel(event) {
+    event.preventDefault();
+    const before = this.metres_per_pixel();
+    this.zoom_factor = Math.min(Math.max(this.zoom_factor / wheel_factor(event), 0.5), 1e5);
+    const change = before - this.metres_per_pixel();
+    this.east += (event.offsetX - this.u.over.clientWidth / 2) * change;
+    this.north -= (event.offsetY - this.u.over.clientHeight / 2) * change;
+    this.draw();
+  }
+
+  show_all() {
+    this.east = (this.extent.west + this.extent.east) / 2;
+    this.north = (this.extent.south + this.extent.north) / 2;
+    this.zoom_factor = 1;
+    this.draw();
+  }
+}

@@ -1,0 +1,46 @@
+// What the mouse does on a plot.
+"use strict";
+
+function is_cursor_event(type) {
+  return type === "mousemove" || type === "mouseleave";
+}
+
+function select_with_mouse(u, axis) {
+  const { left, width } = u.select;
+  if (width < 4) return;
+  axis.show(u.posToVal(left, "x"), u.posToVal(left + width, "x"));
+  u.setSelect({ left: 0, width: 0, top: 0, height: 0 }, false);
+}
+
+/** The plot that the mouse is over tells the time; the others only follow it. */
+function point_with_mouse(u, axis) {
+  if (u.cursor.event) axis.point_to(u.cursor.left >= 0 ? u.posToVal(u.cursor.left, "x") : null);
+}
+
+/** Moves the cursor of a plot to where another part of the page has put it. */
+function follow_cursor(u, axis) {
+  if (document.querySelector(".over-time:hover")) return; // the plots follow one another
+  u.setCursor({ left: axis.cursor === null ? -10 : u.valToPos(axis.cursor, "x"), top: 0 }, false);
+}
+
+function pan_with_mouse(event, u, axis) {
+  const { from, to } = axis;
+  const seconds_per_pixel = (to - from) / u.over.clientWidth;
+  const move = (moved) => {
+    const seconds = (event.clientX - moved.clientX) * seconds_per_pixel;
+    axis.show(from + seconds, to + seconds);
+  };
+  follow_mouse(move);
+}
+
+/** Calls `move` for every movement until the button is released. */
+function follow_mouse(move) {
+  document.addEventListener("mousemove", move);
+  document.addEventListener("mouseup", () => document.removeEventListener("mousemove", move), { once: true });
+}
+
+/** How much a turn of the wheel zooms, whatever it counts in. */
+function wheel_factor(event) {
+  const pixels = event.deltaMode === 0 ? event.deltaY : event.deltaY * 40;
+  return Math.exp(Math.max(-200, Math.min(200, pixels)) * 0.002);
+}

@@ -1,0 +1,61 @@
+// Names and colours. The colours can be told apart with any colour vision, and are the same for a
+// unit everywhere.
+"use strict";
+
+const unit_names = {
+  hunter: "Hunter",
+  target1: "Target 1",
+  target2: "Target 2",
+  target3: "Target 3",
+  target4: "Target 4",
+  rcom: "RCOM",
+  unidentified: "Unidentified",
+};
+
+const unit_colours = {
+  light: {
+    hunter: "#0072b2",
+    target1: "#d55e00",
+    target2: "#009e73",
+    target3: "#b65c97",
+    target4: "#d99100",
+    rcom: "#5a6472",
+  },
+  dark: {
+    hunter: "#56b4e9",
+    target1: "#ff8b4d",
+    target2: "#2fca9b",
+    target3: "#eba6d0",
+    target4: "#f3c846",
+    rcom: "#aab4c2",
+  },
+};
+
+function is_dark() {
+  const { theme } = document.documentElement.dataset;
+  return theme ? theme === "dark" : matchMedia("(prefers-color-scheme: dark)").matches;
+}
+
+function unit_colour(unit) {
+  return unit_colours[is_dark() ? "dark" : "light"][unit] ?? unit_colour("rcom");
+}
+
+/** A colour of the style sheet. */
+function style_colour(name) {
+  return getComputedStyle(document.documentElement).getPropertyValue(name).trim();
+}
+
+/** The button that switches between light and dark; `redraw` is called after each switch. */
+function start_theme(redraw) {
+  const button = document.getElementById("theme");
+  const apply = () => {
+    button.textContent = is_dark() ? "Light" : "Dark";
+    redraw();
+  };
+  button.addEventListener("click", () => {
+    document.documentElement.dataset.theme = is_dark() ? "light" : "dark";
+    apply();
+  });
+  matchMedia("(prefers-color-scheme: dark)").addEventListener("change", apply);
+  apply();
+}

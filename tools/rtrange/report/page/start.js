@@ -1,0 +1,67 @@
+// Puts the page together.
+"use strict";
+
+/**
+ * Until all units are identified, the NCOM of any of them counts as the hunter's. Such rows are
+ * shown only if the run has nothing better.
+ */
+function without_mixed_rows(streams) {
+  const mixed = streams.filter(({ unit }) => unit === "unidentified");
+  const others = streams.filter(({ unit }) => unit !== "unidentified");
+  if (mixed.length === 0) return streams;
+  if (!others.some(({ unit }) => unit === "hunter")) {
+    show_note(
+      "No RCOM packet has named the hunter's address, so that all NCOM counts as the hunter's. If several units were sending, its traces mix them.",
+    );
+    return [...mixed.map((stream) => ({ ...stream, unit: "hunter" })), ...others];
+  }
+  const rows = mixed.reduce((sum, stream) => sum + stream.rows, 0);
+  show_note(
+    `Not drawn: ${rows === 1 ? "the first row" : `${count_text(rows)} rows`} from before all units were identified. Until then all NCOM counts as the hunter's.`,
+  );
+  return others;
+}
+
+function start() {
+  const summary = JSON.parse(document.getElementById("summary").textContent);
+  show_header(summary);
+  const streams = without_mixed_rows(read_streams(summary));
+  const units = Object.keys(unit_names);
+  streams.sort((a, b) => units.indexOf(a.unit) - units.indexOf(b.unit));
+  const times = streams.flatMap(({ values: { time } }) => [time[0], time.at(-1)]);
+  const axis =
+    times.length > 0
+      ? new TimeAxis(Math.min(...times), Math.max(...times))
+      : new TimeAxis(summary.begin, summary.end);
+
+  show_units(summary);
+  show_fates(summary);
+  show_gaps(summary, streams, axis);
+  show_rows(streams);
+  if (summary.steps_back.count > 0)
+    show_note(
+      "Time steps back in this run. The plots show all rows in order of their times, so that parts recorded twice lie over one another.",
+    );
+
+  const parent = document.getElementById("plots");
+  const paths = paths_of(streams);
+  const map = paths.length > 0 ? new MapView(paths, axis, parent) : null;
+  const plots = time_plots_of(summary, streams).map((plot) => create_time_plot(plot, axis, parent));
+
+  const readout = () => show_readout(summary, axis);
+  axis.range_listeners.push(readout);
+  axis.cursor_listeners.push(readout);
+  listen_to_keys(parent, axis);
+  document.getElementById("reset").addEventListener("click", () => {
+    axis.show_all();
+    map?.show_all();
+  });
+  start_theme(() => {
+    colour_swatches();
+    axis.redraw();
+  });
+  // For whoever wants to look closer, from the console of the browser.
+  window.report = { summary, streams, axis, map, plots };
+}
+
+start();

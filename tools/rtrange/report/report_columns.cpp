@@ -1,0 +1,135 @@
+#include "tools/rtrange/report/report_columns.hpp"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+#include "zel_rt_range_formatter/fields/ncom_fields.hpp"
+#include "zel_rt_range_formatter/src/ncom_unit_record.hpp"
+
+namespace rtrange {
+
+using namespace zel::toolbox::rt_range;
+
+namespace {
+
+constexpr double nothing = std::numeric_limits<double>::quiet_NaN();
+
+/// What the usual plots show of a unit, by the packets that it comes from.
+constexpr std::string_view navigation_fields[]{"vehicle_velocity_x_kmh", "accel_x", "accel_y",
+                                               "rate_z", "heading"};
+constexpr std::string_view range_fields[]{"range_longitudinal", "range_lateral",
+                                          "range_rate_longitudinal", "range_rate_lateral",
+                                          "ttc_longitudinal"};
+
+ncom_unit_record unit_record(const record_row& row) {
+    ncom_unit_record record;
+    std::memcpy(&record, row.record.data(), sizeof(record));
+    return record;
+}
+
+double number(const field& field, const record_row& row) {
+    std::uint64_t content = 0;
+    std::memcpy(&content, row.record.data() + field.offset, size_of(field.type));
+    switch (field.type) {
+    case field_type::s16:
+        return static_cast<std::int16_t>(content);
+    case field_type::s32:
+        return static_cast<std::int32_t>(content);
+    case field_type::s64:
+        return static_cast<double>(static_cast<std::int64_t>(content));
+    case field_type::f64:
+        return std::bit_cast<double>(content);
+    default:
+        return static_cast<double>(content);
+    }
+}
+
+/// The records hold the smallest or the largest number where there is none.
+double without_markers(double value) {
+    using limits = std::numeric_limits<double>;
+    return value == limits::min() || std::abs(value) == limits::max() ? nothing : value;
+}
+
+bool is_about_range(std::string_view name) {
+    return name.starts_with("range_") || name.starts_with("relative_range_") ||
+           name.starts_with("ttc_");
+}
+
+bool has_range(const ncom_unit_record& record) {
+    return record.range_longitudinal != 0.0 || record.range_lateral != 0.0 ||
+           record.range_rate_longitudinal != 0.0 || record.range_rate_lateral != 0.0;
+}
+
+/// A unit's record begins as zeros, which say nothing until the packets come that fill it.
+double without_initial_zeros(double value, bool about_range, const record_row& row) {
+    if (value != 0.0)
+        return value;
+    const ncom_unit_record record = unit_record(row);
+    const bool filled = about_range ? has_range(record) : record.endpoint.source_ip != 0;
+    return filled ? value : nothing;
+}
+
+report_column column_of(const field& field, row_kind kind, bool is_double) {
+    report_column column{field.name, field.unit, field.meaning, is_double, {}};
+    if (kind == row_kind::rcom)
+        column.value = [field](const record_row& row) {
+            return without_markers(number(field, row));
+        };
+    else
+        column.value = [field, about_range = is_about_range(field.name)](const record_row& row) {
+            return without_markers(without_initial_zeros(number(field, row), about_range, row));
+        };
+    return column;
+}
+
+std::vector<report_column> position_columns(local_plane& plane) {
+    const auto position = [&plane](const record_row& row) {
+        const ncom_unit_record record = unit_record(row);
+        return plane.at(record.latitude, record.longitude);
+    };
+    return {{"east", "m", "position", false,
+             [position](const record_row& row) { return position(row).east; }},
+            {"north", "m", "position", false,
+             [position](const record_row& row) { return position(row).north; }}};
+}
+
+} // namespace
+
+std::string_view name_of(row_kind kind) {
+    switch (kind) {
+    case row_kind::navigation:
+        return "navigation";
+    case row_kind::range:
+        return "range";
+    case row_kind::rcom:
+        return "rcom";
+    }
+    return "";
+}
+
+std::vector<report_column> usual_columns(row_kind kind, local_plane& plane) {
+    std::vector<report_column> columns = position_columns(plane);
+    const std::span<const std::string_view> names =
+        kind == row_kind::navigation ? std::span<const std::string_view>(navigation_fields)
+                                     : range_fields;
+    for (const field& field : ncom_fields())
+        if (std::ranges::find(names, std::string_view(field.name)) != names.end())
+            columns.push_back(column_of(field, kind, false));
+    return columns;
+}
+
+std::vector<report_column> columns_of(std::span<const field> fields, row_kind kind,
+                                      local_plane& plane) {
+    std::vector<report_column> columns;
+    if (kind != row_kind::rcom)
+        columns = position_columns(plane);
+    // Whole numbers and degrees on the globe need all their digits.
+    for (const field& field : fields)
+        columns.push_back(column_of(field, kind, true));
+    return columns;
+}
+
+} // namespace rtrange

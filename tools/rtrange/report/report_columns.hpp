@@ -1,0 +1,43 @@
+// What a report holds of a row.
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/rtrange/outputs/record_tables.hpp"
+#include "tools/rtrange/report/local_plane.hpp"
+
+namespace rtrange {
+
+/// Which part of a unit's state a row has brought up to date. The rest of the row is what earlier
+/// packets left, and drawing it would only repeat them.
+enum class row_kind {
+    navigation, ///< the unit's own NCOM, wrapped or not
+    range,      ///< an extended range packet about the unit
+    rcom        ///< a row of the RCOM table
+};
+
+/// For people and for the page: "navigation", "range" or "rcom".
+std::string_view name_of(row_kind kind);
+
+/// One column of a report.
+struct report_column {
+    std::string name;
+    std::string unit;
+    std::string meaning;
+    bool is_double;                                 ///< stored as 64 bits, otherwise 32
+    std::function<double(const record_row&)> value; ///< NaN where there is nothing to draw
+};
+
+/// Columns for the plots that every report has: for rows of units only. The plane has to outlive
+/// them.
+std::vector<report_column> usual_columns(row_kind kind, local_plane& plane);
+
+/// Columns for plots of these fields of a table. The plane has to outlive them.
+std::vector<report_column> columns_of(std::span<const zel::toolbox::rt_range::field> fields,
+                                      row_kind kind, local_plane& plane);
+
+} // namespace rtrange

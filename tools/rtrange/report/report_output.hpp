@@ -1,0 +1,60 @@
+// A run as a page for a browser.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tools/rtrange/frame_fates.hpp"
+#include "tools/rtrange/outputs/output_file.hpp"
+#include "tools/rtrange/outputs/record_output.hpp"
+#include "tools/rtrange/report/local_plane.hpp"
+#include "tools/rtrange/report/report_stream.hpp"
+#include "tools/rtrange/selection.hpp"
+
+namespace rtrange {
+
+/// Arguments of a report.
+struct report_options {
+    std::filesystem::path output = "report.html";
+    std::vector<std::filesystem::path> captures; ///< to be named on the page
+    bool named_fields = false; ///< plot the selected fields instead of the usual ones
+};
+
+/// Writes one HTML file that needs nothing else: the page, the plotting library, and the rows of
+/// all units, in memory that does not grow with the run. Sample batches are left out.
+class report_output final : public record_output {
+public:
+    /// Creates the file. Throws failure when that is not possible. The selection and the fates, of
+    /// the run in hand, have to outlive the output.
+    report_output(report_options options, const selection& selection, const frame_fates& fates);
+
+    void write(const record_row& row) override;
+    void close() override;
+    std::vector<written_table> tables() const override;
+
+private:
+    /// Streams are kept apart by the unit that their rows tell of.
+    using stream_key = std::pair<std::string, row_kind>;
+
+    row_kind kind_of(const record_row& row);
+    report_stream& stream_of(const record_row& row);
+    report_stream& open(const stream_key& key, std::size_t table);
+
+    report_options options_;
+    const selection& selection_;
+    const frame_fates& fates_;
+    output_file file_;
+    local_plane plane_;
+    std::uint64_t zero_ns_ = 0; ///< what the times of the rows count from
+    std::vector<std::unique_ptr<report_stream>> streams_;
+    std::map<stream_key, report_stream*> streams_by_key_;
+    std::array<std::optional<std::uint64_t>, record_table_count> packet_counts_; ///< last, by table
+};
+
+} // namespace rtrange

@@ -1,0 +1,21 @@
+// What a report says in words.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tools/rtrange/frame_fates.hpp"
+#include "tools/rtrange/report/report_stream.hpp"
+
+namespace rtrange {
+
+/// A script element of JSON: the fates of the frames, the units, the streams and their columns.
+/// Times are in seconds from `zero_ns`, like those of the rows. No text in it can end the element.
+std::string report_summary(const frame_fates& fates, std::uint64_t zero_ns,
+                           const std::vector<std::filesystem::path>& captures, bool named_fields,
+                           const std::vector<std::unique_ptr<report_stream>>& streams);
+
+} // namespace rtrange
