@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Sets everything up, builds and runs all tests: the DLL and the Windows package under Wine; natively with
 # ThreadSanitizer, with AddressSanitizer and UndefinedBehaviorSanitizer, with Clang, and as released.
-# Checks the sources with clang-tidy, and fuzzes for half a minute per target.
+# Opens reports in Chromium, checks the sources with clang-tidy, and fuzzes for half a minute per target.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/install-packages.sh --with-windows --with-clang
+scripts/install-packages.sh --with-windows --with-clang --with-browser
 scripts/build-windows-libraries.sh
+npm ci --prefix tests/browser
 
 presets=(windows threads sanitize clang linux)
 for preset in "${presets[@]}"; do

@@ -1,0 +1,25 @@
+// Captures for the tests, made with the program itself.
+
+import { execFileSync } from "node:child_process";
+import { readFileSync, writeFileSync } from "node:fs";
+
+const rtrange = process.env.RTRANGE;
+
+export function run_rtrange(...options) {
+  return execFileSync(rtrange, options, { encoding: "utf8" });
+}
+
+/** Leaves frames out of a capture: those for whose time, in seconds from the first, `keep` is false. */
+export function keep_frames(source, target, keep) {
+  const capture = readFileSync(source);
+  const kept = [capture.subarray(0, 24)];
+  let begin = null;
+  for (let at = 24; at < capture.length;) {
+    const time = capture.readUInt32LE(at) + capture.readUInt32LE(at + 4) * 1e-9;
+    const end = at + 16 + capture.readUInt32LE(at + 8);
+    begin ??= time;
+    if (keep(time - begin)) kept.push(capture.subarray(at, end));
+    at = end;
+  }
+  writeFileSync(target, Buffer.concat(kept));
+}

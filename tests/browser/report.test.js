@@ -1,0 +1,388 @@
+// What a user sees of a report, and does with it.
+
+import assert from "node:assert/strict";
+import { mkdirSync } from "node:fs";
+import { join } from "node:path";
+import { after, before, test } from "node:test";
+import {
+  drawn_plots,
+  launch,
+  next_drawing,
+  open_report,
+  point_on,
+  ranges,
+  temporary_folder,
+} from "./browser.js";
+import { keep_frames, run_rtrange } from "./captures.js";
+
+const folder = temporary_folder();
+const report_file = join(folder, "run.html");
+const screenshots = process.env.SCREENSHOTS;
+let browser;
+let page;
+
+before(async () => {
+  mkdirSync(screenshots, { recursive: true });
+  run_rtrange("simulate", join(folder, "whole.pcap"), "--duration", "60", "--targets", "3");
+  keep_frames(join(folder, "whole.pcap"), join(folder, "run.pcap"), (time) => time < 20 || time >= 22);
+  run_rtrange("report", join(folder, "run.pcap"), "--output", report_file);
+  browser = await launch();
+  page = await open_report(browser, report_file);
+});
+
+after(() => browser?.close());
+
+function assert_all_drawn(plots) {
+  assert.equal(plots.length, 11);
+  for (const { title, pixels } of plots) {
+    assert.equal(
+      Object.keys(pixels).length,
+      title === "Map" || !/range|collision/i.test(title) ? 4 : 3,
+      title,
+    );
+    const counts = Object.entries(pixels);
+    // The paths of the cars lie over one another, and so do some of the lines.
+    assert.ok(
+      counts.some(([, count]) => count > 100),
+      `${title}: ${JSON.stringify(pixels)}`,
+    );
+    for (const [unit, count] of counts)
+      if (/range$|Speed/.test(title)) assert.ok(count > 50, `${unit} in ${title}`);
+  }
+}
+
+for (const [width, height] of [
+  [1920, 1080],
+  [1366, 768],
+])
+  for (const scheme of ["light", "dark"])
+    test(`draws every plot at ${width}×${height}, ${scheme}, without an error or a request`, async () => {
+      const shown = await open_report(browser, report_file, { width, height, scheme });
+      assert_all_drawn(await drawn_plots(shown));
+      await shown.mouse.move(...(await point_on(shown, "Longitudinal range", 0.6, 0.5)));
+      await next_drawing(shown);
+      await shown.screenshot({ path: join(screenshots, `report-${width}x${height}-${scheme}.png`) });
+      assert.deepEqual(shown.faults, []);
+      await shown.close();
+    });
+
+test("switches between light and dark", async () => {
+  const background = () => page.evaluate(() => getComputedStyle(document.body).backgroundColor);
+  const light = await background();
+  await page.click("#theme");
+  await next_drawing(page);
+  assert.notEqual(await background(), light);
+  assert_all_drawn(await drawn_plots(page));
+  await page.click("#theme");
+  assert.equal(await background(), light);
+});
+
+test("names the run, the units, the fates of frames and the gaps", async () => {
+  const card = (title) => page.locator(`article[data-card="${title}"]`).innerText();
+  assert.equal(await page.locator("h1").innerText(), "run.pcap");
+  assert.match(await page.locator("#subtitle").innerText(), /2026-01-05 10:00:00\.000 UTC.*60\.0 s/);
+  const units = await card("Units identified");
+  for (const text of [/Hunter\s+195\.0\.0\.10/, /Target 1\s+195\.0\.0\.21/, /Target 3\s+195\.0\.0\.23/])
+    assert.match(units, text);
+  assert.match(await card("Frames"), /decoded[^]*116\s+foreign: not IPv4/);
+  const gaps = await card("Gaps and resets");
+  assert.match(gaps, /7 gaps/); // of NCOM from four units and range packets about three
+  assert.match(gaps, /Hunter, NCOM\s+19\.990 s\s+for 2\.010 s/);
+  assert.match(await card("Rows"), /Target 2\s+5.799 · 96\.7 Hz\s+5.800 · 96\.7 Hz/);
+  assert.match(await page.locator("footer").innerText(), /rtrange \d+\.\d+.*uPlot, MIT licence/);
+});
+
+test("breaks the lines at gaps", async () => {
+  const columns_with_line = () =>
+    page.evaluate(() => {
+      const plot = report.plots[0];
+      const { left, top, width, height } = plot.bbox;
+      const data = pixels_of(plot.ctx.canvas, left, top, width, height);
+      const is_coloured = (x, y) => Math.abs(data[4 * (y * width + x)] - data[4 * (y * width + x) + 2]) > 60;
+      return Array.from({ length: width }, (_, x) =>
+        Array.from({ length: height }, (_, y) => y).some((y) => is_coloured(x, y)),
+      );
+    });
+  for (const [from, to] of [
+    [0, 60],
+    [19.5, 22.5],
+    [19.98, 22.02],
+  ]) {
+    await page.evaluate(([begin, end]) => report.axis.show(begin, end), [from, to]);
+    await next_drawing(page);
+    const columns = await columns_with_line();
+    const at = (time) => columns[Math.round(((time - from) / (to - from)) * (columns.length - 1))];
+    assert.ok(!at(20.5) && !at(21) && !at(21.5), `in view: ${from} to ${to}`);
+    assert.ok(columns.includes(true));
+  }
+  await page.evaluate(() => report.axis.show_all());
+  await next_drawing(page);
+});
+
+test("zooms, pans and resets all plots together", async () => {
+  const span = async () => {
+    await next_drawing(page);
+    const all = await ranges(page);
+    for (const range of all) assert.deepEqual(range, all[0]);
+    return all[0];
+  };
+  const whole = await span();
+  const middle = await point_on(page, "Heading", 0.5, 0.5);
+  await page.locator('figure[data-plot="Heading"]').scrollIntoViewIfNeeded();
+  const over = await point_on(page, "Heading", 0.25, 0.5);
+  await page.mouse.move(...over);
+  await page.mouse.wheel(0, -300);
+  const zoomed = await span();
+  const quarter = ([from, to]) => from + 0.25 * (to - from);
+  assert.ok(zoomed[1] - zoomed[0] < 0.8 * (whole[1] - whole[0]));
+  assert.ok(Math.abs(quarter(zoomed) - quarter(whole)) < 0.3, "what is under the mouse stays there");
+
+  await page.keyboard.down("Shift");
+  await page.mouse.down();
+  await page.mouse.move(over[0] - 50, over[1], { steps: 4 });
+  await page.mouse.up();
+  await page.keyboard.up("Shift");
+  const panned = await span();
+  assert.ok(panned[0] > zoomed[0]);
+  assert.ok(Math.abs(panned[1] - panned[0] - (zoomed[1] - zoomed[0])) < 1e-6);
+
+  await page.mouse.dblclick(...over);
+  assert.deepEqual(await span(), whole);
+
+  await page.mouse.move(...over);
+  await page.mouse.down();
+  await page.mouse.move(...(await point_on(page, "Heading", 0.5, 0.5)), { steps: 4 });
+  await page.mouse.up();
+  const selected = await span();
+  assert.ok(
+    Math.abs(selected[0] - quarter(whole)) < 0.3 && Math.abs(selected[1] - (whole[0] + whole[1]) / 2) < 0.3,
+    `${selected}`,
+  );
+
+  await page.click("#reset");
+  assert.deepEqual(await span(), whole);
+  await page.focus("#plots");
+  await page.keyboard.press("+");
+  await page.keyboard.press("ArrowRight");
+  const with_keys = await span();
+  assert.ok(with_keys[0] > whole[0] && with_keys[1] - with_keys[0] < whole[1] - whole[0]);
+  await page.keyboard.press("0");
+  assert.deepEqual(await span(), whole);
+});
+
+test("shares one time cursor among all plots and the map", async () => {
+  await page.evaluate(() => scrollTo(0, 0));
+  await page.mouse.move(...(await point_on(page, "Longitudinal range", 0.5, 0.5)));
+  await next_drawing(page);
+  assert.match(
+    await page.locator("#readout").innerText(),
+    /^(29|30)\.\d{3} s  ·  2026-01-05 10:00:(29|30)\.\d{3} UTC$/,
+  );
+  const legends = await page.evaluate(() =>
+    report.plots.map((plot) =>
+      [...plot.root.querySelectorAll(".u-value")].slice(1).map((value) => value.textContent),
+    ),
+  );
+  for (const [i, values] of legends.entries())
+    if (i !== 4)
+      assert.ok(
+        values.every((value) => /^−?\d+(\.\d+)?$/.test(value)),
+        `${values}`,
+      );
+  // The hunter is where its values say, and the first target is ahead of it by its range.
+  const [hunter, target] = await page
+    .locator(".marker:visible")
+    .evaluateAll((markers) => markers.map((marker) => marker.getBoundingClientRect().y));
+  const metres_per_pixel = await page.evaluate(() => report.map.metres_per_pixel());
+  assert.ok(Math.abs((hunter - target) * metres_per_pixel - Number(legends[0][0])) < 2);
+  assert.equal(await page.locator(".marker:visible").count(), 4);
+  await page.mouse.move(2, 2);
+  await next_drawing(page);
+  assert.equal(await page.locator(".marker:visible").count(), 0);
+
+  // The end of the hunter's path, where the mouse on the map points to.
+  const end = await page.evaluate(() => {
+    const { map } = report;
+    const box = map.u.over.getBoundingClientRect();
+    const { values, north } = map.paths[0];
+    return [box.x + map.u.valToPos(values.at(-1), "x"), box.y + map.u.valToPos(north.at(-1), "y")];
+  });
+  await page.mouse.move(...end);
+  await next_drawing(page);
+  assert.match(await page.locator("#readout").innerText(), /^(59|6\d|5[5-9])\.\d{3} s/);
+  assert.match(
+    await page.locator('figure[data-plot="Lateral range rate"] .u-value').nth(1).innerText(),
+    /^−?\d/,
+  );
+  await page.mouse.move(2, 2);
+});
+
+test("hides a trace by its legend, with the mouse and with the keyboard", async () => {
+  const speed = async () => (await drawn_plots(page)).find(({ title }) => title.startsWith("Speed")).pixels;
+  const before_click = await speed();
+  const label = page.locator('figure[data-plot^="Speed"] .u-legend th', { hasText: "Target 2" });
+  await label.click();
+  await next_drawing(page);
+  const hidden = await speed();
+  assert.equal(hidden.target2, 0);
+  assert.ok(hidden.target1 > 50);
+  await label.press("Enter");
+  await next_drawing(page);
+  assert.equal((await speed()).target2, before_click.target2);
+});
+
+test("moves and zooms the map on its own", async () => {
+  await page.evaluate(() => scrollTo(0, 0));
+  const view = () => page.evaluate(() => [report.map.east, report.map.north, report.map.metres_per_pixel()]);
+  const time = await ranges(page);
+  const whole = await view();
+  const from = await point_on(page, "Map", 0.5, 0.5);
+  await page.mouse.move(...from);
+  await page.mouse.wheel(0, -400);
+  await page.mouse.down();
+  await page.mouse.move(from[0] + 40, from[1], { steps: 3 });
+  await page.mouse.up();
+  await next_drawing(page);
+  const moved = await view();
+  assert.ok(moved[2] < 0.8 * whole[2]);
+  assert.ok(Math.abs(moved[0] - (whole[0] - 40 * moved[2])) < 2 * moved[2]);
+  const scale = await page.evaluate(() =>
+    ["x", "y"].map(
+      (key) =>
+        (report.map.u.scales[key].max - report.map.u.scales[key].min) /
+        report.map.u.over[key === "x" ? "clientWidth" : "clientHeight"],
+    ),
+  );
+  assert.ok(Math.abs(scale[0] / scale[1] - 1) < 1e-6, "one scale for both directions");
+  await page.mouse.dblclick(...from);
+  assert.deepEqual(await view(), whole);
+  assert.deepEqual(await ranges(page), time);
+});
+
+test("keeps every peak when it thins, and draws no line across the wrap of an angle", async () => {
+  const result = await page.evaluate(() => {
+    const count = 200000;
+    const times = Float64Array.from({ length: count }, (_, i) => i / 100);
+    const values = Float32Array.from(times, (time) => Math.sin(time));
+    values[123456] = 50;
+    values[54321] = -50;
+    const [, thinned] = plot_data([make_trace("hunter", "", times, values, false)], 0, 2000, 700);
+    const headings = values.map((_, i) => (i / 500) % 360);
+    const [, angles] = plot_data([make_trace("hunter", "", times, headings, true)], 0, 2000, 700);
+    const exact = plot_data([make_trace("hunter", "", times, headings, true)], 1799, 1801, 700)[1];
+    const largest_step = (list) => {
+      let last = null;
+      let largest = 0;
+      for (const value of list) {
+        if (value === undefined) continue;
+        if (value !== null && last !== null) largest = Math.max(largest, Math.abs(value - last));
+        last = value;
+      }
+      return largest;
+    };
+    return {
+      points: thinned.length,
+      highest: Math.max(...thinned.filter((v) => v != null)),
+      lowest: Math.min(...thinned.filter((v) => v != null)),
+      steps: [largest_step(angles), largest_step(exact)],
+      exact: exact.length,
+    };
+  });
+  assert.deepEqual([result.points, result.highest, result.lowest], [2100, 50, -50]);
+  assert.ok(result.exact > 200 && result.exact < 210, `${result.exact} points of 200 in view`);
+  for (const step of result.steps) assert.ok(step < 10, `a step of ${step} degrees`);
+});
+
+test("plots named fields, also of RCOM", async () => {
+  run_rtrange(
+    "report",
+    join(folder, "run.pcap"),
+    "--output",
+    join(folder, "fields.html"),
+    "--fields",
+    "altitude,lane_d5",
+  );
+  const shown = await open_report(browser, join(folder, "fields.html"));
+  const plots = await drawn_plots(shown);
+  assert.deepEqual(
+    plots.map(({ title }) => title),
+    ["Map", "altitude", "lane_d5"],
+  );
+  assert.deepEqual(
+    plots.slice(1).map(({ pixels }) => Object.keys(pixels)),
+    [["hunter", "target1", "target2", "target3"], ["rcom"]],
+  );
+  const rows = await shown.evaluate(() => {
+    const { time, altitude } = columns_by_unit(report.streams).get("target1");
+    return {
+      count: time.length,
+      is_ascending: is_ascending(time),
+      values: altitude.filter((value) => value > 0).length,
+    };
+  });
+  // Range packets say nothing of the altitude before the first NCOM.
+  assert.deepEqual(rows, { count: 11599, is_ascending: true, values: 11598 });
+  assert.deepEqual(shown.faults, []);
+  await shown.close();
+});
+
+test("sorts out steps back in time", async () => {
+  keep_frames(join(folder, "whole.pcap"), join(folder, "late.pcap"), (time) => time > 30);
+  keep_frames(join(folder, "whole.pcap"), join(folder, "early.pcap"), (time) => time < 40);
+  run_rtrange(
+    "report",
+    join(folder, "late.pcap"),
+    join(folder, "early.pcap"),
+    "--output",
+    join(folder, "steps.html"),
+  );
+  const shown = await open_report(browser, join(folder, "steps.html"));
+  assert_all_drawn(await drawn_plots(shown));
+  assert.match(
+    await shown.locator('article[data-card="Gaps and resets"]').innerText(),
+    /1 reset: time steps back[^]*from\s+29\.9\d\d s\s+back to\s+−30\.0\d\d s/,
+  );
+  assert.ok(await shown.evaluate(() => report.streams.every(({ values }) => is_ascending(values.time))));
+  assert.deepEqual(shown.faults, []);
+  await shown.close();
+});
+
+test("says what is missing from a run", async () => {
+  keep_frames(join(folder, "whole.pcap"), join(folder, "start.pcap"), (time) => time < 1e-6);
+  const cases = [
+    ["start.pcap", [], "mix them", 1],
+    ["whole.pcap", ["--from", "100"], "the selection leaves nothing", 0],
+  ];
+  for (const [capture, options, text, plots] of cases) {
+    run_rtrange("report", join(folder, capture), "--output", join(folder, "poor.html"), ...options);
+    const shown = await open_report(browser, join(folder, "poor.html"));
+    assert.match(await shown.locator("body").innerText(), new RegExp(text));
+    assert.ok((await shown.locator("figure").count()) >= plots);
+    assert.deepEqual(shown.faults, []);
+    await shown.close();
+  }
+});
+
+test("stays quick over a long run", async () => {
+  run_rtrange("simulate", join(folder, "long.pcap"), "--duration", "1200");
+  run_rtrange("report", join(folder, "long.pcap"), "--output", join(folder, "long.html"));
+  const shown = await open_report(browser, join(folder, "long.html"));
+  const redraw_ms = (where) =>
+    where.evaluate(async () => {
+      const times = [];
+      for (let i = 0; i < 9; ++i) {
+        const begin = performance.now();
+        report.axis.redraw();
+        await new Promise((done) => queueMicrotask(done)); // where the plots draw
+        times.push(performance.now() - begin);
+      }
+      return times.sort((a, b) => a - b)[4];
+    });
+  const long = await redraw_ms(shown);
+  const short = await redraw_ms(page);
+  // Twenty times the points, but no more of them on the screen.
+  assert.ok(long < 10 * Math.max(short, 10), `${long} ms, ${short} ms for a minute`);
+  await shown.close();
+});
+
+test("has had no error and no request in all of this", () => assert.deepEqual(page.faults, []));
