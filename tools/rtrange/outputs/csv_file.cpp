@@ -30,6 +30,8 @@ char* format_decimal(double number, char* begin) {
     // Within these limits, the plain notation is never longer than the one with an exponent.
     if (!(magnitude >= 1e-3 && magnitude < 1e5))
         return nullptr;
+    // What this rounds the wrong way, the comparison refuses.
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings)
     const auto scaled = static_cast<std::uint64_t>(magnitude * scale + 0.5);
     // No two decimals of up to 15 digits are the same double, so this one is the shortest.
     if (static_cast<double>(scaled) / scale != magnitude)
