@@ -248,7 +248,7 @@ TEST_F(report, refuses_in_one_line_what_it_cannot_do) {
         {"report", 2, "CAPTURE is required"},
         {"report " + in_folder("missing.pcap"), 1, "No such file"},
         {"report " + in_folder("text.pcap") + " -o " + in_folder("old.html"), 1, "unknown file"},
-        {run + " -o " + in_folder("run.pcap"), 2, "give the report another name"},
+        {run + " -o " + in_folder("run.pcap"), 2, "give the output another name"},
         {run + " -o " + folder.string(), 1, "Is a directory"},
         {run + " -o /no/such/folder/run.html", 1, "No such file"},
         {run + " -o /dev/full", 1, "No space left"},

@@ -188,6 +188,7 @@ TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_do) {
         {"decode", 2, "CAPTURE or --interface is required"},
         {"decode " + example.string() + " --interface lo", 2, "CAPTURE excludes --interface"},
         {"decode " + example.string() + " --as xml", 2, "--as"},
+        {"decode " + example.string() + " --as hdf5 -o " + example.string(), 2, "is the capture"},
         {"decode " + example.string() + " -o " + in_folder("x.h5"), 2, "add --as hdf5"},
         {"decode " + example.string() + " --fields roll,headin", 2, "nearest name is 'heading'"},
         {"decode " + example.string() + " --units target5", 2, "nearest name is 'target"},

@@ -33,6 +33,7 @@ std::unique_ptr<record_output> create_output(const decode_options& options,
 
 int decode(const decode_options& options) {
     check_captures(options.run.captures);
+    check_output(options.output, options.run.captures);
     std::optional<live_capture> live;
     if (!options.interface_name.empty())
         live.emplace(options.interface_name);

@@ -38,6 +38,16 @@ void check_captures(const std::vector<std::filesystem::path>& captures) {
         capture_reader{file};
 }
 
+void check_output(const std::filesystem::path& output,
+                  const std::vector<std::filesystem::path>& captures) {
+    for (const auto& capture : captures) {
+        std::error_code ignored;
+        if (std::filesystem::equivalent(output, capture, ignored))
+            throw usage_failure(
+                fmt::format("'{}' is the capture; give the output another name", output.string()));
+    }
+}
+
 namespace {
 
 void decode_capture(const std::filesystem::path& file, decoding& run, record_output& output) {

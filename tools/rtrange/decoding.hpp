@@ -52,6 +52,10 @@ private:
 /// result.
 void check_captures(const std::vector<std::filesystem::path>& captures);
 
+/// Throws usage_failure when the output would take the place of one of the captures.
+void check_output(const std::filesystem::path& output,
+                  const std::vector<std::filesystem::path>& captures);
+
 /// Decodes the captures one after the other, as one run, until the end or an interruption. Gives
 /// what kept it from reading all of them to their end, one line each. Throws failure when there is
 /// no frame at all.

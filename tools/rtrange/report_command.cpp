@@ -1,7 +1,5 @@
 #include "tools/rtrange/report_command.hpp"
 
-#include <algorithm>
-
 #include <fmt/format.h>
 
 #include "tools/rtrange/decode_summary.hpp"
@@ -21,21 +19,11 @@ void check_fields(const selection& selection) {
                     fmt::format("a report draws numbers, and {} is an address", field.name));
 }
 
-/// A report named like a capture would take the place of it.
-void check_output(const report_command_options& options) {
-    for (const auto& capture : options.run.captures) {
-        std::error_code ignored;
-        if (std::filesystem::equivalent(options.output, capture, ignored))
-            throw usage_failure(fmt::format("'{}' is the capture; give the report another name",
-                                            options.output.string()));
-    }
-}
-
 } // namespace
 
 int report(const report_command_options& options) {
     check_captures(options.run.captures);
-    check_output(options);
+    check_output(options.output, options.run.captures);
     const bool named_fields = !options.run.selection.fields.empty();
     decoding run(options.run);
     if (named_fields)
