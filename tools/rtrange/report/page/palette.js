@@ -32,8 +32,7 @@ const unit_colours = {
 };
 
 function is_dark() {
-  const { theme } = document.documentElement.dataset;
-  return theme ? theme === "dark" : matchMedia("(prefers-color-scheme: dark)").matches;
+  return document.documentElement.dataset.theme === "dark";
 }
 
 function unit_colour(unit) {
@@ -45,17 +44,17 @@ function style_colour(name) {
   return getComputedStyle(document.documentElement).getPropertyValue(name).trim();
 }
 
-/** The button that switches between light and dark; `redraw` is called after each switch. */
+/** Light or dark follows the system and a button; `redraw` is called after each switch. */
 function start_theme(redraw) {
   const button = document.getElementById("theme");
-  const apply = () => {
+  const show = (theme) => {
+    document.documentElement.dataset.theme = theme;
     button.textContent = is_dark() ? "Light" : "Dark";
     redraw();
   };
-  button.addEventListener("click", () => {
-    document.documentElement.dataset.theme = is_dark() ? "light" : "dark";
-    apply();
-  });
-  matchMedia("(prefers-color-scheme: dark)").addEventListener("change", apply);
-  apply();
+  button.addEventListener("click", () => show(is_dark() ? "light" : "dark"));
+  matchMedia("(prefers-color-scheme: dark)").addEventListener("change", ({ matches }) =>
+    show(matches ? "dark" : "light"),
+  );
+  show(document.documentElement.dataset.theme);
 }
