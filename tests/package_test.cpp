@@ -200,6 +200,23 @@ TEST_F(windows_package, writes_hdf5_like_the_linux_build) {
     expect_same_datasets(scratch / "elsewhere/Läufe.h5", scratch / "native.h5", scratch / "native");
 }
 
+/// The numbers of a report, without the program's version and what draws them.
+std::string data_blocks(const fs::path& page) {
+    const std::string text = content(page);
+    const std::size_t begin = text.find("<script type=\"text/plain\"");
+    return text.substr(begin, text.find("id=\"summary\"") - begin);
+}
+
+TEST_F(windows_package, draws_the_numbers_of_the_linux_build) {
+    // 32 bits show nothing of the sines' last bits.
+    const result result = call(program, "report " + quoted(example) + " -o 'Läufe.html'");
+    ASSERT_EQ(result.exit_code, 0) << result.output;
+    run(RTRANGE " report " + quoted(example) + " -o " + quoted(scratch / "native.html"));
+    const std::string numbers = data_blocks(scratch / "elsewhere/Läufe.html");
+    EXPECT_GT(numbers.size(), 10'000U);
+    EXPECT_EQ(numbers, data_blocks(scratch / "native.html"));
+}
+
 TEST_F(windows_package, simulates_what_it_can_decode) {
     const result simulated = call(program, "simulate 'Läufe.pcap' --duration 2 --targets 1");
     ASSERT_EQ(simulated.exit_code, 0) << simulated.output;

@@ -75,7 +75,7 @@ void print_summary(const frame_fates& fates, const std::vector<written_table>& t
                    static_cast<double>(identification.time_ns - fates.first_time_ns) * 1e-9,
                    unit_and_address(message), repetitions(identification.count));
 
-    fmt::print("\nTables\n");
+    fmt::print("\nOutput\n");
     for (const written_table& table : tables)
         fmt::print("  {:>9} rows  {}\n", table.rows, table.place);
     if (tables.empty())
