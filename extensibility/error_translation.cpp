@@ -68,9 +68,7 @@ std::uint32_t translate_current_exception(Report report) {
 
 } // namespace
 
-void throw_if_failed(zel_error_details_t*& error) {
-    if (error == nullptr)
-        return;
+void throw_if_failure(zel_error_details_t*& error) {
     const std::unique_ptr<zel_error_details_t, error_details_deleter> owner(error);
     error = nullptr;
 
@@ -103,9 +101,8 @@ std::uint32_t code_of_current_exception() noexcept {
     return translate_current_exception([](std::uint32_t code, const char*) { return code; });
 }
 
-void check_argument(const void* argument, const char* name) {
-    if (argument == nullptr)
-        throw std::invalid_argument(std::string("argument '") + name + "' was not initialized");
+void throw_not_initialized(const char* name) {
+    throw std::invalid_argument(std::string("argument '") + name + "' was not initialized");
 }
 
 } // namespace zel::runtime

@@ -19,9 +19,15 @@ inline constexpr std::uint32_t file_exists = 0xA0030011;
 inline constexpr std::uint32_t invalid_argument = 0xA0030016;
 } // namespace error_code
 
+/// As throw_if_failed, for a record that is there.
+void throw_if_failure(zel_error_details_t*& error);
+
 /// Turns a host's error record into an exception. Null and code 1 throw nothing. The record is
 /// destroyed and `error` set to null in every case.
-void throw_if_failed(zel_error_details_t*& error);
+inline void throw_if_failed(zel_error_details_t*& error) {
+    if (error != nullptr)
+        throw_if_failure(error);
+}
 
 /// Reports the exception being handled through `error` and gives the status to return. Call it from
 /// a catch block only.
@@ -31,8 +37,14 @@ zel_status_t report_current_exception(zel_error_details_t** error) noexcept;
 /// catch block only.
 std::uint32_t code_of_current_exception() noexcept;
 
-/// Throws std::invalid_argument "argument '<name>' was not initialized" when `argument` is null.
-void check_argument(const void* argument, const char* name);
+/// Throws std::invalid_argument "argument '<name>' was not initialized".
+[[noreturn]] void throw_not_initialized(const char* name);
+
+/// Throws throw_not_initialized's exception when `argument` is null.
+inline void check_argument(const void* argument, const char* name) {
+    if (argument == nullptr)
+        throw_not_initialized(name);
+}
 
 /// Runs the body of an entry point; no exception leaves it. Gives 0, or the status of the exception
 /// that ended the body.

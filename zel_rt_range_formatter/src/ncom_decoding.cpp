@@ -38,8 +38,8 @@ void rt_range_formatter_base::process_ncom(const std::uint8_t* ncom, std::uint32
 }
 
 void rt_range_formatter_base::decode_time_and_motion(const std::uint8_t* ncom, std::uint32_t unit) {
-    constexpr double accel_scale = 10000.0; // 0.1 mm/s²
-    constexpr double rate_scale = 100000.0; // 0.01 mrad/s
+    constexpr short_divisor accel_scale = 10000.0; // 0.1 mm/s²
+    constexpr short_divisor rate_scale = 100000.0; // 0.01 mrad/s
 
     ncom_unit_record& record = unit_record(unit);
     const std::uint32_t time = read_unsigned(ncom + ncom_byte::time, 2);
@@ -66,8 +66,8 @@ void rt_range_formatter_base::decode_time_and_motion(const std::uint8_t* ncom, s
 
 void rt_range_formatter_base::decode_position_and_orientation(const std::uint8_t* ncom,
                                                               ncom_unit_record& record) {
-    constexpr double velocity_scale = 10000.0; // 0.1 mm/s
-    constexpr double angle_scale = 1000000.0;  // 1 µrad
+    constexpr short_divisor velocity_scale = 10000.0; // 0.1 mm/s
+    constexpr short_divisor angle_scale = 1000000.0;  // 1 µrad
 
     record.latitude = to_degrees(read_float(ncom + ncom_byte::latitude, 8));
     record.longitude = to_degrees(read_float(ncom + ncom_byte::longitude, 8));

@@ -17,21 +17,21 @@ constexpr const char* lane_function =
     "zel::toolbox::rt_range::rt_range_formatter_base::rcom_process_frame_lane_packet";
 
 /// Decodes `count` consecutive 16-bit fields into D values from `first` on.
-void decode_run(const std::uint8_t* bytes, std::size_t count, double divisor, std::size_t first,
-                rcom_unit_record& record) {
+void decode_run(const std::uint8_t* bytes, std::size_t count, short_divisor divisor,
+                std::size_t first, rcom_unit_record& record) {
     for (std::size_t i = 0; i < count; ++i)
         record.lane_values[first + i] = scaled_signed(bytes + 2 * i, 2, divisor);
 }
 
 /// Decodes a 16-bit field into a D value, and its multiple into the D value after it.
-void decode_with_multiple(const std::uint8_t* bytes, double divisor, double factor, std::size_t d,
-                          rcom_unit_record& record) {
+void decode_with_multiple(const std::uint8_t* bytes, short_divisor divisor, double factor,
+                          std::size_t d, rcom_unit_record& record) {
     record.lane_values[d] = scaled_signed(bytes, 2, divisor);
     record.lane_values[d + 1] = record.lane_values[d] * factor;
 }
 
 /// As above, for the two fields whose second slot holds thousandths.
-void decode_with_thousandth(const std::uint8_t* bytes, double divisor, std::size_t d,
+void decode_with_thousandth(const std::uint8_t* bytes, short_divisor divisor, std::size_t d,
                             rcom_unit_record& record) {
     record.lane_values[d] = scaled_signed(bytes, 2, divisor);
     record.lane_values[d + 1] = record.lane_values[d] / 1000.0;
@@ -51,7 +51,7 @@ void decode_lane_packet(const std::uint8_t* frame, rcom_unit_record& record) {
     record.lane_word_4 = read_unsigned(frame + 4, 2);
     record.lane_byte_6 = frame[6];
     record.lane_byte_7 = frame[7];
-    record.lane_values[0] = scaled_signed(frame + 8, 4, -1000.0);
+    record.lane_values[0] = scaled_signed_32(frame + 8, -1000.0);
     decode_run(frame + 12, 1, -1000.0, 1, record);
     decode_with_multiple(frame + 14, -100.0, kmh_per_mps, 29, record);
     decode_with_thousandth(frame + 16, -10.0, 49, record);
