@@ -153,7 +153,42 @@ TEST_F(rtrange_program, writes_the_selection_alone) {
                  "the selection leaves nothing"));
 }
 
+TEST_F(rtrange_program, keeps_an_earlier_result_if_there_is_no_new_one) {
+    write(folder / "none.pcap", content(example).substr(0, 24));
+    write(folder / "cut.pcap", content(example).substr(0, 60));
+    fs::create_directories(folder / "tables");
+    const struct {
+        std::string command;
+        fs::path earlier;
+    } cases[] = {
+        {"decode -o " + in_folder("tables"), folder / "tables/hunter.csv"},
+        {"decode --as hdf5 -o " + in_folder("run.h5"), folder / "run.h5"},
+        {"report -o " + in_folder("run.html"), folder / "run.html"},
+    };
+    for (const auto& [command, earlier] : cases) {
+        write(earlier, "earlier");
+        for (const char* const capture : {"none.pcap", "cut.pcap", "missing.pcap"})
+            EXPECT_EQ(rtrange(command + " " + in_folder(capture)).exit_code, 1) << capture;
+        if (command.starts_with("decode"))
+            rtrange(command + " --from 100 " + example.string());
+        EXPECT_EQ(content(earlier), "earlier") << command;
+    }
+}
+
+TEST_F(rtrange_program, reads_a_pipe_and_takes_a_capture_behind_a_list) {
+    const result result = rtrange("decode -o " + in_folder("out") +
+                                  " --fields roll,pitch /dev/stdin < " + example.string());
+    EXPECT_EQ(result.exit_code, 0) << result.output;
+    EXPECT_TRUE(contains(result.output, "260 frames")) << result.output;
+    const std::string piped = "decode /dev/stdin -o " + in_folder("piped") + " --fields roll,pitch";
+    std::system(("cat " + example.string() + " | " RTRANGE " " + piped + " > /dev/null").c_str());
+    EXPECT_EQ(content(folder / "piped/hunter.csv"), content(folder / "out/hunter.csv"));
+}
+
 TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_do) {
+    fs::create_directories(folder / "run.csv");
+    fs::copy_file(example, folder / "run.csv/hunter.csv");
+    write(folder / "run.pcap.gz", "\x1f\x8b, and so on, and so on");
     write(folder / "empty.pcap", "");
     write(folder / "text.pcap", "this is no capture at all, just a text");
     write(folder / "none.pcap", content(example).substr(0, 24));
@@ -197,8 +232,15 @@ TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_do) {
         {"decode " + example.string() + " --to -1", 2, "is no time"},
         {"decode " + example.string() + " --format zel.can", 2, "--format"},
         {"simulate x.pcap --targets 5", 2, "--targets"},
-        {"nonsense", 2, "subcommand"},
-        {"", 2, "subcommand"},
+        {"nonsense", 2, "not expected: nonsense"},
+        {"", 2, "name a command"},
+        {"decode --interface ''", 2, "--interface"},
+        {"decode " + example.string() + " --from 5 --to 3", 2, "--from has to be before --to"},
+        {"decode " + example.string() + " --fields source", 2, "always there"},
+        {"decode " + in_folder("run.csv/hunter.csv") + " -o " + in_folder("run.csv"), 2,
+         "is the capture"},
+        {"decode " + in_folder("run.pcap.gz"), 1, "unpack it first"},
+        {"simulate x.pcap --seed -1", 2, "--seed"},
     };
     for (const auto& wrong : cases) {
         const result result = rtrange(wrong.arguments);

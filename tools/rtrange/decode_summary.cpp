@@ -77,7 +77,7 @@ void print_summary(const frame_fates& fates, const std::vector<written_table>& t
 
     fmt::print("\nOutput\n");
     for (const written_table& table : tables)
-        fmt::print("  {:>9} rows  {}\n", table.rows, table.place);
+        fmt::print("  {:>9} {}  {}\n", table.rows, table.rows == 1 ? "row" : "rows", table.place);
     if (tables.empty())
         fmt::print("  none: {}\n", reason_for_no_table(fates));
 }

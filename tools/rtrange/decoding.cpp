@@ -1,11 +1,11 @@
 #include "tools/rtrange/decoding.hpp"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 
 #include <fmt/format.h>
 
-#include "tools/rtrange/captures/capture_reader.hpp"
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/interruption.hpp"
 #include "tools/rtrange/progress_bar.hpp"
@@ -33,9 +33,15 @@ void decoding::decode(const captured_frame& frame, record_output& output) {
     fates_.end_frame(frame, rows_.size());
 }
 
-void check_captures(const std::vector<std::filesystem::path>& captures) {
+std::vector<capture_reader> open_captures(const std::vector<std::filesystem::path>& captures) {
+    std::vector<capture_reader> readers;
     for (const auto& file : captures)
-        capture_reader{file};
+        readers.emplace_back(file);
+    if (!readers.empty() && std::ranges::none_of(readers, &capture_reader::has_frames)) {
+        readers.front().next(); // which throws if there is more than nothing
+        throw failure(fmt::format("there are no frames in '{}'", captures.front().string()));
+    }
+    return readers;
 }
 
 void check_output(const std::filesystem::path& output,
@@ -50,14 +56,15 @@ void check_output(const std::filesystem::path& output,
 
 namespace {
 
-void decode_capture(const std::filesystem::path& file, decoding& run, record_output& output) {
+void decode_capture(capture_reader& capture, decoding& run, record_output& output) {
     constexpr std::uint64_t frames_per_update = 1024;
+    const std::filesystem::path& file = capture.path();
     std::printf("Decoding %s\n", file.string().c_str()); // whether or not anybody reads it
     std::fflush(stdout);
-    capture_reader capture(file);
-    std::error_code ignored;
+    std::error_code unknown_size;
+    const std::uintmax_t size = std::filesystem::file_size(file, unknown_size);
     progress_bar progress(fmt::format("Decoding {}", file.filename().string()),
-                          std::filesystem::file_size(file, ignored));
+                          unknown_size ? 0 : size);
     std::uint64_t frames = 0;
     while (const auto frame = capture.next()) {
         run.decode(*frame, output);
@@ -72,22 +79,18 @@ void decode_capture(const std::filesystem::path& file, decoding& run, record_out
 
 } // namespace
 
-std::vector<std::string> decode_captures(const std::vector<std::filesystem::path>& captures,
-                                         decoding& run, record_output& output) {
+std::vector<std::string> decode_captures(std::vector<capture_reader>& captures, decoding& run,
+                                         record_output& output) {
     std::vector<std::string> faults;
-    for (const auto& file : captures) {
+    for (capture_reader& capture : captures) {
         if (interrupted())
             break;
         try {
-            decode_capture(file, run, output);
+            decode_capture(capture, run, output);
         } catch (const broken_capture& error) {
             faults.emplace_back(error.what());
         }
     }
-    if (run.fates().frames == 0)
-        throw failure(faults.empty()
-                          ? fmt::format("there are no frames in '{}'", captures.back().string())
-                          : faults.front());
     return faults;
 }
 

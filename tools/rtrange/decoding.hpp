@@ -7,7 +7,7 @@
 
 #include "host/loader/plugin.hpp"
 #include "host/loader/raw_frames.hpp"
-#include "tools/rtrange/captures/captured_frame.hpp"
+#include "tools/rtrange/captures/capture_reader.hpp"
 #include "tools/rtrange/frame_fates.hpp"
 #include "tools/rtrange/outputs/record_output.hpp"
 #include "tools/rtrange/selection.hpp"
@@ -48,18 +48,17 @@ private:
     std::vector<record_row> rows_;
 };
 
-/// Throws failure when one of the files is no capture, so that a wrong name costs nobody an earlier
-/// result.
-void check_captures(const std::vector<std::filesystem::path>& captures);
+/// Opens all captures before anything is written, so that a wrong name costs nobody an earlier
+/// result. Throws failure when one of the files is no capture, or none of them has a frame.
+std::vector<capture_reader> open_captures(const std::vector<std::filesystem::path>& captures);
 
 /// Throws usage_failure when the output would take the place of one of the captures.
 void check_output(const std::filesystem::path& output,
                   const std::vector<std::filesystem::path>& captures);
 
 /// Decodes the captures one after the other, as one run, until the end or an interruption. Gives
-/// what kept it from reading all of them to their end, one line each. Throws failure when there is
-/// no frame at all.
-std::vector<std::string> decode_captures(const std::vector<std::filesystem::path>& captures,
-                                         decoding& run, record_output& output);
+/// what kept it from reading all of them to their end, one line each.
+std::vector<std::string> decode_captures(std::vector<capture_reader>& captures, decoding& run,
+                                         record_output& output);
 
 } // namespace rtrange

@@ -12,6 +12,12 @@
 namespace rtrange {
 namespace {
 
+/// Nanoseconds since 1970, as frames are stamped with.
+std::uint64_t now_ns() {
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    return static_cast<std::uint64_t>(std::chrono::nanoseconds(now).count());
+}
+
 /// Decodes until somebody or something ends it.
 void decode_all(live_capture& capture, decoding& run, record_output& output) {
     using clock = std::chrono::steady_clock;
@@ -19,11 +25,11 @@ void decode_all(live_capture& capture, decoding& run, record_output& output) {
     auto next_update = clock::now();
     while (!interrupted()) {
         const auto frame = capture.next();
-        if (frame) {
-            if (run.fates().frames > 0 && run.selection().ends_before(frame->time_ns))
-                return;
+        const std::uint64_t time_ns = frame ? frame->time_ns : now_ns();
+        if (run.fates().frames > 0 && run.selection().ends_before(time_ns))
+            return;
+        if (frame)
             run.decode(*frame, output);
-        }
         if (clock::now() < next_update)
             continue;
         next_update += std::chrono::seconds(1);

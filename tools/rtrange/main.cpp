@@ -34,9 +34,11 @@ using namespace rtrange;
 void add_selection(CLI::App& command, selection_options& options) {
     command.add_option("--fields", options.fields, "Only these fields, for example heading,roll")
         ->delimiter(',')
+        ->allow_extra_args(false) // a capture may come next
         ->check(fault_of_field, "NAME");
     command.add_option("--units", options.units, "Only these: hunter, target1 to target4, rcom")
         ->delimiter(',')
+        ->allow_extra_args(false)
         ->check(fault_of_unit, "NAME");
     command.add_option("--from", options.from, "Only what is not before this time")
         ->check(fault_of_time, "TIME");
@@ -64,6 +66,7 @@ CLI::App* add_decode(CLI::App& app, decode_options& options) {
         command
             ->add_option("-i,--interface", options.interface_name,
                          "Decode live from this network interface until Ctrl-C")
+            ->check([](const std::string& name) { return name.empty() ? "name one" : ""; }, "NAME")
             ->excludes(captures);
     command->add_option("--as", options.kind, "Output: a folder of CSV tables, or one HDF5 file")
         ->check(CLI::IsMember({"csv", "hdf5"}))
@@ -105,14 +108,15 @@ CLI::App* add_simulate(CLI::App& app, simulate_options& options) {
         ->add_option("--wrapped-every", traffic.wrapped_every,
                      "Wrap every n-th target NCOM packet in RCOM; 0 wraps none")
         ->capture_default_str();
-    command->add_option("--seed", traffic.seed, "Same seed, same bytes")->capture_default_str();
+    command->add_option("--seed", traffic.seed, "Same seed, same bytes")
+        ->check(CLI::Range(std::uint64_t{0}, std::uint64_t{UINT32_MAX}))
+        ->capture_default_str();
     return command;
 }
 
 int run(std::vector<std::string> arguments) {
     CLI::App app("Decodes network captures of an RT-Range hunter/target system.", "rtrange");
     app.set_version_flag("--version", ZEL_VERSION);
-    app.require_subcommand(1);
     app.allow_windows_style_options(false); // a slash begins a path
 
     decode_options decoding;
@@ -145,6 +149,8 @@ int run(std::vector<std::string> arguments) {
         return exit_usage;
     }
 
+    if (app.get_subcommands().empty())
+        throw usage_failure("name a command; 'rtrange --help' shows what is possible");
     for (run_options* const options : {&decoding.run, &reporting.run})
         if (options->plugin.empty())
             options->plugin = default_plugin_file();
@@ -178,6 +184,14 @@ int main(int argc, char** argv) {
     } catch (const usage_failure& error) {
         std::fprintf(stderr, "rtrange: %s\n", error.what());
         return exit_usage;
+    } catch (const std::filesystem::filesystem_error& error) {
+        std::fprintf(stderr, "rtrange: %s\n", error.what());
+        return exit_failure;
+    } catch (const std::system_error& error) {
+        // Nothing else throws it than a print.
+        std::fprintf(stderr, "rtrange: cannot write to standard output: %s\n",
+                     error.code().message().c_str());
+        return exit_failure;
     } catch (const std::exception& error) {
         std::fflush(stdout);
         std::fprintf(stderr, "rtrange: %s\n", error.what()); // which does not throw once more

@@ -22,7 +22,7 @@ void check_fields(const selection& selection) {
 } // namespace
 
 int report(const report_command_options& options) {
-    check_captures(options.run.captures);
+    auto captures = open_captures(options.run.captures);
     check_output(options.output, options.run.captures);
     const bool named_fields = !options.run.selection.fields.empty();
     decoding run(options.run);
@@ -31,7 +31,7 @@ int report(const report_command_options& options) {
     report_output output({options.output, options.run.captures, named_fields}, run.selection(),
                          run.fates());
     catch_interruptions();
-    const auto faults = decode_captures(options.run.captures, run, output);
+    const auto faults = decode_captures(captures, run, output);
     output.close();
     print_summary(run.fates(), output.tables());
     fmt::print("\nTo see the run, open {} in a browser\n",

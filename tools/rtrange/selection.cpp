@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include "tools/rtrange/failure.hpp"
 #include "zel_rt_range_formatter/fields/ncom_fields.hpp"
 #include "zel_rt_range_formatter/fields/rcom_fields.hpp"
 
@@ -68,6 +69,8 @@ std::vector<field> fields_with_names(std::span<const field> fields,
 } // namespace
 
 std::string fault_of_field(const std::string& name) {
+    if (name == "reference_timestamp" || name == "source")
+        return fmt::format("'{}' is always there; name other fields", name);
     std::vector<std::string_view> all;
     for (const std::span<const field> fields : {ncom_fields(), rcom_fields()})
         for (const field& field : fields)
@@ -98,6 +101,8 @@ selection::selection(const selection_options& options) {
         from_ = parse_time(options.from).value();
     if (!options.to.empty())
         to_ = parse_time(options.to).value();
+    if (from_.since_begin == to_.since_begin && from_.time_ns >= to_.time_ns)
+        throw usage_failure("--from has to be before --to");
 }
 
 std::span<const field> selection::fields(std::size_t table) const {

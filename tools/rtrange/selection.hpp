@@ -27,7 +27,8 @@ std::string fault_of_time(const std::string& text);
 /// Chooses rows by unit and time, and fields by name.
 class selection {
 public:
-    /// The options have no faults.
+    /// The options have no faults of their own. Throws usage_failure when the run would have to end
+    /// before it begins.
     explicit selection(const selection_options& options);
 
     /// The selected fields of a table, in the order in which they were asked for. A table without

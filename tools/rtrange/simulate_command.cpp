@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include "tools/rtrange/captures/capture_writer.hpp"
+#include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/interruption.hpp"
 #include "tools/rtrange/progress_bar.hpp"
 
 namespace rtrange {
@@ -14,12 +16,13 @@ void simulate(const simulate_options& options) {
     std::fflush(stdout);
 
     capture_writer capture(options.output);
+    catch_interruptions();
     const zel::simulation::scenario scenario(traffic.seed, traffic.targets);
     const std::uint64_t ticks = tick_count(traffic);
     std::uint64_t frames = 0;
     {
         progress_bar progress("Simulating", ticks);
-        for (std::uint64_t tick = 0; tick < ticks; ++tick) {
+        for (std::uint64_t tick = 0; tick < ticks && !interrupted(); ++tick) {
             send_tick(traffic, scenario, tick,
                       [&](std::uint64_t time_ns, std::span<const std::uint8_t> frame) {
                           capture.write(time_ns, frame);
@@ -29,6 +32,9 @@ void simulate(const simulate_options& options) {
         }
     }
     capture.close();
+    if (interrupted())
+        throw failure(fmt::format("interrupted; '{}' holds the first {} frames",
+                                  options.output.string(), frames));
     fmt::print("{} frames in {}\n", frames, options.output.string());
 }
 

@@ -1,16 +1,29 @@
 #include "tools/rtrange/captures/capture_reader.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
+#include <string_view>
 #include <type_traits>
+#include <utility>
 
 #include <fmt/format.h>
 #include <pcap/pcap.h>
 
+#include "tools/rtrange/captures/pcap_reason.hpp"
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/platform.hpp"
 
 namespace rtrange {
+
+namespace {
+
+bool is_compressed_name(const std::filesystem::path& file) {
+    constexpr std::array<std::string_view, 4> extensions{".gz", ".xz", ".bz2", ".zst"};
+    return std::ranges::find(extensions, file.extension().string()) != extensions.end();
+}
+
+} // namespace
 
 void capture_reader::closer::operator()(pcap* capture) const {
     pcap_close(capture);
@@ -28,8 +41,9 @@ capture_reader::capture_reader(const std::filesystem::path& file) : file_(file) 
     capture_.reset(pcap_open_offline_with_tstamp_precision(
         file.string().c_str(), PCAP_TSTAMP_PRECISION_NANO, reason.data()));
     if (capture_ == nullptr)
-        throw failure(fmt::format("cannot read '{}' as a pcap or pcapng capture: {}", file.string(),
-                                  reason.data()));
+        throw failure(fmt::format("cannot read '{}' as a pcap or pcapng capture: {}{}",
+                                  file.string(), without_name(reason.data(), file),
+                                  is_compressed_name(file) ? "; unpack it first" : ""));
     const int link_type = pcap_datalink(capture_.get());
     if (link_type != DLT_EN10MB) {
         const char* const name = pcap_datalink_val_to_name(link_type);
@@ -37,32 +51,35 @@ capture_reader::capture_reader(const std::filesystem::path& file) : file_(file) 
             "'{}' holds frames of link type {}, not Ethernet; record on an Ethernet interface",
             file.string(), name != nullptr ? name : std::to_string(link_type)));
     }
+    first_result_ = read();
+}
+
+int capture_reader::read() {
+    return pcap_next_ex(capture_.get(), &header_, &bytes_);
 }
 
 std::optional<captured_frame> capture_reader::next() {
-    pcap_pkthdr* header = nullptr;
-    const u_char* bytes = nullptr;
-    const int result = pcap_next_ex(capture_.get(), &header, &bytes);
+    const int result = std::exchange(first_is_due_, false) ? first_result_ : read();
     if (result == PCAP_ERROR_BREAK)
         return std::nullopt;
     if (result != 1)
         throw broken_capture(fmt::format("'{}' is broken after frame {}: {}", file_.string(),
                                          frames_, pcap_geterr(capture_.get())));
     ++frames_;
-    using seconds_type = decltype(header->ts.tv_sec);
+    using seconds_type = decltype(header_->ts.tv_sec);
     // Where they have 32 bits, they count without a sign and beyond 2038.
-    if (sizeof(seconds_type) == 8 && header->ts.tv_sec < 0)
+    if (sizeof(seconds_type) == 8 && header_->ts.tv_sec < 0)
         throw broken_capture(
             fmt::format("'{}' has a time before 1970 at frame {}; set the clock of "
                         "the recorder",
                         file_.string(), frames_));
     // With nanosecond precision, tv_usec counts nanoseconds.
     const auto seconds =
-        std::uint64_t{static_cast<std::make_unsigned_t<seconds_type>>(header->ts.tv_sec)};
-    const auto nanoseconds = static_cast<std::uint64_t>(header->ts.tv_usec);
+        std::uint64_t{static_cast<std::make_unsigned_t<seconds_type>>(header_->ts.tv_sec)};
+    const auto nanoseconds = static_cast<std::uint64_t>(header_->ts.tv_usec);
     return captured_frame{seconds * 1'000'000'000 + nanoseconds,
-                          {bytes, header->caplen},
-                          header->caplen < header->len};
+                          {bytes_, header_->caplen},
+                          header_->caplen < header_->len};
 }
 
 std::uint64_t capture_reader::position() const {

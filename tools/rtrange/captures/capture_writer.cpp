@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 #include <pcap/pcap.h>
 
+#include "tools/rtrange/captures/pcap_reason.hpp"
 #include "tools/rtrange/failure.hpp"
 
 namespace rtrange {
@@ -27,8 +28,8 @@ capture_writer::capture_writer(const std::filesystem::path& file)
                                   file.string()));
     dumper_.reset(pcap_dump_open(capture_.get(), file.string().c_str()));
     if (dumper_ == nullptr)
-        throw failure(
-            fmt::format("cannot write '{}': {}", file.string(), pcap_geterr(capture_.get())));
+        throw failure(fmt::format("cannot write '{}': {}", file.string(),
+                                  without_name(pcap_geterr(capture_.get()), file)));
 }
 
 void capture_writer::write(std::uint64_t time_ns, std::span<const std::uint8_t> frame) {

@@ -19,7 +19,7 @@ public:
     explicit live_capture(const std::string& name);
 
     /// The next frame; nothing when there is none at the moment, after a short wait. Throws
-    /// broken_capture when there won't be another, for example because the interface went down.
+    /// broken_capture when there won't be another, for example because the interface is gone.
     std::optional<captured_frame> next();
 
     const std::string& interface_name() const { return interface_; }

@@ -24,16 +24,18 @@ void csv_output::write(const record_row& row) {
 }
 
 void csv_output::close() {
+    if (tables().empty())
+        return;
     for (std::size_t table = 0; table < record_table_count; ++table) {
         if (files_[table] != nullptr) {
             files_[table]->close();
             continue;
         }
         std::error_code error;
-        std::filesystem::remove(file_of(table), error);
+        std::filesystem::remove(file_of(folder_, table), error);
         if (error)
             throw failure(fmt::format("cannot remove '{}' of an earlier run: {}",
-                                      file_of(table).string(), error.message()));
+                                      file_of(folder_, table).string(), error.message()));
     }
 }
 
@@ -45,15 +47,15 @@ std::vector<written_table> csv_output::tables() const {
     return result;
 }
 
-std::filesystem::path csv_output::file_of(std::size_t table) const {
-    return folder_ / fmt::format("{}.csv", record_tables()[table].name);
+std::filesystem::path csv_output::file_of(const std::filesystem::path& folder, std::size_t table) {
+    return folder / fmt::format("{}.csv", record_tables()[table].name);
 }
 
 csv_file& csv_output::open(std::size_t table) {
     std::vector<std::string_view> leading_columns{"reference_timestamp"};
     if (record_tables()[table].has_source)
         leading_columns.emplace_back("source");
-    files_[table] = std::make_unique<csv_file>(file_of(table), leading_columns,
+    files_[table] = std::make_unique<csv_file>(file_of(folder_, table), leading_columns,
                                                selection_.fields(table), record_size(table));
     return *files_[table];
 }

@@ -18,15 +18,18 @@ public:
     /// the output.
     csv_output(const std::filesystem::path& folder, const selection& selection);
 
+    /// The file of a table.
+    static std::filesystem::path file_of(const std::filesystem::path& folder, std::size_t table);
+
     void write(const record_row& row) override;
 
-    /// Also removes the tables that an earlier run left and this one has no rows for.
+    /// Also removes the tables that an earlier run left and this one has no rows for, unless this
+    /// one has no rows at all.
     void close() override;
 
     std::vector<written_table> tables() const override;
 
 private:
-    std::filesystem::path file_of(std::size_t table) const;
     csv_file& open(std::size_t table);
 
     std::filesystem::path folder_;

@@ -1,14 +1,15 @@
 #include "tools/rtrange/outputs/hdf5_handle.hpp"
 
-#include <fmt/format.h>
+#include <cerrno>
+#include <cstring>
 
-#include "tools/rtrange/failure.hpp"
+#include <fmt/format.h>
 
 namespace rtrange {
 namespace {
 
 [[noreturn]] void fail(const char* what) {
-    throw failure(fmt::format("cannot write the HDF5 file ({}); is the disk full?", what));
+    throw hdf5_error(fmt::format("{}: {}", what, std::strerror(errno)));
 }
 
 } // namespace

@@ -38,29 +38,43 @@ hdf5_handle bounded_metadata_cache() {
 }
 
 hdf5_handle create_file(const std::filesystem::path& file) {
+    // When a file cannot be written, the library would try again at the end of the program, and
+    // crash.
+    H5dont_atexit();
     H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr); // its error stack means nothing to users
     check_writable(file);
-    return {H5Fcreate(file.string().c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, bounded_metadata_cache()),
-            "creating it"};
+    hdf5_handle handle(
+        H5Fcreate(file.string().c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, bounded_metadata_cache()),
+        "creating it");
+    set_hdf5_attribute(handle, "creator", "rtrange " ZEL_VERSION);
+    return handle;
 }
 
 } // namespace
 
 hdf5_output::hdf5_output(const std::filesystem::path& file, const selection& selection)
-    : path_(file), selection_(selection), file_(create_file(file)) {
-    set_hdf5_attribute(file_, "creator", "rtrange " ZEL_VERSION);
-}
+    : path_(file), selection_(selection) {}
 
 void hdf5_output::write(const record_row& row) {
-    hdf5_table& table = tables_[row.table] != nullptr ? *tables_[row.table] : open(row.table);
-    table.write(row);
+    try {
+        hdf5_table& table = tables_[row.table] != nullptr ? *tables_[row.table] : open(row.table);
+        table.write(row);
+    } catch (const hdf5_error& error) {
+        fail(error);
+    }
 }
 
 void hdf5_output::close() {
-    for (const auto& table : tables_)
-        if (table != nullptr)
-            table->close();
-    file_.close();
+    if (!file_)
+        return;
+    try {
+        for (const auto& table : tables_)
+            if (table != nullptr)
+                table->close();
+        file_->close();
+    } catch (const hdf5_error& error) {
+        fail(error);
+    }
 }
 
 std::vector<written_table> hdf5_output::tables() const {
@@ -73,8 +87,14 @@ std::vector<written_table> hdf5_output::tables() const {
 }
 
 hdf5_table& hdf5_output::open(std::size_t table) {
-    tables_[table] = std::make_unique<hdf5_table>(file_, table, selection_.fields(table));
+    if (!file_)
+        file_.emplace(create_file(path_));
+    tables_[table] = std::make_unique<hdf5_table>(*file_, table, selection_.fields(table));
     return *tables_[table];
+}
+
+void hdf5_output::fail(const hdf5_error& error) const {
+    throw failure(fmt::format("cannot write '{}': {}", path_.string(), error.what()));
 }
 
 } // namespace rtrange

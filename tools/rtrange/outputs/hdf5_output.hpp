@@ -4,6 +4,7 @@
 #include <array>
 #include <filesystem>
 #include <memory>
+#include <optional>
 
 #include "tools/rtrange/outputs/hdf5_handle.hpp"
 #include "tools/rtrange/outputs/hdf5_table.hpp"
@@ -15,8 +16,7 @@ namespace rtrange {
 /// Writes one file with a group per table: /hunter, /hunter_samples, ..., /rcom.
 class hdf5_output final : public record_output {
 public:
-    /// Creates the file. Throws failure when that is not possible. The selection has to outlive the
-    /// output.
+    /// The file is created with the first row. The selection has to outlive the output.
     hdf5_output(const std::filesystem::path& file, const selection& selection);
 
     void write(const record_row& row) override;
@@ -25,10 +25,11 @@ public:
 
 private:
     hdf5_table& open(std::size_t table);
+    [[noreturn]] void fail(const hdf5_error& error) const;
 
     std::filesystem::path path_;
     const selection& selection_;
-    hdf5_handle file_;
+    std::optional<hdf5_handle> file_;
     std::array<std::unique_ptr<hdf5_table>, record_table_count> tables_;
 };
 

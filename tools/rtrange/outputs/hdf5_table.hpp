@@ -14,15 +14,15 @@ namespace rtrange {
 /// extendible; each has the attributes "unit" and "description".
 class hdf5_table {
 public:
-    /// Creates the group of a table and its datasets for the fields. Throws failure when that is
+    /// Creates the group of a table and its datasets for the fields. Throws hdf5_error when that is
     /// not possible.
     hdf5_table(hid_t file, std::size_t table,
                std::span<const zel::toolbox::rt_range::field> fields);
 
-    /// Appends a row. Throws failure when it cannot be written.
+    /// Appends a row. Throws hdf5_error when it cannot be written.
     void write(const record_row& row);
 
-    /// Completes the datasets. Throws failure when that is not possible.
+    /// Completes the datasets. Throws hdf5_error when that is not possible.
     void close();
 
     std::uint64_t rows() const { return rows_; }
