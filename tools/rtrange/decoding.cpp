@@ -35,6 +35,7 @@ void decoding::decode(const captured_frame& frame, record_output& output) {
 
 std::vector<capture_reader> open_captures(const std::vector<std::filesystem::path>& captures) {
     std::vector<capture_reader> readers;
+    readers.reserve(captures.size());
     for (const auto& file : captures)
         readers.emplace_back(file);
     if (!readers.empty() && std::ranges::none_of(readers, &capture_reader::has_frames)) {
