@@ -231,6 +231,35 @@ test("hides a trace by its legend, with the mouse and with the keyboard", async 
   assert.equal((await speed()).target2, before_click.target2);
 });
 
+/** As the axes of the map are labelled. */
+async function assert_one_scale(shown, when) {
+  const [east, north, drawn] = await shown.evaluate(() => {
+    const { u } = report.map;
+    const metres = (key, pixels) => (u.scales[key].max - u.scales[key].min) / pixels;
+    return [
+      metres("x", u.over.clientWidth),
+      metres("y", u.over.clientHeight),
+      report.map.metres_per_pixel(),
+    ];
+  });
+  for (const metres of [east, north])
+    assert.ok(Math.abs(metres / drawn - 1) < 0.01, `${when}: ${east} and ${north}, drawn with ${drawn}`);
+}
+
+test("labels the map with the one scale that it is drawn with, whatever its size", async () => {
+  const shown = await open_report(browser, report_file);
+  await assert_one_scale(shown, "at first");
+  for (const width of [1366, 1920, 900]) {
+    await shown.setViewportSize({ width, height: 768 });
+    await next_drawing(shown);
+    await assert_one_scale(shown, `${width} pixels wide`);
+  }
+  await shown.emulateMedia({ media: "print" });
+  await next_drawing(shown);
+  await assert_one_scale(shown, "printed");
+  await shown.close();
+});
+
 test("moves and zooms the map on its own", async () => {
   await page.evaluate(() => scrollTo(0, 0));
   const view = () => page.evaluate(() => [report.map.east, report.map.north, report.map.metres_per_pixel()]);
@@ -246,14 +275,7 @@ test("moves and zooms the map on its own", async () => {
   const moved = await view();
   assert.ok(moved[2] < 0.8 * whole[2]);
   assert.ok(Math.abs(moved[0] - (whole[0] - 40 * moved[2])) < 2 * moved[2]);
-  const scale = await page.evaluate(() =>
-    ["x", "y"].map(
-      (key) =>
-        (report.map.u.scales[key].max - report.map.u.scales[key].min) /
-        report.map.u.over[key === "x" ? "clientWidth" : "clientHeight"],
-    ),
-  );
-  assert.ok(Math.abs(scale[0] / scale[1] - 1) < 1e-6, "one scale for both directions");
+  await assert_one_scale(page, "zoomed");
   await page.mouse.dblclick(...from);
   assert.deepEqual(await view(), whole);
   assert.deepEqual(await ranges(page), time);
