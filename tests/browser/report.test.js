@@ -371,15 +371,26 @@ test("sorts out steps back in time", async () => {
 
 test("says what is missing from a run", async () => {
   keep_frames(join(folder, "whole.pcap"), join(folder, "start.pcap"), (time) => time < 1e-6);
+  keep_frames(
+    join(folder, "whole.pcap"),
+    join(folder, "foreign.pcap"),
+    (time, frame) => frame.readUInt16BE(12) !== 0x0800,
+  );
   const cases = [
-    ["start.pcap", [], "mix them", 1],
-    ["whole.pcap", ["--from", "100"], "the selection leaves nothing", 0],
+    ["start.pcap", [], /mix them/, true],
+    ["whole.pcap", ["--from", "100"], /^Nothing to draw: the selection leaves nothing/m, false],
+    ["foreign.pcap", [], /^Nothing to draw: there was no NCOM/m, false],
   ];
-  for (const [capture, options, text, plots] of cases) {
+  for (const [capture, options, text, has_plots] of cases) {
     run_rtrange("report", join(folder, capture), "--output", join(folder, "poor.html"), ...options);
     const shown = await open_report(browser, join(folder, "poor.html"));
-    assert.match(await shown.locator("body").innerText(), new RegExp(text));
-    assert.ok((await shown.locator("figure").count()) >= plots);
+    const words = await shown.locator("body").innerText();
+    assert.match(words, text);
+    assert.match(words, /2026-01-05 10:00:00/);
+    assert.doesNotMatch(words, /\d{5}\.\d{3} s/, "times count from the begin of the run");
+    assert.equal((await shown.locator("figure").count()) > 0, has_plots);
+    assert.equal(await shown.locator("#toolbar").isVisible(), has_plots);
+    assert.equal(/No gaps/.test(words), has_plots);
     assert.deepEqual(shown.faults, []);
     await shown.close();
   }
