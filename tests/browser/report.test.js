@@ -315,24 +315,24 @@ test("keeps every peak when it thins, and draws no line across the wrap of an an
   for (const step of result.steps) assert.ok(step < 10, `a step of ${step} degrees`);
 });
 
-test("plots named fields, also of RCOM", async () => {
+test("plots named fields, those of RCOM where no unit has them", async () => {
   run_rtrange(
     "report",
     join(folder, "run.pcap"),
     "--output",
     join(folder, "fields.html"),
     "--fields",
-    "altitude,lane_d5",
+    "altitude,lane_d5,range_longitudinal",
   );
   const shown = await open_report(browser, join(folder, "fields.html"));
   const plots = await drawn_plots(shown);
   assert.deepEqual(
     plots.map(({ title }) => title),
-    ["Map", "altitude", "lane_d5"],
+    ["Map", "altitude", "range_longitudinal", "lane_d5"],
   );
   assert.deepEqual(
     plots.slice(1).map(({ pixels }) => Object.keys(pixels)),
-    [["hunter", "target1", "target2", "target3"], ["rcom"]],
+    [["hunter", "target1", "target2", "target3"], ["target1", "target2", "target3"], ["rcom"]],
   );
   const rows = await shown.evaluate(() => {
     const { time, altitude } = columns_by_unit(report.streams).get("target1");
@@ -346,6 +346,13 @@ test("plots named fields, also of RCOM", async () => {
   assert.deepEqual(rows, { count: 11599, is_ascending: true, values: 11598 });
   assert.deepEqual(shown.faults, []);
   await shown.close();
+
+  const rcom_only = ["--fields", "range_longitudinal", "--units", "rcom"];
+  run_rtrange("report", join(folder, "run.pcap"), "--output", join(folder, "rcom.html"), ...rcom_only);
+  const of_rcom = await open_report(browser, join(folder, "rcom.html"));
+  const [{ pixels }] = await drawn_plots(of_rcom);
+  assert.deepEqual(Object.keys(pixels), ["rcom"]);
+  await of_rcom.close();
 });
 
 test("sorts out steps back in time", async () => {

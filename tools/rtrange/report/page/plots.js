@@ -163,11 +163,22 @@ function telling_decimals(traces) {
   return Math.min(Math.max(Math.ceil(3 - Math.log10(span)), 0), 9);
 }
 
+/**
+ * The units whose columns tell a field. Rows of RCOM do so of all targets in turn, which makes no line
+ * where every target has one of its own.
+ */
+function units_with(field, columns) {
+  const units = [...columns.keys()].filter((unit) => field.name in columns.get(unit));
+  return units.length > 1 ? units.filter((unit) => unit !== "rcom") : units;
+}
+
 function field_plot(field, columns) {
   const traces = [];
-  for (const [unit, values] of columns)
-    if (field.name in values && has_values(values[field.name]))
+  for (const unit of units_with(field, columns)) {
+    const values = columns.get(unit);
+    if (has_values(values[field.name]))
       traces.push(make_trace(unit, unit_names[unit], values.time, values[field.name], false));
+  }
   const hint = field.meaning === field.name ? "" : field.meaning;
   return { title: field.name, hint, unit: field.unit, decimals: telling_decimals(traces), traces };
 }
