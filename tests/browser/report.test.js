@@ -355,6 +355,45 @@ test("plots named fields, those of RCOM where no unit has them", async () => {
   await of_rcom.close();
 });
 
+test("draws no value before a packet has brought it", async () => {
+  const drawn = await page.evaluate(() =>
+    [
+      [NaN, 0, 0, 3, 0, 4],
+      [0, 0, 0],
+      [5, 0],
+    ].map((values) => [...without_leading_zeros(Float32Array.from(values))].map(String)),
+  );
+  assert.deepEqual(drawn, [
+    ["NaN", "NaN", "NaN", "3", "0", "4"],
+    ["0", "0", "0"],
+    ["5", "0"],
+  ]);
+  run_rtrange(
+    "report",
+    join(folder, "run.pcap"),
+    "--output",
+    join(folder, "late_fields.html"),
+    "--fields",
+    "satellites,position_accuracy_horizontal",
+  );
+  const late = await open_report(browser, join(folder, "late_fields.html"));
+  const first_values = (shown, titles) =>
+    shown.evaluate(
+      (titles) =>
+        time_plots_of(report.summary, report.streams)
+          .filter(({ title }) => titles.includes(title))
+          .flatMap(({ traces }) => traces.map(({ values }) => values.find((value) => !Number.isNaN(value)))),
+      titles,
+    );
+  const values = [
+    ...(await first_values(late, ["satellites", "position_accuracy_horizontal"])),
+    ...(await first_values(page, ["Heading"])),
+  ];
+  assert.equal(values.length, 12);
+  for (const value of values) assert.ok(value !== 0, `${values}`);
+  await late.close();
+});
+
 test("sorts out steps back in time", async () => {
   keep_frames(join(folder, "whole.pcap"), join(folder, "late.pcap"), (time) => time > 30);
   keep_frames(join(folder, "whole.pcap"), join(folder, "early.pcap"), (time) => time < 40);

@@ -107,6 +107,15 @@ function unwrapped_where_possible(all_values) {
   return wraps(centred) < wraps(all_values) ? centred : all_values;
 }
 
+/**
+ * A record begins as zeros and tells nothing of a field before the packets come that bring it. Where
+ * nothing else ever comes, zero may well be the value.
+ */
+function without_leading_zeros(values) {
+  const first = values.findIndex((value) => value !== 0 && !Number.isNaN(value));
+  return first > 0 ? values.slice().fill(NaN, 0, first) : values;
+}
+
 function has_values(values) {
   return values.some((value) => !Number.isNaN(value));
 }
@@ -115,7 +124,7 @@ function usual_plot(plot, streams) {
   const found = streams.filter(
     ({ kind, unit }) => kind === plot.kind && (kind === "navigation" || unit !== "hunter"),
   );
-  let values = found.map((stream) => stream.values[plot.field]);
+  let values = found.map((stream) => without_leading_zeros(stream.values[plot.field]));
   if (plot.prepare) values = values.map(plot.prepare);
   if (plot.is_angle) values = unwrapped_where_possible(values);
   const traces = found.map(({ unit, values: { time } }, i) =>
@@ -175,9 +184,9 @@ function units_with(field, columns) {
 function field_plot(field, columns) {
   const traces = [];
   for (const unit of units_with(field, columns)) {
-    const values = columns.get(unit);
-    if (has_values(values[field.name]))
-      traces.push(make_trace(unit, unit_names[unit], values.time, values[field.name], false));
+    const { time, [field.name]: column } = columns.get(unit);
+    const values = without_leading_zeros(column);
+    if (has_values(values)) traces.push(make_trace(unit, unit_names[unit], time, values, false));
   }
   const hint = field.meaning === field.name ? "" : field.meaning;
   return { title: field.name, hint, unit: field.unit, decimals: telling_decimals(traces), traces };
