@@ -355,6 +355,14 @@ test("plots named fields, those of RCOM where no unit has them", async () => {
   await of_rcom.close();
 });
 
+test("says where the time to collision is cut off", async () => {
+  const { caption, highest } = await page.evaluate(() => ({
+    caption: document.querySelector('figure[data-plot^="Time to collision"] figcaption').innerText,
+    highest: report.plots[4].scales.y.max,
+  }));
+  assert.match(caption, new RegExp(`up to ${highest} s`));
+});
+
 test("draws no value before a packet has brought it", async () => {
   const drawn = await page.evaluate(() =>
     [

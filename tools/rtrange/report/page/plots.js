@@ -40,6 +40,7 @@ const usual_plots = [
   },
   {
     title: "Time to collision, longitudinal",
+    hint: "while approaching, up to 20 s",
     unit: "s",
     field: "ttc_longitudinal",
     kind: "range",
