@@ -355,6 +355,30 @@ test("plots named fields, those of RCOM where no unit has them", async () => {
   await of_rcom.close();
 });
 
+test("shows its cards whole", async () => {
+  const capture = join(folder, "four.pcap");
+  run_rtrange("simulate", capture, "--duration", "20", "--targets", "4");
+  for (const options of [[], ["--fields", "altitude,lane_d5,range_longitudinal"]]) {
+    run_rtrange("report", capture, "--output", join(folder, "four.html"), ...options);
+    for (const [width, height] of [
+      [1920, 1080],
+      [1366, 768],
+    ]) {
+      const shown = await open_report(browser, join(folder, "four.html"), { width, height });
+      const clipped = await shown.evaluate(() =>
+        [...document.querySelectorAll("article")]
+          .filter((card) => card.scrollWidth > card.clientWidth || card.scrollHeight > card.clientHeight)
+          .map((card) => card.dataset.card),
+      );
+      assert.deepEqual(clipped, [], `${width} pixels wide, ${options}`);
+      assert.equal(await shown.locator("article").count(), 4);
+      const name = `report-four${options.length > 0 ? "-fields" : ""}-${width}x${height}.png`;
+      await shown.screenshot({ path: join(screenshots, name), fullPage: true });
+      await shown.close();
+    }
+  }
+});
+
 test("says where the time to collision is cut off", async () => {
   const { caption, highest } = await page.evaluate(() => ({
     caption: document.querySelector('figure[data-plot^="Time to collision"] figcaption').innerText,
