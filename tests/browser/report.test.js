@@ -400,6 +400,12 @@ test("draws no value before a packet has brought it", async () => {
     ["0", "0", "0"],
     ["5", "0"],
   ]);
+  // The cars drive straight ahead for a while.
+  const straight = await page.evaluate(() => {
+    const [plot] = time_plots_of(report.summary, report.streams).filter(({ title }) => /Yaw/.test(title));
+    return plot.traces.map(({ values }) => values[0]);
+  });
+  assert.deepEqual(straight.map(Math.abs), [0, 0, 0, 0]);
   run_rtrange(
     "report",
     join(folder, "run.pcap"),

@@ -108,13 +108,16 @@ function unwrapped_where_possible(all_values) {
   return wraps(centred) < wraps(all_values) ? centred : all_values;
 }
 
+/** The packets take turns with the fields, and are through after 200; as many rows may tell of ranges. */
+const rows_until_all_fields_came = 400;
+
 /**
- * A record begins as zeros and tells nothing of a field before the packets come that bring it. Where
- * nothing else ever comes, zero may well be the value.
+ * A record begins as zeros and tells nothing of a field before the packets come that bring it. Zeros
+ * that last longer are values, such as the yaw rate on a straight road.
  */
 function without_leading_zeros(values) {
   const first = values.findIndex((value) => value !== 0 && !Number.isNaN(value));
-  return first > 0 ? values.slice().fill(NaN, 0, first) : values;
+  return first > 0 && first <= rows_until_all_fields_came ? values.slice().fill(NaN, 0, first) : values;
 }
 
 function has_values(values) {
