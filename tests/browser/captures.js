@@ -9,7 +9,7 @@ export function run_rtrange(...options) {
   return execFileSync(rtrange, options, { encoding: "utf8" });
 }
 
-/** Leaves frames out of a capture: those for whose time, in seconds from the first, `keep` is false. */
+/** Leaves frames out of a capture: those for whose time, in seconds from the first, and bytes `keep` is false. */
 export function keep_frames(source, target, keep) {
   const capture = readFileSync(source);
   const kept = [capture.subarray(0, 24)];
@@ -18,7 +18,7 @@ export function keep_frames(source, target, keep) {
     const time = capture.readUInt32LE(at) + capture.readUInt32LE(at + 4) * 1e-9;
     const end = at + 16 + capture.readUInt32LE(at + 8);
     begin ??= time;
-    if (keep(time - begin)) kept.push(capture.subarray(at, end));
+    if (keep(time - begin, capture.subarray(at + 16, end))) kept.push(capture.subarray(at, end));
     at = end;
   }
   writeFileSync(target, Buffer.concat(kept));

@@ -231,6 +231,35 @@ test("hides a trace by its legend, with the mouse and with the keyboard", async 
   assert.equal((await speed()).target2, before_click.target2);
 });
 
+/** As the axes of the map are labelled. */
+async function assert_one_scale(shown, when) {
+  const [east, north, drawn] = await shown.evaluate(() => {
+    const { u } = report.map;
+    const metres = (key, pixels) => (u.scales[key].max - u.scales[key].min) / pixels;
+    return [
+      metres("x", u.over.clientWidth),
+      metres("y", u.over.clientHeight),
+      report.map.metres_per_pixel(),
+    ];
+  });
+  for (const metres of [east, north])
+    assert.ok(Math.abs(metres / drawn - 1) < 0.01, `${when}: ${east} and ${north}, drawn with ${drawn}`);
+}
+
+test("labels the map with the one scale that it is drawn with, whatever its size", async () => {
+  const shown = await open_report(browser, report_file);
+  await assert_one_scale(shown, "at first");
+  for (const width of [1366, 1920, 900]) {
+    await shown.setViewportSize({ width, height: 768 });
+    await next_drawing(shown);
+    await assert_one_scale(shown, `${width} pixels wide`);
+  }
+  await shown.emulateMedia({ media: "print" });
+  await next_drawing(shown);
+  await assert_one_scale(shown, "printed");
+  await shown.close();
+});
+
 test("moves and zooms the map on its own", async () => {
   await page.evaluate(() => scrollTo(0, 0));
   const view = () => page.evaluate(() => [report.map.east, report.map.north, report.map.metres_per_pixel()]);
@@ -246,14 +275,7 @@ test("moves and zooms the map on its own", async () => {
   const moved = await view();
   assert.ok(moved[2] < 0.8 * whole[2]);
   assert.ok(Math.abs(moved[0] - (whole[0] - 40 * moved[2])) < 2 * moved[2]);
-  const scale = await page.evaluate(() =>
-    ["x", "y"].map(
-      (key) =>
-        (report.map.u.scales[key].max - report.map.u.scales[key].min) /
-        report.map.u.over[key === "x" ? "clientWidth" : "clientHeight"],
-    ),
-  );
-  assert.ok(Math.abs(scale[0] / scale[1] - 1) < 1e-6, "one scale for both directions");
+  await assert_one_scale(page, "zoomed");
   await page.mouse.dblclick(...from);
   assert.deepEqual(await view(), whole);
   assert.deepEqual(await ranges(page), time);
@@ -293,24 +315,24 @@ test("keeps every peak when it thins, and draws no line across the wrap of an an
   for (const step of result.steps) assert.ok(step < 10, `a step of ${step} degrees`);
 });
 
-test("plots named fields, also of RCOM", async () => {
+test("plots named fields, those of RCOM where no unit has them", async () => {
   run_rtrange(
     "report",
     join(folder, "run.pcap"),
     "--output",
     join(folder, "fields.html"),
     "--fields",
-    "altitude,lane_d5",
+    "altitude,lane_d5,range_longitudinal",
   );
   const shown = await open_report(browser, join(folder, "fields.html"));
   const plots = await drawn_plots(shown);
   assert.deepEqual(
     plots.map(({ title }) => title),
-    ["Map", "altitude", "lane_d5"],
+    ["Map", "altitude", "range_longitudinal", "lane_d5"],
   );
   assert.deepEqual(
     plots.slice(1).map(({ pixels }) => Object.keys(pixels)),
-    [["hunter", "target1", "target2", "target3"], ["rcom"]],
+    [["hunter", "target1", "target2", "target3"], ["target1", "target2", "target3"], ["rcom"]],
   );
   const rows = await shown.evaluate(() => {
     const { time, altitude } = columns_by_unit(report.streams).get("target1");
@@ -324,6 +346,90 @@ test("plots named fields, also of RCOM", async () => {
   assert.deepEqual(rows, { count: 11599, is_ascending: true, values: 11598 });
   assert.deepEqual(shown.faults, []);
   await shown.close();
+
+  const rcom_only = ["--fields", "range_longitudinal", "--units", "rcom"];
+  run_rtrange("report", join(folder, "run.pcap"), "--output", join(folder, "rcom.html"), ...rcom_only);
+  const of_rcom = await open_report(browser, join(folder, "rcom.html"));
+  const [{ pixels }] = await drawn_plots(of_rcom);
+  assert.deepEqual(Object.keys(pixels), ["rcom"]);
+  await of_rcom.close();
+});
+
+test("shows its cards whole", async () => {
+  const capture = join(folder, "four.pcap");
+  run_rtrange("simulate", capture, "--duration", "20", "--targets", "4");
+  for (const options of [[], ["--fields", "altitude,lane_d5,range_longitudinal"]]) {
+    run_rtrange("report", capture, "--output", join(folder, "four.html"), ...options);
+    for (const [width, height] of [
+      [1920, 1080],
+      [1366, 768],
+    ]) {
+      const shown = await open_report(browser, join(folder, "four.html"), { width, height });
+      const clipped = await shown.evaluate(() =>
+        [...document.querySelectorAll("article")]
+          .filter((card) => card.scrollWidth > card.clientWidth || card.scrollHeight > card.clientHeight)
+          .map((card) => card.dataset.card),
+      );
+      assert.deepEqual(clipped, [], `${width} pixels wide, ${options}`);
+      assert.equal(await shown.locator("article").count(), 4);
+      const name = `report-four${options.length > 0 ? "-fields" : ""}-${width}x${height}.png`;
+      await shown.screenshot({ path: join(screenshots, name), fullPage: true });
+      await shown.close();
+    }
+  }
+});
+
+test("says where the time to collision is cut off", async () => {
+  const { caption, highest } = await page.evaluate(() => ({
+    caption: document.querySelector('figure[data-plot^="Time to collision"] figcaption').innerText,
+    highest: report.plots[4].scales.y.max,
+  }));
+  assert.match(caption, new RegExp(`up to ${highest} s`));
+});
+
+test("draws no value before a packet has brought it", async () => {
+  const drawn = await page.evaluate(() =>
+    [
+      [NaN, 0, 0, 3, 0, 4],
+      [0, 0, 0],
+      [5, 0],
+    ].map((values) => [...without_leading_zeros(Float32Array.from(values))].map(String)),
+  );
+  assert.deepEqual(drawn, [
+    ["NaN", "NaN", "NaN", "3", "0", "4"],
+    ["0", "0", "0"],
+    ["5", "0"],
+  ]);
+  // The cars drive straight ahead for a while.
+  const straight = await page.evaluate(() => {
+    const [plot] = time_plots_of(report.summary, report.streams).filter(({ title }) => /Yaw/.test(title));
+    return plot.traces.map(({ values }) => values[0]);
+  });
+  assert.deepEqual(straight.map(Math.abs), [0, 0, 0, 0]);
+  run_rtrange(
+    "report",
+    join(folder, "run.pcap"),
+    "--output",
+    join(folder, "late_fields.html"),
+    "--fields",
+    "satellites,position_accuracy_horizontal",
+  );
+  const late = await open_report(browser, join(folder, "late_fields.html"));
+  const first_values = (shown, titles) =>
+    shown.evaluate(
+      (titles) =>
+        time_plots_of(report.summary, report.streams)
+          .filter(({ title }) => titles.includes(title))
+          .flatMap(({ traces }) => traces.map(({ values }) => values.find((value) => !Number.isNaN(value)))),
+      titles,
+    );
+  const values = [
+    ...(await first_values(late, ["satellites", "position_accuracy_horizontal"])),
+    ...(await first_values(page, ["Heading"])),
+  ];
+  assert.equal(values.length, 12);
+  for (const value of values) assert.ok(value !== 0, `${values}`);
+  await late.close();
 });
 
 test("sorts out steps back in time", async () => {
@@ -349,15 +455,26 @@ test("sorts out steps back in time", async () => {
 
 test("says what is missing from a run", async () => {
   keep_frames(join(folder, "whole.pcap"), join(folder, "start.pcap"), (time) => time < 1e-6);
+  keep_frames(
+    join(folder, "whole.pcap"),
+    join(folder, "foreign.pcap"),
+    (time, frame) => frame.readUInt16BE(12) !== 0x0800,
+  );
   const cases = [
-    ["start.pcap", [], "mix them", 1],
-    ["whole.pcap", ["--from", "100"], "the selection leaves nothing", 0],
+    ["start.pcap", [], /mix them/, true],
+    ["whole.pcap", ["--from", "100"], /^Nothing to draw: the selection leaves nothing/m, false],
+    ["foreign.pcap", [], /^Nothing to draw: there was no NCOM/m, false],
   ];
-  for (const [capture, options, text, plots] of cases) {
+  for (const [capture, options, text, has_plots] of cases) {
     run_rtrange("report", join(folder, capture), "--output", join(folder, "poor.html"), ...options);
     const shown = await open_report(browser, join(folder, "poor.html"));
-    assert.match(await shown.locator("body").innerText(), new RegExp(text));
-    assert.ok((await shown.locator("figure").count()) >= plots);
+    const words = await shown.locator("body").innerText();
+    assert.match(words, text);
+    assert.match(words, /2026-01-05 10:00:00/);
+    assert.doesNotMatch(words, /\d{5}\.\d{3} s/, "times count from the begin of the run");
+    assert.equal((await shown.locator("figure").count()) > 0, has_plots);
+    assert.equal(await shown.locator("#toolbar").isVisible(), has_plots);
+    assert.equal(/No gaps/.test(words), has_plots);
     assert.deepEqual(shown.faults, []);
     await shown.close();
   }

@@ -16,14 +16,6 @@ std::string repetitions(std::uint64_t count) {
     return count > 1 ? fmt::format(", named {} times", count) : "";
 }
 
-const char* reason_for_no_table(const frame_fates& fates) {
-    if (fates.decoded > 0)
-        return "the selection leaves nothing of what was decoded";
-    if (!fates.refusals.empty())
-        return "every NCOM and RCOM frame was refused";
-    return "there was no NCOM (UDP port 3000) and no RCOM (UDP port 3003)";
-}
-
 } // namespace
 
 std::vector<counted_fate> counted_fates(const frame_fates& fates) {
@@ -56,6 +48,14 @@ std::string unit_and_address(std::string_view message) {
     return std::string(message);
 }
 
+std::string_view reason_for_no_rows(const frame_fates& fates) {
+    if (fates.decoded > 0)
+        return "the selection leaves nothing of what was decoded";
+    if (!fates.refusals.empty())
+        return "every NCOM and RCOM frame was refused";
+    return "there was no NCOM (UDP port 3000) and no RCOM (UDP port 3003)";
+}
+
 void print_summary(const frame_fates& fates, const std::vector<written_table>& tables) {
     const double seconds = static_cast<double>(fates.last_time_ns - fates.first_time_ns) * 1e-9;
     fmt::print("{} frames, {:.3f} s from {}\n", fates.frames, seconds,
@@ -79,7 +79,7 @@ void print_summary(const frame_fates& fates, const std::vector<written_table>& t
     for (const written_table& table : tables)
         fmt::print("  {:>9} {}  {}\n", table.rows, table.rows == 1 ? "row" : "rows", table.place);
     if (tables.empty())
-        fmt::print("  none: {}\n", reason_for_no_table(fates));
+        fmt::print("  none: {}\n", reason_for_no_rows(fates));
 }
 
 int end_with_faults(const std::vector<std::string>& faults) {

@@ -23,6 +23,9 @@ std::vector<counted_fate> counted_fates(const frame_fates& fates);
 /// "target 1 (195.0.0.21)" of "Successfully identified IP for target 1 (195.0.0.21)."
 std::string unit_and_address(std::string_view message);
 
+/// Why a run that has come to an end has no rows, for people.
+std::string_view reason_for_no_rows(const frame_fates& fates);
+
 /// Prints what became of the frames, and the tables with their numbers of rows.
 void print_summary(const frame_fates& fates, const std::vector<written_table>& tables);
 

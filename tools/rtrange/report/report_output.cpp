@@ -78,6 +78,8 @@ report_stream& report_output::open(const stream_key& key, std::size_t table) {
 }
 
 void report_output::close() {
+    if (streams_.empty())
+        zero_ns_ = fates_.first_time_ns;
     for (const auto& stream : streams_)
         stream->flush(file_);
     file_.write(

@@ -79,6 +79,8 @@ std::string report_summary(const frame_fates& fates, std::uint64_t zero_ns,
     };
     for (const auto& stream : streams)
         summary["streams"].push_back(stream_as_json(*stream));
+    if (streams.empty())
+        summary["reason_for_no_rows"] = reason_for_no_rows(fates);
 
     // File names need not be UTF-8, and may look like the end of the element.
     std::string text = summary.dump(-1, ' ', false, json::error_handler_t::replace);

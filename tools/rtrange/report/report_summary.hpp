@@ -12,7 +12,8 @@
 
 namespace rtrange {
 
-/// A script element of JSON: the fates of the frames, the units, the streams and their columns.
+/// A script element of JSON: the fates of the frames, the units, the streams and their columns, or
+/// why there are none.
 /// Times are in seconds from `zero_ns`, like those of the rows. No text in it can end the element.
 std::string report_summary(const frame_fates& fates, std::uint64_t zero_ns,
                            const std::vector<std::filesystem::path>& captures, bool named_fields,

@@ -114,12 +114,7 @@ function show_rows(streams) {
     return [swatch(unit), unit_names[unit], ...cells.map((stream) => (stream ? rows_text(stream) : "–"))];
   });
   const head = ["", "", ...kinds.map(([, name]) => name)];
-  card(
-    "Rows",
-    rows.length > 0
-      ? table([head, ...rows], [2, 3, 4])
-      : "None: nothing was decoded, or the selection leaves nothing.",
-  );
+  card("Rows", table([head, ...rows], [2, 3, 4]));
 }
 
 /** A button that shows a moment in all plots. */

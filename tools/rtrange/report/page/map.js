@@ -61,23 +61,29 @@ class MapView {
     };
   }
 
+  /** In pixels of the style sheet. The elements take on a new size only when the plot draws. */
+  size() {
+    const { width, height } = this.u.bbox;
+    return { width: width / devicePixelRatio, height: height / devicePixelRatio };
+  }
+
   /** Metres per pixel of the style sheet, the same in both directions. */
   metres_per_pixel() {
     const { west, east, south, north } = this.extent;
+    const { width, height } = this.size();
     const margin = 1.12;
     const least_m = 5;
-    const fitting =
-      Math.max((east - west) / this.u.over.clientWidth, (north - south) / this.u.over.clientHeight) * margin;
-    return Math.max(fitting, least_m / this.u.over.clientHeight) / this.zoom_factor;
+    const fitting = Math.max((east - west) / width, (north - south) / height) * margin;
+    return Math.max(fitting, least_m / height) / this.zoom_factor;
   }
 
   range_east() {
-    const half = this.u ? (this.u.over.clientWidth / 2) * this.metres_per_pixel() : 1;
+    const half = this.u ? (this.size().width / 2) * this.metres_per_pixel() : 1;
     return [this.east - half, this.east + half];
   }
 
   range_north() {
-    const half = this.u ? (this.u.over.clientHeight / 2) * this.metres_per_pixel() : 1;
+    const half = this.u ? (this.size().height / 2) * this.metres_per_pixel() : 1;
     return [this.north - half, this.north + half];
   }
 
@@ -244,8 +250,9 @@ class MapView {
     const before = this.metres_per_pixel();
     this.zoom_factor = Math.min(Math.max(this.zoom_factor / wheel_factor(event), 0.5), 1e5);
     const change = before - this.metres_per_pixel();
-    this.east += (event.offsetX - this.u.over.clientWidth / 2) * change;
-    this.north -= (event.offsetY - this.u.over.clientHeight / 2) * change;
+    const { width, height } = this.size();
+    this.east += (event.offsetX - width / 2) * change;
+    this.north -= (event.offsetY - height / 2) * change;
     this.draw();
   }
 

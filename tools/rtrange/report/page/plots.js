@@ -40,6 +40,7 @@ const usual_plots = [
   },
   {
     title: "Time to collision, longitudinal",
+    hint: "while approaching, up to 20 s",
     unit: "s",
     field: "ttc_longitudinal",
     kind: "range",
@@ -107,6 +108,18 @@ function unwrapped_where_possible(all_values) {
   return wraps(centred) < wraps(all_values) ? centred : all_values;
 }
 
+/** The packets take turns with the fields, and are through after 200; as many rows may tell of ranges. */
+const rows_until_all_fields_came = 400;
+
+/**
+ * A record begins as zeros and tells nothing of a field before the packets come that bring it. Zeros
+ * that last longer are values, such as the yaw rate on a straight road.
+ */
+function without_leading_zeros(values) {
+  const first = values.findIndex((value) => value !== 0 && !Number.isNaN(value));
+  return first > 0 && first <= rows_until_all_fields_came ? values.slice().fill(NaN, 0, first) : values;
+}
+
 function has_values(values) {
   return values.some((value) => !Number.isNaN(value));
 }
@@ -115,7 +128,7 @@ function usual_plot(plot, streams) {
   const found = streams.filter(
     ({ kind, unit }) => kind === plot.kind && (kind === "navigation" || unit !== "hunter"),
   );
-  let values = found.map((stream) => stream.values[plot.field]);
+  let values = found.map((stream) => without_leading_zeros(stream.values[plot.field]));
   if (plot.prepare) values = values.map(plot.prepare);
   if (plot.is_angle) values = unwrapped_where_possible(values);
   const traces = found.map(({ unit, values: { time } }, i) =>
@@ -163,11 +176,22 @@ function telling_decimals(traces) {
   return Math.min(Math.max(Math.ceil(3 - Math.log10(span)), 0), 9);
 }
 
+/**
+ * The units whose columns tell a field. Rows of RCOM do so of all targets in turn, which makes no line
+ * where every target has one of its own.
+ */
+function units_with(field, columns) {
+  const units = [...columns.keys()].filter((unit) => field.name in columns.get(unit));
+  return units.length > 1 ? units.filter((unit) => unit !== "rcom") : units;
+}
+
 function field_plot(field, columns) {
   const traces = [];
-  for (const [unit, values] of columns)
-    if (field.name in values && has_values(values[field.name]))
-      traces.push(make_trace(unit, unit_names[unit], values.time, values[field.name], false));
+  for (const unit of units_with(field, columns)) {
+    const { time, [field.name]: column } = columns.get(unit);
+    const values = without_leading_zeros(column);
+    if (has_values(values)) traces.push(make_trace(unit, unit_names[unit], time, values, false));
+  }
   const hint = field.meaning === field.name ? "" : field.meaning;
   return { title: field.name, hint, unit: field.unit, decimals: telling_decimals(traces), traces };
 }

@@ -36,9 +36,11 @@ function start() {
 
   show_units(summary);
   show_fates(summary);
-  show_gaps(summary, streams, axis);
-  show_rows(streams);
-  if (summary.steps_back.count > 0)
+  if (streams.length > 0) {
+    show_gaps(summary, streams, axis);
+    show_rows(streams);
+  }
+  if (summary.steps_back.count > 0 && streams.length > 0)
     show_note(
       "Time steps back in this run. The plots show all rows in order of their times, so that parts recorded twice lie over one another.",
     );
@@ -47,6 +49,12 @@ function start() {
   const paths = paths_of(streams);
   const map = paths.length > 0 ? new MapView(paths, axis, parent) : null;
   const plots = time_plots_of(summary, streams).map((plot) => create_time_plot(plot, axis, parent));
+
+  if (!map && plots.length === 0) {
+    const reason = summary.reason_for_no_rows ?? "the rows hold no values of these fields";
+    show_note(`Nothing to draw: ${reason}.`);
+    document.getElementById("toolbar").hidden = parent.hidden = true;
+  }
 
   const readout = () => show_readout(summary, axis);
   axis.range_listeners.push(readout);
