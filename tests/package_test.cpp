@@ -246,7 +246,7 @@ TEST_F(windows_package, tells_failures_by_exit_code) {
         {"info " + quoted(package / "bin/zelc.dll"), 1, "is not a formatter plug-in"},
         {"decode " + quoted(example) + " --plugin missing.dll", 1, "cannot load"},
         {"decode", 2, "CAPTURE"},
-        {"", 2, "subcommand"},
+        {"", 2, "name a command"},
     };
     for (const auto& wrong : cases) {
         const result result = call(program, wrong.arguments);
