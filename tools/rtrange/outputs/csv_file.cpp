@@ -15,7 +15,6 @@ using zel::toolbox::rt_range::field_type;
 
 namespace {
 
-constexpr std::size_t buffer_size = 1 << 18;
 constexpr std::size_t longest_cell = 32;
 
 /// Copies that are not longer than this are made in one piece, without a call: most texts between
@@ -99,9 +98,10 @@ char* copy_text(const char* text, std::size_t size, char* out) {
 
 csv_file::csv_file(const std::filesystem::path& file,
                    std::span<const std::string_view> leading_columns, std::span<const field> fields,
-                   std::size_t record_size)
+                   std::size_t record_size, file_writer& writer)
     : contents_(fields.size()), cell_ends_(fields.size()),
-      row_(fields.size() * longest_cell + copied_at_once), file_(file), buffer_(buffer_size) {
+      row_(fields.size() * longest_cell + copied_at_once), file_(file), writer_(writer),
+      buffer_(file_writer::buffer_size) {
     for (const std::string_view name : leading_columns)
         cell(name);
     for (const field& field : fields) {
@@ -112,7 +112,6 @@ csv_file::csv_file(const std::filesystem::path& file,
                             ~std::uint64_t{0} >> (64 - 8 * size_of(field.type))});
     }
     buffer_[used_ - 1] = '\n';
-    flush();
 }
 
 void csv_file::cell(std::uint64_t value) {
@@ -156,7 +155,6 @@ void csv_file::end_row(std::span<const std::uint8_t> record) {
 }
 
 void csv_file::close() {
-    flush();
     file_.close();
 }
 
@@ -179,7 +177,8 @@ void csv_file::append(std::string_view text) {
 }
 
 void csv_file::flush() {
-    file_.write({buffer_.data(), used_});
+    if (used_ > 0)
+        writer_.append(file_, buffer_, used_);
     used_ = 0;
 }
 

@@ -24,6 +24,10 @@ void csv_output::write(const record_row& row) {
 }
 
 void csv_output::close() {
+    for (const auto& file : files_)
+        if (file != nullptr)
+            file->flush();
+    writer_.finish();
     if (tables().empty())
         return;
     for (std::size_t table = 0; table < record_table_count; ++table) {
@@ -55,8 +59,9 @@ csv_file& csv_output::open(std::size_t table) {
     std::vector<std::string_view> leading_columns{"reference_timestamp"};
     if (record_tables()[table].has_source)
         leading_columns.emplace_back("source");
-    files_[table] = std::make_unique<csv_file>(file_of(folder_, table), leading_columns,
-                                               selection_.fields(table), record_size(table));
+    files_[table] =
+        std::make_unique<csv_file>(file_of(folder_, table), leading_columns,
+                                   selection_.fields(table), record_size(table), writer_);
     return *files_[table];
 }
 

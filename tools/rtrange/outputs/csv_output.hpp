@@ -35,6 +35,7 @@ private:
     std::filesystem::path folder_;
     const selection& selection_;
     std::array<std::unique_ptr<csv_file>, record_table_count> files_;
+    file_writer writer_; // ends before the files that it writes
 };
 
 } // namespace rtrange
