@@ -53,6 +53,8 @@ std::string_view reason_for_no_rows(const frame_fates& fates) {
         return "the selection leaves nothing of what was decoded";
     if (!fates.refusals.empty())
         return "every NCOM and RCOM frame was refused";
+    if (fates.ignored_rcom > 0)
+        return "there was no packet but RCOM of types without decoded content";
     return "there was no NCOM (UDP port 3000) and no RCOM (UDP port 3003)";
 }
 

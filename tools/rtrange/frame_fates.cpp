@@ -9,20 +9,6 @@ namespace {
 
 constexpr std::uint32_t notable_level = 400;
 
-enum class traffic { not_ipv4, not_udp, other_port, ncom_or_rcom, too_short };
-
-/// What kind of traffic a frame is, by the fields that the decoder goes by.
-traffic traffic_of(std::span<const std::uint8_t> frame) {
-    if (frame.size() >= 14 && (frame[12] != 0x08 || frame[13] != 0x00))
-        return traffic::not_ipv4;
-    if (frame.size() >= 34 && frame[23] != 17)
-        return traffic::not_udp;
-    if (frame.size() < 42)
-        return traffic::too_short;
-    const int port = frame[36] << 8 | frame[37];
-    return port == 3000 || port == 3003 ? traffic::ncom_or_rcom : traffic::other_port;
-}
-
 /// The address in "... hunter(195.0.0.10)."
 std::optional<std::uint32_t> hunter_address_in(const std::string& message) {
     std::array<unsigned, 4> bytes{};
@@ -34,6 +20,18 @@ std::optional<std::uint32_t> hunter_address_in(const std::string& message) {
 }
 
 } // namespace
+
+/// What kind of traffic a frame is, by the fields that the decoder goes by.
+frame_fates::traffic frame_fates::traffic_of(std::span<const std::uint8_t> frame) {
+    if (frame.size() >= 14 && (frame[12] != 0x08 || frame[13] != 0x00))
+        return traffic::not_ipv4;
+    if (frame.size() >= 34 && frame[23] != 17)
+        return traffic::not_udp;
+    if (frame.size() < 42)
+        return traffic::too_short;
+    const int port = frame[36] << 8 | frame[37];
+    return port == 3000 || port == 3003 ? traffic::ncom_or_rcom : traffic::other_port;
+}
 
 void frame_fates::log(const zel_log_info_t& record) {
     if (record.level >= notable_level) {
@@ -50,7 +48,8 @@ void frame_fates::begin_frame(const captured_frame& frame) {
     last_time_ns = std::max(last_time_ns, frame.time_ns);
     ++frames;
     cut += frame.cut ? 1 : 0;
-    if (traffic_of(frame.bytes) == traffic::ncom_or_rcom)
+    traffic_ = traffic_of(frame.bytes);
+    if (traffic_ == traffic::ncom_or_rcom)
         note_step(frame.time_ns);
 }
 
@@ -60,15 +59,14 @@ void frame_fates::end_frame(const captured_frame& frame, std::size_t decoded_pac
               .first->second.count;
     announcements_.clear();
 
-    const traffic kind = traffic_of(frame.bytes);
     if (decoded_packages > 0) {
         ++decoded;
         note_remark(decoded_in_part);
-    } else if (kind == traffic::not_ipv4) {
+    } else if (traffic_ == traffic::not_ipv4) {
         ++not_ipv4;
-    } else if (kind == traffic::not_udp) {
+    } else if (traffic_ == traffic::not_udp) {
         ++not_udp;
-    } else if (kind == traffic::other_port) {
+    } else if (traffic_ == traffic::other_port) {
         ++other_ports;
     } else if (complaint_) {
         note_remark(refusals);

@@ -66,14 +66,18 @@ public:
     std::optional<std::uint32_t> hunter_address() const { return hunter_address_; }
 
 private:
+    enum class traffic { not_ipv4, not_udp, other_port, ncom_or_rcom, too_short };
+
     struct complaint {
         std::pair<std::string, std::uint32_t> place;
         std::string message;
     };
 
+    static traffic traffic_of(std::span<const std::uint8_t> frame);
     void note_step(std::uint64_t time_ns);
     void note_remark(remarks& list);
 
+    traffic traffic_ = traffic::too_short; ///< of the frame in hand
     std::uint64_t latest_datagram_ns_ = 0;
     std::optional<std::uint32_t> hunter_address_;
     std::optional<complaint> complaint_;
