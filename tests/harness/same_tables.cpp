@@ -11,8 +11,8 @@
 #include <hdf5.h>
 
 #include "tests/harness/files.hpp"
-#include "zel_rt_range_formatter/fields/ncom_fields.hpp"
-#include "zel_rt_range_formatter/fields/rcom_fields.hpp"
+#include "zel_rt_range_formatter/records/ncom_fields.hpp"
+#include "zel_rt_range_formatter/records/rcom_fields.hpp"
 
 namespace rtrange_test {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <fmt/format.h>
 
-#include "zel_rt_range_formatter/fields/ncom_fields.hpp"
-#include "zel_rt_range_formatter/fields/rcom_fields.hpp"
+#include "zel_rt_range_formatter/records/ncom_fields.hpp"
+#include "zel_rt_range_formatter/records/rcom_fields.hpp"
 
 namespace rtrange {
 

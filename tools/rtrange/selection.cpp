@@ -7,8 +7,8 @@
 #include <fmt/format.h>
 
 #include "tools/rtrange/failure.hpp"
-#include "zel_rt_range_formatter/fields/ncom_fields.hpp"
-#include "zel_rt_range_formatter/fields/rcom_fields.hpp"
+#include "zel_rt_range_formatter/records/ncom_fields.hpp"
+#include "zel_rt_range_formatter/records/rcom_fields.hpp"
 
 namespace rtrange {
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "zel_rt_range_formatter/src/endpoint_header.hpp"
+#include "zel_rt_range_formatter/records/endpoint_header.hpp"
 
 namespace zel::toolbox::rt_range {
 

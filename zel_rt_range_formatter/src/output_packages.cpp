@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "extensibility/format_type.hpp"
-#include "zel_rt_range_formatter/src/units.hpp"
+#include "zel_rt_range_formatter/records/units.hpp"
 
 namespace zel::toolbox::rt_range {
 namespace {

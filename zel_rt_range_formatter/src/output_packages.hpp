@@ -3,9 +3,9 @@
 
 #include <cstdint>
 
-#include "zel_rt_range_formatter/src/ncom_unit_record.hpp"
+#include "zel_rt_range_formatter/records/ncom_unit_record.hpp"
 #include "zel_rt_range_formatter/src/pass_through.hpp"
-#include "zel_rt_range_formatter/src/rcom_unit_record.hpp"
+#include "zel_rt_range_formatter/records/rcom_unit_record.hpp"
 
 namespace zel::toolbox::rt_range {
 

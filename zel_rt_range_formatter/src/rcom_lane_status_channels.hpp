@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "zel_rt_range_formatter/src/rcom_unit_record.hpp"
+#include "zel_rt_range_formatter/records/rcom_unit_record.hpp"
 
 namespace zel::toolbox::rt_range {
 

@@ -1,7 +1,7 @@
 // Values derived from a decoded NCOM record.
 #pragma once
 
-#include "zel_rt_range_formatter/src/ncom_unit_record.hpp"
+#include "zel_rt_range_formatter/records/ncom_unit_record.hpp"
 
 namespace zel::toolbox::rt_range {
 

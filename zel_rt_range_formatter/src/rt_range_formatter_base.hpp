@@ -10,10 +10,10 @@
 #include "zel_rt_range_formatter/src/datagram.hpp"
 #include "zel_rt_range_formatter/src/heading_filter.hpp"
 #include "zel_rt_range_formatter/src/low_pass_filter.hpp"
-#include "zel_rt_range_formatter/src/ncom_unit_record.hpp"
+#include "zel_rt_range_formatter/records/ncom_unit_record.hpp"
 #include "zel_rt_range_formatter/src/pass_through.hpp"
-#include "zel_rt_range_formatter/src/rcom_unit_record.hpp"
-#include "zel_rt_range_formatter/src/units.hpp"
+#include "zel_rt_range_formatter/records/rcom_unit_record.hpp"
+#include "zel_rt_range_formatter/records/units.hpp"
 
 namespace zel::toolbox::rt_range {
 

@@ -10,7 +10,7 @@
 
 #include "tools/rtrange/outputs/file_writer.hpp"
 #include "tools/rtrange/outputs/output_file.hpp"
-#include "zel_rt_range_formatter/fields/field.hpp"
+#include "zel_rt_range_formatter/records/field.hpp"
 
 namespace rtrange {
 

@@ -7,10 +7,10 @@
 #include <fmt/format.h>
 
 #include "tools/rtrange/failure.hpp"
-#include "zel_rt_range_formatter/fields/ncom_fields.hpp"
-#include "zel_rt_range_formatter/fields/rcom_fields.hpp"
-#include "zel_rt_range_formatter/src/ncom_unit_record.hpp"
-#include "zel_rt_range_formatter/src/rcom_unit_record.hpp"
+#include "zel_rt_range_formatter/records/ncom_fields.hpp"
+#include "zel_rt_range_formatter/records/rcom_fields.hpp"
+#include "zel_rt_range_formatter/records/ncom_unit_record.hpp"
+#include "zel_rt_range_formatter/records/rcom_unit_record.hpp"
 
 namespace rtrange {
 

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "host/loader/packages.hpp"
-#include "zel_rt_range_formatter/fields/field.hpp"
-#include "zel_rt_range_formatter/src/units.hpp"
+#include "zel_rt_range_formatter/records/field.hpp"
+#include "zel_rt_range_formatter/records/units.hpp"
 
 namespace rtrange {
 

@@ -6,8 +6,8 @@
 #include <cstring>
 #include <limits>
 
-#include "zel_rt_range_formatter/fields/ncom_fields.hpp"
-#include "zel_rt_range_formatter/src/ncom_unit_record.hpp"
+#include "zel_rt_range_formatter/records/ncom_fields.hpp"
+#include "zel_rt_range_formatter/records/ncom_unit_record.hpp"
 
 namespace rtrange {
 

@@ -6,7 +6,7 @@
 
 #include "tools/rtrange/report/report_page.hpp"
 #include "tools/rtrange/report/report_summary.hpp"
-#include "zel_rt_range_formatter/src/ncom_unit_record.hpp"
+#include "zel_rt_range_formatter/records/ncom_unit_record.hpp"
 
 namespace rtrange {
 

@@ -3,7 +3,7 @@
 
 #include <span>
 
-#include "zel_rt_range_formatter/fields/field.hpp"
+#include "zel_rt_range_formatter/records/field.hpp"
 
 namespace zel::toolbox::rt_range {
 

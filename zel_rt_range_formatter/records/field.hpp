@@ -1,4 +1,4 @@
-// Description of a record's fields, for everything that shows records to people.
+// Description of a record's fields, for everything that shows or checks records.
 #pragma once
 
 #include <concepts>
@@ -87,6 +87,14 @@ consteval field_type stored_as() {
         static_assert(std::same_as<T, std::int64_t>);
         return field_type::s64;
     }
+}
+
+/// One row of a field table. Does not compile when the record's member is not at `offset`.
+consteval field field_at(std::size_t offset, std::size_t member_offset, const char* name,
+                         field_type type, const char* unit, const char* meaning) {
+    if (member_offset != offset)
+        throw "the member is at another offset than its row says";
+    return {name, offset, type, unit, meaning};
 }
 
 /// Whether the fields, in this order, fill a record of `size` bytes without gap or overlap.

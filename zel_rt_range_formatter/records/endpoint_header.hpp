@@ -1,7 +1,6 @@
-// The head that every unit record begins with.
+// The header that every record begins with.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
 namespace zel::toolbox::rt_range {
@@ -18,12 +17,5 @@ struct endpoint_header {
 };
 
 #pragma pack(pop)
-
-static_assert(offsetof(endpoint_header, source_ip) == 0);
-static_assert(offsetof(endpoint_header, source_port) == 4);
-static_assert(offsetof(endpoint_header, destination_ip) == 8);
-static_assert(offsetof(endpoint_header, destination_port) == 12);
-static_assert(offsetof(endpoint_header, packet_count) == 16);
-static_assert(sizeof(endpoint_header) == 24);
 
 } // namespace zel::toolbox::rt_range

@@ -1,0 +1,240 @@
+#include "zel_rt_range_formatter/records/ncom_fields.hpp"
+
+#include <cstddef>
+
+#include "zel_rt_range_formatter/records/ncom_unit_record.hpp"
+
+namespace zel::toolbox::rt_range {
+namespace {
+
+// clang-format off
+#define ENDPOINT(offset, name, type, meaning)                                                      \
+    field_at(offset, offsetof(ncom_unit_record, endpoint.name), #name, field_type::type, "", meaning)
+#define FIELD(offset, name, unit, meaning)                                                         \
+    field_at(offset, offsetof(ncom_unit_record, name), #name,                                      \
+             stored_as<decltype(ncom_unit_record::name)>(), unit, meaning)
+
+// Offset from the start of the record, name, unit, meaning. In a package the record follows the
+// four bytes of its tag.
+constexpr field fields[] = {
+    ENDPOINT(0, source_ip, ipv4,
+        "address that the datagram came from; for wrapped NCOM, the wrapped unit's address"),
+    ENDPOINT(4, source_port, u32,
+        "port that the datagram came from; for wrapped NCOM, that of the RCOM datagram"),
+    ENDPOINT(8, destination_ip, ipv4,
+        "address that the datagram went to; for wrapped NCOM, the address that the RCOM datagram "
+        "came from"),
+    ENDPOINT(12, destination_port, u32,
+        "port that the datagram went to; for wrapped NCOM, that of the RCOM datagram"),
+    ENDPOINT(16, packet_count, u64,
+        "datagrams of this unit since the last reset"),
+    FIELD(24, accel_x, "m/s²", "acceleration, forward"),
+    FIELD(32, accel_y, "m/s²", "acceleration, to the left"),
+    FIELD(40, accel_z, "m/s²", "acceleration, up"),
+    FIELD(48, level_accel_x, "m/s²", "acceleration in the level frame, forward"),
+    FIELD(56, level_accel_y, "m/s²", "acceleration in the level frame, to the left"),
+    FIELD(64, level_accel_z, "m/s²", "acceleration in the level frame, up"),
+    FIELD(72, rate_x, "deg/s", "angular rate about the forward axis"),
+    FIELD(80, rate_y, "deg/s", "angular rate about the axis to the left"),
+    FIELD(88, rate_z, "deg/s", "angular rate about the upward axis"),
+    FIELD(96, rate_x_copy, "deg/s",
+        "angular rate about the forward axis, with the sign of the wire"),
+    FIELD(104, rate_y_copy, "deg/s",
+        "angular rate about the axis to the right, with the sign of the wire"),
+    FIELD(112, rate_z_copy, "deg/s",
+        "angular rate about the downward axis, with the sign of the wire"),
+    FIELD(120, latitude, "deg", "latitude; of a target also from RCOM status channel 8"),
+    FIELD(128, longitude, "deg", "longitude; of a target also from RCOM status channel 8"),
+    FIELD(136, altitude, "m", "altitude; of a target also from RCOM status channel 10"),
+    FIELD(144, vehicle_velocity_x, "m/s", "velocity forward"),
+    FIELD(152, vehicle_velocity_x_kmh, "km/h", "velocity forward"),
+    FIELD(160, vehicle_velocity_y, "m/s", "velocity to the left"),
+    FIELD(168, vehicle_velocity_y_kmh, "km/h", "velocity to the left"),
+    FIELD(176, vehicle_velocity_unused, "m/s",
+        "never written by a packet; alternates between 0 and -0"),
+    FIELD(184, vehicle_velocity_unused_kmh, "km/h",
+        "never written by a packet; alternates between 0 and -0"),
+    FIELD(192, velocity_north, "m/s", "velocity north"),
+    FIELD(200, velocity_north_kmh, "km/h", "velocity north"),
+    FIELD(208, velocity_east, "m/s", "velocity east, negated: positive to the west"),
+    FIELD(216, velocity_east_kmh, "km/h", "velocity east, negated: positive to the west"),
+    FIELD(224, velocity_down, "m/s", "velocity down, negated: positive upward"),
+    FIELD(232, velocity_down_kmh, "km/h", "velocity down, negated: positive upward"),
+    FIELD(240, heading, "deg",
+        "heading after the heading filter; of a target also from RCOM status channel 10, then "
+        "unfiltered and unsigned"),
+    FIELD(248, pitch, "deg", "pitch, negated: positive nose down"),
+    FIELD(256, roll, "deg", "roll"),
+    FIELD(264, curvature, "1/m",
+        "yaw rate over speed; 0 unless the speed exceeds its own accuracy and "
+        "velocity_accuracy_age is below 150"),
+    FIELD(272, unit_value_a, "",
+        "extended range packet: hunter_value_a for the hunter, target_value_a for a target"),
+    FIELD(280, unit_value_b, "",
+        "extended range packet: hunter_value_b for the hunter, target_value_b for a target"),
+    FIELD(288, unit_value_c, "",
+        "extended range packet: hunter_value_c for the hunter, target_value_c for a target"),
+    FIELD(296, unit_value_ab, "", "square root of unit_value_a squared plus unit_value_b squared"),
+    FIELD(304, unit_value_c_negated, "", "unit_value_c, negated"),
+    FIELD(312, relative_range_longitudinal, "m", "copy of range_longitudinal"),
+    FIELD(320, relative_range_lateral, "m", "copy of range_lateral"),
+    FIELD(328, relative_range_rate_longitudinal, "m/s", "copy of range_rate_longitudinal"),
+    FIELD(336, relative_range_rate_longitudinal_kmh, "km/h", "copy of range_rate_longitudinal"),
+    FIELD(344, relative_range_rate_lateral, "m/s", "copy of range_rate_lateral"),
+    FIELD(352, relative_range_rate_lateral_kmh, "km/h", "copy of range_rate_lateral"),
+    FIELD(360, relative_accel_x, "m/s²", "accel_x of this unit minus that of the hunter"),
+    FIELD(368, relative_accel_y, "m/s²", "accel_y of this unit minus that of the hunter"),
+    FIELD(376, relative_accel_z, "m/s²", "accel_z of this unit minus that of the hunter"),
+    FIELD(384, relative_heading, "deg",
+        "heading of the hunter minus that of this unit, -180 to 180"),
+    FIELD(392, relative_pitch, "deg", "pitch of the hunter minus that of this unit, -180 to 180"),
+    FIELD(400, relative_roll, "deg",
+        "roll of the hunter minus that of this unit, both in 0 to 360, not wrapped"),
+    FIELD(408, relative_rate_x, "deg/s", "rate_x of this unit minus that of the hunter"),
+    FIELD(416, relative_rate_y, "deg/s", "rate_y of this unit minus that of the hunter"),
+    FIELD(424, relative_rate_z, "deg/s", "rate_z of this unit minus that of the hunter"),
+    FIELD(432, gps_minutes, "min",
+        "minutes since the GPS epoch, from status channel 0, counted on between its packets"),
+    FIELD(436, time_in_minute_ms, "ms", "time within the GPS minute"),
+    FIELD(440, utc_offset, "s",
+        "status channel 16: difference between GPS time and UTC, without sign"),
+    FIELD(441, utc_offset_valid, "", "status channel 16: 1 when utc_offset is valid"),
+    FIELD(442, gps_time_valid, "",
+        "utc_offset_valid at the last NCOM packet; 1 while utc_time_us follows the packets"),
+    FIELD(443, utc_time_us, "us",
+        "GPS time less one second, counted from 1970: not UTC, as neither leap seconds nor "
+        "utc_offset are applied; usable after a status channel 0 and a status channel 16 with its "
+        "valid bit set; in a sample batch, the time of the previous packet"),
+    FIELD(451, position_accuracy_north, "m", "status channel 3: north position accuracy"),
+    FIELD(459, position_accuracy_east, "m", "status channel 3: east position accuracy"),
+    FIELD(467, position_accuracy_down, "m", "status channel 3: down position accuracy"),
+    FIELD(475, position_accuracy_horizontal, "m",
+        "position_accuracy_north times the square root of 2"),
+    FIELD(483, position_accuracy_age, "", "status channel 3: age of the accuracies"),
+    FIELD(484, channel_3_byte_7, "", "status channel 3: byte 7"),
+    FIELD(485, velocity_accuracy_north, "m/s", "status channel 4: north velocity accuracy"),
+    FIELD(493, velocity_accuracy_east, "m/s", "status channel 4: east velocity accuracy"),
+    FIELD(501, velocity_accuracy_down, "m/s", "status channel 4: down velocity accuracy"),
+    FIELD(509, velocity_accuracy_age, "",
+        "status channel 4: age of the accuracies; 150 or more is outdated"),
+    FIELD(510, velocity_accuracy_horizontal, "m/s",
+        "velocity_accuracy_north times the square root of 2"),
+    FIELD(518, channel_4_byte_7, "", "status channel 4: byte 7"),
+    FIELD(519, heading_accuracy, "deg", "status channel 5: heading accuracy"),
+    FIELD(527, pitch_accuracy, "deg", "status channel 5: pitch accuracy"),
+    FIELD(535, roll_accuracy, "deg", "status channel 5: roll accuracy"),
+    FIELD(543, orientation_accuracy_age, "", "status channel 5: age of the accuracies"),
+    FIELD(544, rcom_channel_17_a, "", "RCOM status channel 17: first value"),
+    FIELD(552, rcom_channel_17_b, "", "RCOM status channel 17: second value"),
+    FIELD(560, rcom_channel_17_c, "", "RCOM status channel 17: third value"),
+    FIELD(564, range_lateral, "m", "lateral range from the hunter, positive to the left"),
+    FIELD(572, range_longitudinal, "m", "longitudinal range from the hunter"),
+    FIELD(580, range_rate_lateral, "m/s", "lateral range rate, positive to the left"),
+    FIELD(588, range_rate_longitudinal, "m/s", "longitudinal range rate"),
+    FIELD(596, ttc_longitudinal, "s",
+        "longitudinal time to collision at constant range rate; negative while moving apart; "
+        "2.2250738585072014e-308 for none"),
+    FIELD(604, ttc_longitudinal_accelerated, "s",
+        "equal to ttc_longitudinal while acceleration_longitudinal_scaled is at most 0.05; "
+        "otherwise the absolute value of a root t of acceleration / 2 * t² + rate * t = range, "
+        "which may lie in the past. At that time the range has doubled, not vanished: use it to "
+        "compare recordings, not as a time to collision; 2.2250738585072014e-308 for none"),
+    FIELD(612, ttc_lateral, "s",
+        "lateral time to collision at constant range rate; negative while moving apart; "
+        "2.2250738585072014e-308 for none"),
+    FIELD(620, ttc_lateral_accelerated, "s",
+        "equal to ttc_lateral while acceleration_lateral_scaled is at most 0.05; otherwise the "
+        "absolute value of a root t of acceleration / 2 * t² + rate * t = range, which may lie in "
+        "the past. At that time the range has doubled, not vanished: use it to compare "
+        "recordings, not as a time to collision; 2.2250738585072014e-308 for none"),
+    FIELD(628, primary_antenna_x, "m",
+        "status channel 12: position of the primary antenna, forward"),
+    FIELD(636, primary_antenna_y, "m",
+        "status channel 12: position of the primary antenna, to the right"),
+    FIELD(644, primary_antenna_z, "m", "status channel 12: position of the primary antenna, down"),
+    FIELD(652, primary_antenna_age, "", "status channel 12: age of the position"),
+    FIELD(653, primary_antenna_accuracy_x, "m",
+        "status channel 14: accuracy of the primary antenna's position, forward"),
+    FIELD(661, primary_antenna_accuracy_y, "m",
+        "status channel 14: accuracy of the primary antenna's position, to the right"),
+    FIELD(669, primary_antenna_accuracy_z, "m",
+        "status channel 14: accuracy of the primary antenna's position, down"),
+    FIELD(677, primary_antenna_accuracy_age, "", "status channel 14: age of the accuracies"),
+    FIELD(678, dual_antenna_heading, "deg", "status channel 13: heading of the antenna pair"),
+    FIELD(686, dual_antenna_pitch, "deg", "status channel 13: pitch of the antenna pair"),
+    FIELD(694, dual_antenna_distance, "m", "status channel 13: distance between the antennas"),
+    FIELD(702, dual_antenna_age, "", "status channel 13: age of the orientation"),
+    FIELD(703, dual_antenna_heading_accuracy, "deg",
+        "status channel 15: accuracy of the antenna pair's heading"),
+    FIELD(711, dual_antenna_pitch_accuracy, "deg",
+        "status channel 15: accuracy of the antenna pair's pitch"),
+    FIELD(719, dual_antenna_distance_accuracy, "m",
+        "status channel 15: accuracy of the distance between the antennas"),
+    FIELD(727, dual_antenna_accuracy_age, "", "status channel 15: age of the accuracies"),
+    FIELD(728, output_displacement_x, "m",
+        "status channel 26: lever arm of the output point, forward"),
+    FIELD(736, output_displacement_y, "m",
+        "status channel 26: lever arm of the output point, to the right; read as unsigned: -1 mm "
+        "reads 65.535 m"),
+    FIELD(744, output_displacement_z, "m",
+        "status channel 26: lever arm of the output point, down; read as unsigned: -1 mm reads "
+        "65.535 m"),
+    FIELD(752, output_displacement_age, "", "status channel 26: age of the lever arm"),
+    FIELD(753, channel_75_word_0, "", "status channel 75: bytes 0 and 1"),
+    FIELD(755, channel_75_byte_2, "", "status channel 75: byte 2"),
+    FIELD(756, channel_76_word_0, "", "status channel 76: bytes 0 and 1"),
+    FIELD(758, channel_76_word_2, "", "status channel 76: bytes 2 and 3"),
+    FIELD(760, channel_76_word_4, "", "status channel 76: bytes 4 and 5"),
+    FIELD(762, channel_77_byte_0, "", "status channel 77: byte 0"),
+    FIELD(763, channel_77_byte_1, "", "status channel 77: byte 1"),
+    FIELD(764, channel_77_byte_2, "", "status channel 77: byte 2"),
+    FIELD(765, satellites, "", "status channel 0: number of satellites"),
+    FIELD(766, orientation_mode, "",
+        "status channel 0: orientation mode, stored in place of the position mode"),
+    FIELD(767, velocity_mode, "", "status channel 0: velocity mode"),
+    FIELD(768, reserved_768, "", "never written"),
+    FIELD(769, primary_receiver_characters, "",
+        "status channel 2: characters received from the primary receiver"),
+    FIELD(771, primary_receiver_packets, "",
+        "status channel 2: packets received from the primary receiver"),
+    FIELD(773, primary_receiver_characters_skipped, "",
+        "status channel 2: characters not understood"),
+    FIELD(775, primary_receiver_packets_skipped, "", "status channel 2: packets not used"),
+    FIELD(777, rcom_channel_value, "",
+        "RCOM status channel 0 (targets) or 5 (hunter); 1.7976931348623157e+308 for none"),
+    FIELD(785, sync, "", "sync byte of the packet, 231"),
+    FIELD(789, navigation_status, "", "navigation status"),
+    FIELD(793, ncom_status_channel, "",
+        "status channel of the last packet of any unit; written for the hunter only"),
+    FIELD(797, checksum_1, "", "first checksum, not verified"),
+    FIELD(801, checksum_2, "", "second checksum, not verified"),
+    FIELD(805, checksum_3, "", "third checksum, not verified"),
+    FIELD(809, differential_age, "s",
+        "status channel 20: age of the differential corrections, whole seconds"),
+    FIELD(813, sample_accel_x, "m/s²", "batch of all units' packets: accel_x, filtered"),
+    FIELD(821, sample_accel_y, "m/s²", "batch of all units' packets: accel_y, filtered"),
+    FIELD(829, sample_vehicle_velocity_x, "m/s",
+        "batch of all units' packets: vehicle_velocity_x, filtered"),
+    FIELD(837, sample_vehicle_velocity_x_kmh, "km/h",
+        "batch of all units' packets: vehicle_velocity_x_kmh, filtered"),
+    FIELD(845, sample_vehicle_velocity_y, "m/s",
+        "batch of all units' packets: vehicle_velocity_y, filtered"),
+    FIELD(853, sample_vehicle_velocity_y_kmh, "km/h",
+        "batch of all units' packets: vehicle_velocity_y_kmh, filtered"),
+    FIELD(861, sample_rate_z, "deg/s", "batch of all units' packets: rate_z_copy, filtered"),
+};
+
+#undef FIELD
+#undef ENDPOINT
+// clang-format on
+
+static_assert(cover(fields, sizeof(ncom_unit_record)));
+static_assert(sizeof(ncom_unit_record) == 869);
+
+} // namespace
+
+std::span<const field> ncom_fields() {
+    return fields;
+}
+
+} // namespace zel::toolbox::rt_range
