@@ -48,43 +48,43 @@ std::uint32_t translate_current_exception(Report report) {
     }
 #endif
     catch (const std::bad_alloc&) {
-        return report(error_code::out_of_memory, "memory allocation failed");
+        return report(ZEL_ERROR_OUT_OF_MEMORY, "memory allocation failed");
     } catch (const not_implemented_error& error) {
-        return report(error_code::not_implemented, error.what());
+        return report(ZEL_ERROR_NOT_IMPLEMENTED, error.what());
     } catch (const timed_out_error& error) {
-        return report(error_code::timed_out, error.what());
+        return report(ZEL_ERROR_TIMED_OUT, error.what());
     } catch (const file_exists_error& error) {
-        return report(error_code::file_exists, error.what());
+        return report(ZEL_ERROR_FILE_EXISTS, error.what());
     } catch (const std::invalid_argument& error) {
-        return report(error_code::invalid_argument, error.what());
+        return report(ZEL_ERROR_INVALID_ARGUMENT, error.what());
     } catch (const std::system_error& error) {
         return report(host_code(error.code()), error.what());
     } catch (const std::exception& error) {
-        return report(error_code::failed, error.what());
+        return report(ZEL_ERROR_FAILED, error.what());
     } catch (...) {
-        return report(error_code::failed, "unknown error");
+        return report(ZEL_ERROR_FAILED, "unknown error");
     }
 }
 
 } // namespace
 
-void throw_if_failure(zel_error_details_t*& error) {
+void convert_error_record(zel_error_details_t*& error) {
     const std::unique_ptr<zel_error_details_t, error_details_deleter> owner(error);
     error = nullptr;
 
     const char* const text = zel_error_details_get_description(owner.get());
-    // The spelling is the one that hosts already match on.
+    // The spelling is fixed by the interface.
     const std::string description = text != nullptr ? text : "unknwon error";
     switch (zel_error_details_get_code(owner.get())) {
-    case error_code::note:
+    case ZEL_ERROR_NOTE:
         return;
-    case error_code::timed_out:
+    case ZEL_ERROR_TIMED_OUT:
         throw timed_out_error(description);
-    case error_code::not_implemented:
+    case ZEL_ERROR_NOT_IMPLEMENTED:
         throw not_implemented_error();
-    case error_code::file_exists:
+    case ZEL_ERROR_FILE_EXISTS:
         throw file_exists_error(description);
-    case error_code::invalid_argument:
+    case ZEL_ERROR_INVALID_ARGUMENT:
         throw std::invalid_argument(description);
     default:
         throw std::runtime_error(description);

@@ -8,25 +8,14 @@
 
 namespace zel::runtime {
 
-/// The host's codes for the exceptions that have one of their own.
-namespace error_code {
-inline constexpr std::uint32_t note = 1; ///< not a failure, although it comes in an error record
-inline constexpr std::uint32_t not_implemented = 0xA0000FA1;
-inline constexpr std::uint32_t failed = 0xA0000FA5;
-inline constexpr std::uint32_t timed_out = 0xA00005B4;
-inline constexpr std::uint32_t out_of_memory = 0xA003000C;
-inline constexpr std::uint32_t file_exists = 0xA0030011;
-inline constexpr std::uint32_t invalid_argument = 0xA0030016;
-} // namespace error_code
-
-/// As throw_if_failed, for a record that is there.
-void throw_if_failure(zel_error_details_t*& error);
+/// As throw_if_failed, for a record that is not null.
+void convert_error_record(zel_error_details_t*& error);
 
 /// Turns a host's error record into an exception. Null and code 1 throw nothing. The record is
 /// destroyed and `error` set to null in every case.
 inline void throw_if_failed(zel_error_details_t*& error) {
     if (error != nullptr)
-        throw_if_failure(error);
+        convert_error_record(error);
 }
 
 /// Reports the exception being handled through `error` and gives the status to return. Call it from

@@ -44,10 +44,24 @@ public:
     const std::shared_ptr<log::logger>& host_log() const { return logger_; }
 
 private:
-    /// Destroys what was not handed over, however the transformation ends.
-    struct emptied_at_the_end {
-        package_list& packages;
-        ~emptied_at_the_end() { packages.clear(); }
+    /// The list of one call of `transform`, in storage that the instance keeps between calls. A
+    /// host may call `transform` again from within its log function: the inner call then finds no
+    /// storage and gets its own.
+    class call_list {
+    public:
+        explicit call_list(package_list& storage)
+            : packages(std::exchange(storage, {})), storage_(storage) {}
+        ~call_list() {
+            packages.clear();
+            storage_ = std::move(packages);
+        }
+        call_list(const call_list&) = delete;
+        call_list& operator=(const call_list&) = delete;
+
+        package_list packages;
+
+    private:
+        package_list& storage_;
     };
 
     static zel_status_t transform(void* handle, const zel_raw_package_t* raw_package,
@@ -59,16 +73,17 @@ private:
             runtime::check_argument(package_count, "package_count");
             runtime::check_argument(allocator, "allocator");
             formatter& instance = *static_cast<T*>(handle);
-            const emptied_at_the_end cleanup{instance.packages_};
-            instance.format(instance.packages_, raw_package, allocator);
-            hand_over(instance.packages_, *allocator, *packages, *package_count);
+            call_list list(instance.list_storage_);
+            instance.format(list.packages, raw_package, allocator);
+            *packages = hand_over(list.packages, *allocator);
+            *package_count = list.packages.size();
         });
     }
 
     zel_formatter_raw_package_transformation_support_t transformation_support_;
     std::shared_ptr<runtime::service_locator> host_services_;
     std::shared_ptr<log::logger> logger_;
-    package_list packages_; ///< empty between calls; kept for its storage
+    package_list list_storage_; ///< always empty; keeps its capacity
 };
 
 } // namespace zel::extensibility::transform

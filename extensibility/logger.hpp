@@ -16,13 +16,6 @@
 
 namespace zel::extensibility::log {
 
-/// The levels that this plug-in uses; filtering is the host's.
-namespace level {
-inline constexpr std::uint32_t skipped = 200;   ///< a frame that is not for the decoder
-inline constexpr std::uint32_t malformed = 300; ///< a malformed or unusable frame, dropped
-inline constexpr std::uint32_t notable = 400;   ///< a one-time event
-} // namespace level
-
 /// Where a log record comes from.
 struct site {
     const char* function; ///< fully qualified, without return type and parameters

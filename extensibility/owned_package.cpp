@@ -9,35 +9,37 @@
 namespace zel::extensibility {
 namespace {
 
-/// Takes over what a host's creation function gave out.
+/// Takes ownership of what a host's creation function gave out. A pointer that a failing host
+/// leaves behind is not ours, so the error record is converted first.
 owned_package take(const zel_allocator_t* allocator, zel_package_t* package,
                    zel_error_details_t*& error) {
-    owned_package owner(package, package_deleter{allocator});
     runtime::throw_if_failed(error);
-    if (owner == nullptr)
+    if (package == nullptr)
         throw std::runtime_error("failed to allocate 'zel_package_t' instance");
-    return owner;
+    return {package, package_deleter{allocator}};
 }
 
 } // namespace
 
-owned_package create_package(const zel_allocator_t* allocator, const char* format_type,
-                             std::size_t size) {
+owned_package create_package(const zel_allocator_t* allocator, std::size_t size) {
     zel_package_t* package = nullptr;
     zel_error_details_t* error = nullptr;
     zel_package_create(allocator, size, &package, &error);
-    owned_package owner = take(allocator, package, error);
-    zel_package_assign_format_type(owner.get(), format_type, &error);
-    runtime::throw_if_failed(error);
-    return owner;
+    return take(allocator, package, error);
 }
 
-owned_package create_package_with_data(const zel_allocator_t* allocator, const char* format_type,
-                                       const void* data, std::size_t size) {
+owned_package create_package(const zel_allocator_t* allocator, const char* format_type,
+                             const void* data, std::size_t size) {
     zel_package_t* package = nullptr;
     zel_error_details_t* error = nullptr;
     zel_package_create_assign_data(allocator, format_type, data, size, &package, &error);
     return take(allocator, package, error);
+}
+
+void assign_format_type(const owned_package& package, const char* format_type) {
+    zel_error_details_t* error = nullptr;
+    zel_package_assign_format_type(package.get(), format_type, &error);
+    runtime::throw_if_failed(error);
 }
 
 std::uint8_t* package_data(const owned_package& package) {
@@ -46,15 +48,13 @@ std::uint8_t* package_data(const owned_package& package) {
     return reinterpret_cast<std::uint8_t*>(package.get()) + sizeof(zel_package_t);
 }
 
-void hand_over(package_list& list, const zel_allocator_t& allocator, zel_package_t**& packages,
-               std::size_t& package_count) {
+zel_package_t** hand_over(package_list& list, const zel_allocator_t& allocator) {
     auto** const array = static_cast<zel_package_t**>(
         allocator.allocate_array(list.size(), sizeof(zel_package_t*), allocator.context));
     if (array == nullptr && !list.empty())
         throw std::bad_alloc();
     std::ranges::transform(list, array, [](owned_package& package) { return package.release(); });
-    packages = array;
-    package_count = list.size();
+    return array;
 }
 
 } // namespace zel::extensibility

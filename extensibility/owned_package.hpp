@@ -23,22 +23,23 @@ using owned_package = std::unique_ptr<zel_package_t, package_deleter>;
 /// The ordered result of one transformation.
 using package_list = std::vector<owned_package>;
 
-/// Creates a package of a format family with `size` bytes of uninitialised data. Throws what the
-/// host's error record says, and std::runtime_error when the host gives no package.
-owned_package create_package(const zel_allocator_t* allocator, const char* format_type,
-                             std::size_t size);
+/// Creates a package with `size` bytes of uninitialised data. Throws what the host's error record
+/// says, and std::runtime_error when the host gives no package.
+owned_package create_package(const zel_allocator_t* allocator, std::size_t size);
 
-/// As create_package, with a copy of `size` bytes from `data`.
-owned_package create_package_with_data(const zel_allocator_t* allocator, const char* format_type,
-                                       const void* data, std::size_t size);
+/// Creates a package of a format family with a copy of `size` bytes from `data`. Throws as above.
+owned_package create_package(const zel_allocator_t* allocator, const char* format_type,
+                             const void* data, std::size_t size);
+
+/// Sets the package's format family. Throws what the host's error record says.
+void assign_format_type(const owned_package& package, const char* format_type);
 
 /// First data byte of a package. Throws std::invalid_argument for an empty owner.
 std::uint8_t* package_data(const owned_package& package);
 
-/// Hands the packages over: their pointers, in list order, go into an array of the host's
-/// allocator, and the list keeps empty owners. Throws std::bad_alloc, with nothing handed over,
-/// when there is no array for them.
-void hand_over(package_list& list, const zel_allocator_t& allocator, zel_package_t**& packages,
-               std::size_t& package_count);
+/// Hands the packages over to the host: returns their pointers, in list order, in an array from its
+/// allocator, and leaves empty owners in the list. Throws std::bad_alloc, with nothing handed over,
+/// when the allocator has no array for them.
+zel_package_t** hand_over(package_list& list, const zel_allocator_t& allocator);
 
 } // namespace zel::extensibility

@@ -11,9 +11,14 @@ extern "C" {
 /* Name under which the host's service locator offers a zel_log_t. */
 #define ZEL_LOG_SERVICE_TYPE "zel_log_t"
 
+/* Levels of log records; the host filters. */
+#define ZEL_LOG_LEVEL_SKIPPED UINT32_C(200)   /* a frame that is not for the decoder */
+#define ZEL_LOG_LEVEL_MALFORMED UINT32_C(300) /* a malformed or unusable frame, dropped */
+#define ZEL_LOG_LEVEL_NOTABLE UINT32_C(400)   /* a one-time event */
+
 /* One log record; it and all its texts are borrowed. */
 typedef struct zel_log_info_t {
-    uint32_t level;       /* 200 skipped traffic, 300 malformed frame, 400 notable event */
+    uint32_t level;       /* one of ZEL_LOG_LEVEL_* */
     const char* message;  /* at most 1023 characters */
     const char* module;   /* file name of the plug-in, without directory */
     const char* file;     /* source file name, without directory */

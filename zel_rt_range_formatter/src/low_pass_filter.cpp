@@ -17,24 +17,27 @@ constexpr std::array<double, order + 1> a{1.0,       -9.5936,  42.3846,   -113.9
 
 } // namespace
 
-void low_pass_filter(const sample_batch& input, sample_batch& output) {
-    for (std::size_t key = 0; key < sample_lanes; ++key)
-        output[0][key] = b[0] * input[0][key];
+sample_rows low_pass_filter(const sample_rows& input) {
+    constexpr std::size_t columns = sample_row{}.size();
+    sample_rows output;
+    for (std::size_t column = 0; column < columns; ++column)
+        output[0][column] = b[0] * input[0][column];
     // The order of the additions decides the last bits: each sum runs over ascending k, and the two
     // are subtracted once.
-    for (std::size_t n = 1; n < batch_size; ++n) {
+    for (std::size_t n = 1; n < input.size(); ++n) {
         sample_row forward{};
         sample_row feedback{};
         const std::size_t reach = std::min(n, order);
         for (std::size_t k = 0; k <= reach; ++k)
-            for (std::size_t key = 0; key < sample_lanes; ++key)
-                forward[key] += b[k] * input[n - k][key];
+            for (std::size_t column = 0; column < columns; ++column)
+                forward[column] += b[k] * input[n - k][column];
         for (std::size_t k = 1; k <= reach; ++k)
-            for (std::size_t key = 0; key < sample_lanes; ++key)
-                feedback[key] += a[k] * output[n - k][key];
-        for (std::size_t key = 0; key < sample_lanes; ++key)
-            output[n][key] = forward[key] - feedback[key];
+            for (std::size_t column = 0; column < columns; ++column)
+                feedback[column] += a[k] * output[n - k][column];
+        for (std::size_t column = 0; column < columns; ++column)
+            output[n][column] = forward[column] - feedback[column];
     }
+    return output;
 }
 
 } // namespace zel::toolbox::rt_range

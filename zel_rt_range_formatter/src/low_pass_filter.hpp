@@ -1,4 +1,4 @@
-// Smoothing of the sample batches.
+// Smoothing of sample batches.
 #pragma once
 
 #include <array>
@@ -6,16 +6,14 @@
 
 namespace zel::toolbox::rt_range {
 
-/// Values of one NCOM packet that go into a batch: seven, in the order of the record's sample
-/// slots, and an unused one that lets the keys be filtered side by side in vector registers.
-inline constexpr std::size_t sample_lanes = 8;
-using sample_row = std::array<double, sample_lanes>;
+/// Samples of one NCOM packet: seven, in the order of the record's sample slots, and an unused one
+/// that fills the vector registers.
+using sample_row = std::array<double, 8>;
 
-/// NCOM packets in a batch.
-inline constexpr std::size_t batch_size = 30;
-using sample_batch = std::array<sample_row, batch_size>;
+/// Rows of one batch.
+using sample_rows = std::array<sample_row, 30>;
 
-/// Runs each key's values through a twelfth-order low-pass filter that starts from rest.
-void low_pass_filter(const sample_batch& input, sample_batch& output);
+/// Runs each column through a twelfth-order low-pass filter that starts from rest.
+sample_rows low_pass_filter(const sample_rows& input);
 
 } // namespace zel::toolbox::rt_range

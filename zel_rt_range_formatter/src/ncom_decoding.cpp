@@ -1,4 +1,6 @@
-#include "zel_rt_range_formatter/src/angles.hpp"
+#include <cstdint>
+
+#include "zel_rt_range_formatter/src/conversions.hpp"
 #include "zel_rt_range_formatter/src/field_readers.hpp"
 #include "zel_rt_range_formatter/src/ncom_packet.hpp"
 #include "zel_rt_range_formatter/src/ncom_status_channels.hpp"
@@ -6,6 +8,25 @@
 #include "zel_rt_range_formatter/src/rt_range_formatter_base.hpp"
 
 namespace zel::toolbox::rt_range {
+namespace {
+
+void update_absolute_time(unit_state& unit) {
+    // 1980-01-06 00:00:00 in milliseconds since 1970, less one second. Deliberate: existing
+    // recordings contain this time.
+    constexpr std::int64_t gps_epoch_ms = 315964799000;
+    constexpr std::int64_t ms_per_minute = 60000;
+    constexpr std::int64_t us_per_ms = 1000;
+
+    ncom_unit_record& record = unit.record;
+    record.gps_time_valid = record.utc_offset_valid;
+    if (record.utc_offset_valid == 0)
+        return;
+    const std::int64_t ms = gps_epoch_ms + std::int64_t{unit.ncom_last_time_ms} +
+                            std::int64_t{record.gps_minutes} * ms_per_minute;
+    record.utc_time_us = static_cast<std::uint64_t>(ms * us_per_ms);
+}
+
+} // namespace
 
 // clang-format off
 //  0    1      3         12     21   22   23    31    39    43         52   55   58   61   62   63
@@ -18,36 +39,36 @@ namespace zel::toolbox::rt_range {
 // The eight bytes of the status channel follow at 63, a third checksum at 71. No checksum is
 // verified: the packet is trusted as it stands.
 void rt_range_formatter_base::process_ncom(const std::uint8_t* ncom, std::uint32_t unit,
-                                           const pass_through& values) {
-    ncom_unit_record& record = unit_record(unit);
+                                           package_output& output) {
+    unit_state& state = units_[unit];
+    ncom_unit_record& record = state.record;
     record.navigation_status = ncom[ncom_byte::navigation_status];
     record.sync = ncom[0];
     record.checksum_1 = ncom[ncom_byte::checksum_1];
     record.checksum_2 = ncom[ncom_byte::checksum_2];
     record.checksum_3 = ncom[ncom_byte::checksum_3];
-    decode_time_and_motion(ncom, unit);
+    decode_time_and_motion(ncom, state);
     decode_position_and_orientation(ncom, record);
-    // The channel number is kept with the hunter, whichever unit sent it.
-    hunter_record_.ncom_status_channel = ncom[ncom_byte::status_channel];
+    // Deliberate: the channel number is stored in the hunter's record, whichever unit sent it.
+    hunter_record().ncom_status_channel = ncom[ncom_byte::status_channel];
     decode_ncom_status_channel(ncom[ncom_byte::status_channel], ncom + ncom_byte::status_data,
                                record);
-    convert_frame(record, hunter_record_);
-    buffer_ncom_samples(record, values);
-    // Last, so that a sample batch carries the absolute time of the packet before.
-    keep_absolute_time(unit);
+    convert_frame(record, hunter_record());
+    buffer_ncom_samples(record, output);
+    // Last, so that a sample batch carries the absolute time of the previous packet.
+    update_absolute_time(state);
 }
 
-void rt_range_formatter_base::decode_time_and_motion(const std::uint8_t* ncom, std::uint32_t unit) {
+void rt_range_formatter_base::decode_time_and_motion(const std::uint8_t* ncom, unit_state& unit) {
     constexpr short_divisor accel_scale = 10000.0; // 0.1 mm/s²
     constexpr short_divisor rate_scale = 100000.0; // 0.01 mrad/s
 
-    ncom_unit_record& record = unit_record(unit);
+    ncom_unit_record& record = unit.record;
     const std::uint32_t time = read_unsigned(ncom + ncom_byte::time, 2);
-    const bool next_minute = ncom_last_time_ms_[unit] > time;
-    if (next_minute)
+    if (unit.ncom_last_time_ms > time) // the next minute has begun
         record.gps_minutes =
             static_cast<std::int32_t>(static_cast<std::uint32_t>(record.gps_minutes) + 1);
-    ncom_last_time_ms_[unit] = time;
+    unit.ncom_last_time_ms = time;
     record.time_in_minute_ms = time;
 
     const std::uint8_t* const accel = ncom + ncom_byte::accelerations;
@@ -84,19 +105,19 @@ void rt_range_formatter_base::decode_position_and_orientation(const std::uint8_t
     record.roll = to_degrees(scaled_signed(ncom + ncom_byte::roll, 3, angle_scale));
 }
 
-void rt_range_formatter_base::keep_absolute_time(std::uint32_t unit) {
-    // 1980-01-06 00:00:00 in milliseconds since 1970, less one second: recordings hold it so.
-    constexpr std::int64_t gps_epoch_ms = 315964799000;
-    constexpr std::int64_t ms_per_minute = 60000;
-    constexpr std::int64_t us_per_ms = 1000;
+void rt_range_formatter_base::buffer_ncom_samples(const ncom_unit_record& record,
+                                                  package_output& output) {
+    if (sample_batch_.add(record))
+        emit_ncom_sample_batch(output);
+}
 
-    ncom_unit_record& record = unit_record(unit);
-    record.gps_time_valid = record.utc_offset_valid;
-    if (record.utc_offset_valid == 0)
-        return;
-    const std::int64_t ms = gps_epoch_ms + std::int64_t{ncom_last_time_ms_[unit]} +
-                            std::int64_t{record.gps_minutes} * ms_per_minute;
-    record.utc_time_us = static_cast<std::uint64_t>(ms * us_per_ms);
+/// Adds one package per sample, all of them under the unit that completed the batch.
+void rt_range_formatter_base::emit_ncom_sample_batch(package_output& output) {
+    ncom_unit_record& record = units_[current_unit_index_].record;
+    for (const sample_row& samples : sample_batch_.filtered()) {
+        write_samples(samples, record);
+        output.add_ncom(record, current_unit_index_);
+    }
 }
 
 } // namespace zel::toolbox::rt_range

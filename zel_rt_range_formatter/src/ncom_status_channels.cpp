@@ -3,13 +3,13 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "zel_rt_range_formatter/src/angles.hpp"
+#include "zel_rt_range_formatter/src/conversions.hpp"
 #include "zel_rt_range_formatter/src/field_readers.hpp"
 
 namespace zel::toolbox::rt_range {
 namespace {
 
-/// The first value twice, not the first and the second: consumers know it so.
+/// Deliberate: existing recordings contain the first value twice, not the first and the second.
 double horizontal_accuracy(double first) {
     return std::sqrt(first * first + first * first);
 }
@@ -17,7 +17,7 @@ double horizontal_accuracy(double first) {
 void full_time(const std::uint8_t* data, ncom_unit_record& record) {
     record.gps_minutes = read_signed(data, 4);
     record.satellites = data[4];
-    // The position mode (byte 5) has no slot of its own: the orientation mode takes it.
+    // Deliberate: the orientation mode (byte 7) takes the slot of the position mode (byte 5).
     record.orientation_mode = data[7];
     record.velocity_mode = data[6];
 }

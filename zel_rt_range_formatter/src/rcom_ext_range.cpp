@@ -1,23 +1,22 @@
 #include <cmath>
 
+#include "zel_rt_range_formatter/src/conversions.hpp"
 #include "zel_rt_range_formatter/src/field_readers.hpp"
 #include "zel_rt_range_formatter/src/rcom_ext_range_status_channels.hpp"
 #include "zel_rt_range_formatter/src/rcom_packet.hpp"
 #include "zel_rt_range_formatter/src/rt_range_formatter_base.hpp"
+#include "zel_rt_range_formatter/src/size_check.hpp"
 
 namespace zel::toolbox::rt_range {
 namespace {
 
 namespace log = extensibility::log;
-namespace level = extensibility::log::level;
 
-constexpr double kmh_per_mps = 3.6;
-
-/// The smallest length that a sender may state, and the bytes that are read.
+/// Smallest packet length that a sender may state, and the number of bytes that are read.
 constexpr std::uint16_t smallest_stated_length = 61;
 constexpr std::uint64_t ext_range_size = 65;
 
-/// A longer range (m) comes from a unit that has lost its position.
+/// A packet with a longer longitudinal range (m) is implausible.
 constexpr double largest_range = 1'000'000.0;
 
 constexpr const char* ext_range_function =
@@ -38,7 +37,7 @@ constexpr const char* status_channel_function =
 //  +----------+----------+----+----+----+----+-----+----+
 // clang-format on
 //
-// The eight bytes of the status channel stand between 42 and 50. Lateral values turn round.
+// The eight bytes of the status channel are at 42 to 49. Lateral values change their sign.
 void decode_ext_range(const std::uint8_t* frame, rcom_unit_record& record) {
     record.sync = frame[0];
     record.packet_type = frame[1];
@@ -61,7 +60,7 @@ void decode_ext_range(const std::uint8_t* frame, rcom_unit_record& record) {
     record.velocity_longitudinal = scaled_signed(frame + 50, 2, 100.0);
     record.velocity_longitudinal_kmh = record.velocity_longitudinal * kmh_per_mps;
     record.velocity_lateral = scaled_signed(frame + 52, 2, -100.0);
-    // The longitudinal velocity again: consumers of recordings know this slot so.
+    // Deliberate: existing recordings contain the longitudinal velocity here.
     record.velocity_lateral_kmh = record.velocity_longitudinal * kmh_per_mps;
     record.acceleration_lateral = scaled_signed(frame + 54, 2, -100.0);
     record.acceleration_lateral_scaled = record.acceleration_lateral * kmh_per_mps;
@@ -80,19 +79,16 @@ void decode_ext_range(const std::uint8_t* frame, rcom_unit_record& record) {
 bool rt_range_formatter_base::rcom_process_frame_ext_range(const std::uint8_t* frame,
                                                            std::uint64_t received_size) {
     if (read_u16(frame + rcom_packet_length_byte) < smallest_stated_length) {
-        log::write(logger_, level::skipped, log::here(ext_range_function),
+        log::write(logger_, ZEL_LOG_LEVEL_SKIPPED, log::here(ext_range_function),
                    "Size of RCOM extended range packet is less than %u.",
                    unsigned{smallest_stated_length});
         return false;
     }
-    if (received_size < ext_range_size) {
-        log::write(logger_, level::malformed, log::here(ext_range_function),
-                   "Unexpected RCOM extended range packet size (Expected at least = %u, Received "
-                   "size = %u).",
-                   static_cast<unsigned>(ext_range_size), static_cast<unsigned>(received_size));
+    if (!has_size(logger_, log::here(ext_range_function), "RCOM extended range packet size",
+                  ext_range_size, received_size))
         return false;
-    }
-    // Nothing of an implausible frame is stored, yet the output goes on with the values before it.
+    // Deliberate: nothing of an implausible frame is stored, but it is still handled, with the
+    // values of the previous frame.
     const double range = scaled_signed_32(frame + ext_range_byte::range_longitudinal, 1000.0);
     if (std::abs(range) > largest_range)
         return true;
@@ -106,7 +102,7 @@ void rt_range_formatter_base::rcom_process_frame_ext_range_status_channel(
     const std::uint8_t channel = frame[ext_range_byte::status_channel];
     if (!decode_ext_range_status_channel(channel, frame + ext_range_byte::status_data,
                                          rcom_record_))
-        log::write(logger_, level::malformed, log::here(status_channel_function),
+        log::write(logger_, ZEL_LOG_LEVEL_MALFORMED, log::here(status_channel_function),
                    "Unknown status channel. status channel = %u.", unsigned{channel});
 }
 

@@ -1,15 +1,16 @@
+#include "zel_rt_range_formatter/src/conversions.hpp"
 #include "zel_rt_range_formatter/src/field_readers.hpp"
 #include "zel_rt_range_formatter/src/rcom_lane_status_channels.hpp"
 #include "zel_rt_range_formatter/src/rcom_packet.hpp"
 #include "zel_rt_range_formatter/src/rt_range_formatter_base.hpp"
+#include "zel_rt_range_formatter/src/size_check.hpp"
 
 namespace zel::toolbox::rt_range {
 namespace {
 
 namespace log = extensibility::log;
-namespace level = extensibility::log::level;
 
-/// The smallest length that a sender may state, and the bytes that are read.
+/// Smallest packet length that a sender may state, and the number of bytes that are read.
 constexpr std::uint16_t smallest_stated_length = 129;
 constexpr std::uint64_t lane_packet_size = 133;
 
@@ -43,8 +44,6 @@ void decode_with_thousandth(const std::uint8_t* bytes, short_divisor divisor, st
 //  |   |   | u16 |u16|u8 |u8 | i32 |              |         |u8 | u8|      |           | i16  |u8 |
 //  +---+---+-----+---+---+---+-----+--------------+---------+---+---+------+-----------+------+---+
 void decode_lane_packet(const std::uint8_t* frame, rcom_unit_record& record) {
-    constexpr double kmh_per_mps = 3.6;
-
     record.sync = frame[0];
     record.packet_type = frame[1];
     record.packet_length = read_unsigned(frame + 2, 2);
@@ -80,17 +79,13 @@ void decode_lane_packet(const std::uint8_t* frame, rcom_unit_record& record) {
 bool rt_range_formatter_base::rcom_process_frame_lane_packet(const std::uint8_t* frame,
                                                              std::uint64_t received_size) {
     if (read_u16(frame + rcom_packet_length_byte) < smallest_stated_length) {
-        log::write(logger_, level::skipped, log::here(lane_function),
+        log::write(logger_, ZEL_LOG_LEVEL_SKIPPED, log::here(lane_function),
                    "Size of RCOM lane packet is less than %u.", unsigned{smallest_stated_length});
         return false;
     }
-    if (received_size < lane_packet_size) {
-        log::write(logger_, level::malformed, log::here(lane_function),
-                   "Unexpected RCOM lane packet size (Expected at least = %u, Received size = "
-                   "%u).",
-                   static_cast<unsigned>(lane_packet_size), static_cast<unsigned>(received_size));
+    if (!has_size(logger_, log::here(lane_function), "RCOM lane packet size", lane_packet_size,
+                  received_size))
         return false;
-    }
     decode_lane_packet(frame, rcom_record_);
     return true;
 }

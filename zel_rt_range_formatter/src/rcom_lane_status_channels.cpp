@@ -17,8 +17,8 @@ void decode_lane_status_channel(std::uint8_t channel, const std::uint8_t* data,
         std::memcpy(record.lane_channel_1, data, sizeof(record.lane_channel_1));
         return;
     case 2:
-        // The readers work in 32 bits, so of this field and that of channel 7 only the first four
-        // bytes arrive; recordings hold them so.
+        // Deliberate: of this field and that of channel 7 existing recordings contain the first
+        // four bytes only, as many as the readers return.
         record.lane_channel_2_byte_0 = data[0];
         record.lane_channel_2_value = read_unsigned(data + 1, 7);
         return;

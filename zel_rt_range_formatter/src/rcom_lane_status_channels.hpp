@@ -8,7 +8,7 @@
 namespace zel::toolbox::rt_range {
 
 /// Decodes the eight data bytes of a lane status channel into the record; an unknown channel
-/// changes nothing. These channels have nothing to do with those of the extended range packet.
+/// changes nothing. These channels are not those of the extended range packet.
 void decode_lane_status_channel(std::uint8_t channel, const std::uint8_t* data,
                                 rcom_unit_record& record);
 

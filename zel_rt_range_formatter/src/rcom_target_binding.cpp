@@ -10,12 +10,11 @@ namespace zel::toolbox::rt_range {
 namespace {
 
 namespace log = extensibility::log;
-namespace level = extensibility::log::level;
 
 constexpr const char* current_ncom_function =
     "zel::toolbox::rt_range::rt_range_formatter_base::rcom_process_frame_ext_range_current_ncom";
 
-/// The RT-Range unit's own idea of where a target is. A pair of zeros is no fix.
+/// Takes over where the RT-Range unit sees the target. A pair of zeros means that it has no fix.
 void override_position(std::uint8_t channel, const rcom_unit_record& rcom,
                        ncom_unit_record& target) {
     constexpr std::uint8_t position_channel = 8;
@@ -61,19 +60,19 @@ void write_unit_values(double a, double b, double c, ncom_unit_record& record) {
 
 } // namespace
 
-bool rt_range_formatter_base::rcom_process_frame_ext_range_current_ncom(const std::uint8_t* frame,
-                                                                        std::uint32_t& unit) {
-    unit = frame[ext_range_byte::target_number];
+std::optional<std::uint32_t>
+rt_range_formatter_base::rcom_process_frame_ext_range_current_ncom(const std::uint8_t* frame) {
+    const std::uint32_t unit = frame[ext_range_byte::target_number];
     if (unit >= unit_count) {
-        log::write(logger_, level::skipped, log::here(current_ncom_function),
+        log::write(logger_, ZEL_LOG_LEVEL_SKIPPED, log::here(current_ncom_function),
                    "Invalid RCOM Target Number.");
-        return false;
+        return std::nullopt;
     }
-    // The packet in hand may have been too implausible to be stored; its channel number counts all
-    // the same, its values do not.
+    // The target number, channel number and addresses of an implausible frame count, its values do
+    // not: the record holds those of an earlier frame.
     const std::uint8_t channel = frame[ext_range_byte::status_channel];
     const bool is_target = unit != hunter;
-    ncom_unit_record& record = unit_record(unit);
+    ncom_unit_record& record = units_[unit].record;
     if (is_target)
         override_position(channel, rcom_record_, record);
     copy_ranges(rcom_record_, record);
@@ -87,34 +86,27 @@ bool rt_range_formatter_base::rcom_process_frame_ext_range_current_ncom(const st
         write_unit_values(rcom_record_.target_value_a, rcom_record_.target_value_b,
                           rcom_record_.target_value_c, record);
         write_unit_values(rcom_record_.hunter_value_a, rcom_record_.hunter_value_b,
-                          rcom_record_.hunter_value_c, hunter_record_);
+                          rcom_record_.hunter_value_c, hunter_record());
     }
     if (channel == address_channel)
         identify(frame + ext_range_byte::status_data, unit);
-    calculate_relative_values(record, hunter_record_);
-    return true;
+    calculate_relative_values(record, hunter_record());
+    return unit;
 }
 
-/// The hunter keeps the first address it was given, a target takes every new one.
+/// Learns the addresses of status channel 9: the hunter's, then that of the target in hand.
 void rt_range_formatter_base::identify(const std::uint8_t* addresses, std::uint32_t unit) {
-    if (hunter_ip_ == 0) {
-        hunter_ip_ = read_unsigned(addresses, 4);
-        log::write(logger_, level::notable, log::here(current_ncom_function),
+    if (addresses_.learn_hunter(read_unsigned(addresses, 4)))
+        log::write(logger_, ZEL_LOG_LEVEL_NOTABLE, log::here(current_ncom_function),
                    "Successfully identified IP for hunter(%u.%u.%u.%u).", unsigned{addresses[0]},
                    unsigned{addresses[1]}, unsigned{addresses[2]}, unsigned{addresses[3]});
-    }
-    if (unit == hunter)
-        return;
     const std::uint8_t* const target_address = addresses + 4;
-    const std::uint32_t target_ip = read_unsigned(target_address, 4);
-    if (target_ips_[unit - 1] == target_ip)
-        return;
-    target_ips_[unit - 1] = target_ip;
-    log::write(logger_, level::notable, log::here(current_ncom_function),
-               "Successfully identified IP for target %lu (%u.%u.%u.%u).",
-               static_cast<unsigned long>(unit), unsigned{target_address[0]},
-               unsigned{target_address[1]}, unsigned{target_address[2]},
-               unsigned{target_address[3]});
+    if (unit != hunter && addresses_.learn_target(unit, read_unsigned(target_address, 4)))
+        log::write(logger_, ZEL_LOG_LEVEL_NOTABLE, log::here(current_ncom_function),
+                   "Successfully identified IP for target %lu (%u.%u.%u.%u).",
+                   static_cast<unsigned long>(unit), unsigned{target_address[0]},
+                   unsigned{target_address[1]}, unsigned{target_address[2]},
+                   unsigned{target_address[3]});
 }
 
 } // namespace zel::toolbox::rt_range

@@ -3,15 +3,13 @@
 #include <cmath>
 #include <limits>
 
-#include "zel_rt_range_formatter/src/angles.hpp"
+#include "zel_rt_range_formatter/src/conversions.hpp"
 #include "zel_rt_range_formatter/src/matrix.hpp"
 
 namespace zel::toolbox::rt_range {
 namespace {
 
-constexpr double kmh_per_mps = 3.6;
-
-/// A velocity accuracy of this age, or an older one, says nothing.
+/// A velocity accuracy of this age or more is outdated.
 constexpr std::uint8_t outdated_age = 150;
 
 void level_accelerations(ncom_unit_record& record) {
@@ -42,9 +40,9 @@ void vehicle_velocities(ncom_unit_record& record) {
     record.velocity_down = velocity[2];
 }
 
-/// From the unit's forward-right-down axes to forward-left-up. The unused velocity slot changes its
-/// sign with every packet, although nothing ever fills it.
-void turn_axes(ncom_unit_record& record) {
+/// From the unit's forward-right-down axes to forward-left-up. Deliberate: the unused velocity
+/// slot, which nothing fills, changes its sign with every packet.
+void convert_axes(ncom_unit_record& record) {
     record.level_accel_y = -record.level_accel_y;
     record.level_accel_z = -record.level_accel_z;
     record.accel_y = -record.accel_y;
@@ -58,7 +56,7 @@ void turn_axes(ncom_unit_record& record) {
     record.pitch = -record.pitch;
 }
 
-void kmh_companions(ncom_unit_record& record) {
+void convert_to_kmh(ncom_unit_record& record) {
     record.vehicle_velocity_x_kmh = record.vehicle_velocity_x * kmh_per_mps;
     record.velocity_north_kmh = record.velocity_north * kmh_per_mps;
     record.vehicle_velocity_y_kmh = record.vehicle_velocity_y * kmh_per_mps;
@@ -71,7 +69,7 @@ double root_of_squares(double x, double y) {
     return std::sqrt(x * x + y * y);
 }
 
-/// Yaw rate over speed (1/m), where the speed stands out of its own uncertainty; else 0.
+/// Yaw rate over speed (1/m); 0 unless the speed exceeds its own accuracy.
 double curvature(const ncom_unit_record& record) {
     const double speed = root_of_squares(record.velocity_east, record.velocity_north);
     const double limit =
@@ -98,8 +96,8 @@ double wrapped_to_180(double difference) {
 void convert_frame(ncom_unit_record& record, const ncom_unit_record& hunter) {
     level_accelerations(record);
     vehicle_velocities(record);
-    turn_axes(record);
-    kmh_companions(record);
+    convert_axes(record);
+    convert_to_kmh(record);
     calculate_relative_values(record, hunter);
     record.curvature = curvature(record);
 }
@@ -116,7 +114,8 @@ void calculate_relative_values(ncom_unit_record& record, const ncom_unit_record&
     record.relative_accel_y = record.accel_y - hunter.accel_y;
     record.relative_accel_z = record.accel_z - hunter.accel_z;
 
-    // Angles count the other way round than all other differences, and the roll is not wrapped.
+    // Deliberate: angles are hunter minus unit, all other differences unit minus hunter, and the
+    // roll is not wrapped.
     record.relative_heading =
         wrapped_to_180(from_zero_to_360(hunter.heading) - from_zero_to_360(record.heading));
     record.relative_pitch =

@@ -5,7 +5,7 @@
 
 namespace zel::toolbox::rt_range {
 
-/// Level-frame accelerations, vehicle-frame velocities, km/h companions and sign changes of a
+/// Level-frame accelerations, vehicle-frame velocities, values in km/h and sign changes of a
 /// record that holds a freshly decoded packet, then its relative values and its curvature. `hunter`
 /// may be the same record.
 void convert_frame(ncom_unit_record& record, const ncom_unit_record& hunter);

@@ -5,6 +5,9 @@
 #include "extensibility/dispatch_table.hpp"
 #include "extensibility/format_type.hpp"
 #include "zel_rt_range_formatter/src/dispatch_tables.hpp"
+#include "zel_rt_range_formatter/src/package_output.hpp"
+#include "zel_rt_range_formatter/src/raw_package.hpp"
+#include "zel_rt_range_formatter/src/size_check.hpp"
 
 namespace zel::toolbox::rt_range {
 
@@ -15,7 +18,6 @@ zel_formatter_dispatch_table_t rt_range_ethernet_formatter_dispatch_table =
 namespace {
 
 namespace log = extensibility::log;
-namespace level = extensibility::log::level;
 
 constexpr std::uint64_t vehicle_bus_header_size = 16;
 
@@ -42,24 +44,16 @@ bool rt_range_ethernet_formatter::process_rt_range_data(const zel_raw_package_t&
                                                         extensibility::package_list& packages,
                                                         const zel_allocator_t* allocator) {
     const std::uint64_t size = raw_package.size;
-    if (size < vehicle_bus_header_size) {
-        log::write(host_log(), level::malformed, log::here(process_function),
-                   "Unexpected Vehicle bus header (Expected at least = %u, Received size = %u).",
-                   static_cast<unsigned>(vehicle_bus_header_size), static_cast<unsigned>(size));
+    if (!has_size(host_log(), log::here(process_function), "Vehicle bus header",
+                  vehicle_bus_header_size, size))
         return false;
-    }
-    const auto* const data =
-        reinterpret_cast<const std::uint8_t*>(&raw_package) + sizeof(raw_package);
-    const std::uint8_t* const frame = data + vehicle_bus_header_size;
+    const std::uint8_t* const frame = data_of(raw_package) + vehicle_bus_header_size;
     const std::uint64_t frame_size = size - vehicle_bus_header_size;
-    if (frame_size < ethernet_header_size) {
-        log::write(host_log(), level::malformed, log::here(process_function),
-                   "Unexpected Ethernet frame size (Expected at least = %u, Received size = %u).",
-                   static_cast<unsigned>(ethernet_header_size), static_cast<unsigned>(frame_size));
+    if (!has_size(host_log(), log::here(process_function), "Ethernet frame size",
+                  ethernet_header_size, frame_size))
         return false;
-    }
-    return rt_range_formatter_base::process_rt_range_data(
-        frame, frame_size, pass_through_of(raw_package, packages, allocator));
+    package_output output(raw_package, packages, allocator);
+    return rt_range_formatter_base::process_rt_range_data(frame, frame_size, output);
 }
 
 } // namespace zel::toolbox::rt_range

@@ -10,7 +10,8 @@
 namespace zel::toolbox::rt_range {
 
 /// Takes raw packages of type "zel.rtrange": a 4-byte source header that holds a CRC32C, then an
-/// Ethernet frame. Gives the bare frame as a "zel.eth" package, then what the decoder makes of it.
+/// Ethernet frame. The output is the bare frame as a "zel.eth"
+/// package, then the packages of the decoder.
 class rt_range_formatter final
     : public extensibility::transform::formatter<rt_range_formatter>,
       public extensibility::transform::enable_data_source_binding<rt_range_formatter>,
@@ -21,7 +22,7 @@ public:
     void format(extensibility::package_list& packages, const zel_raw_package_t* raw_package,
                 const zel_allocator_t* allocator) override;
 
-    /// Accepted and ignored: every raw package brings what the decoder needs.
+    /// Accepted and ignored: each raw package holds all that the decoder needs.
     void bind(const extensibility::transform::data_source& source,
               const std::shared_ptr<const zel_data_source_provider_t>& provider) override;
 
@@ -31,8 +32,7 @@ private:
                                extensibility::package_list& packages,
                                const zel_allocator_t* allocator);
 
-    /// Nothing sets it: frames come from a recorder that has checked them. The comparison is kept
-    /// for a deployment that needs it.
+    /// Never set: the comparison of the CRC is dormant on purpose.
     bool verify_crc_ = false;
     std::shared_ptr<extensibility::log::logger> logger_;
 };

@@ -17,7 +17,7 @@ inline constexpr std::uint64_t udp_header_size = 8;
 
 /// Addresses as they stand on the wire, ports in host byte order. The payload is everything after
 /// the UDP header up to the end of the frame, and belongs to the raw package.
-struct datagram {
+struct udp_datagram {
     std::uint32_t source_ip;
     std::uint32_t destination_ip;
     std::uint16_t source_port;
@@ -30,9 +30,10 @@ struct datagram {
 std::uint16_t destination_port_of(const std::uint8_t* frame);
 
 /// Reads the datagram of a frame that is known to hold all three headers.
-datagram read_datagram(const std::uint8_t* frame, std::uint64_t frame_size);
+udp_datagram read_datagram(const std::uint8_t* frame, std::uint64_t frame_size);
 
-/// Counts a datagram in the record it is charged to, and notes its addresses and ports.
-void charge(endpoint_header& endpoint, const datagram& datagram);
+/// Counts a datagram in the header of the record that it belongs to, and stores its addresses and
+/// ports there.
+void count_datagram(endpoint_header& endpoint, const udp_datagram& datagram);
 
 } // namespace zel::toolbox::rt_range

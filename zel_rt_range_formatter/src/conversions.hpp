@@ -1,4 +1,4 @@
-// Conversion between degrees and radians.
+// Conversions between units of measure.
 #pragma once
 
 namespace zel::toolbox::rt_range {
@@ -14,5 +14,7 @@ constexpr double to_degrees(double radians) {
 constexpr double to_radians(double degrees) {
     return degrees * pi / 180.0;
 }
+
+inline constexpr double kmh_per_mps = 3.6;
 
 } // namespace zel::toolbox::rt_range

@@ -1,4 +1,4 @@
-#include "zel_rt_range_formatter/src/datagram.hpp"
+#include "zel_rt_range_formatter/src/udp_datagram.hpp"
 
 #include "zel_rt_range_formatter/src/field_readers.hpp"
 
@@ -20,7 +20,7 @@ std::uint16_t destination_port_of(const std::uint8_t* frame) {
 //  +--------+--------+------+---------+---------+-------+-------+------+------+---------
 //  | dst    | src    | 0800 | 45 ...  | 17 | .. | src   | dst   | src  | dst  | payload
 //  +--------+--------+------+---------+---------+-------+-------+------+------+---------
-datagram read_datagram(const std::uint8_t* frame, std::uint64_t frame_size) {
+udp_datagram read_datagram(const std::uint8_t* frame, std::uint64_t frame_size) {
     const std::uint8_t* const ip = frame + ethernet_header_size;
     const std::uint8_t* const udp = ip + ip_header_size;
     return {
@@ -33,7 +33,7 @@ datagram read_datagram(const std::uint8_t* frame, std::uint64_t frame_size) {
     };
 }
 
-void charge(endpoint_header& endpoint, const datagram& datagram) {
+void count_datagram(endpoint_header& endpoint, const udp_datagram& datagram) {
     endpoint.packet_count = endpoint.packet_count + 1;
     endpoint.source_ip = datagram.source_ip;
     endpoint.source_port = datagram.source_port;
