@@ -28,7 +28,8 @@ void fill_batch(instance& subject) {
 constexpr unsigned calls_of_a_batch = 1 + 2 * 31;
 
 TEST(host_failure, every_package_call_can_fail_and_nothing_leaks) {
-    for (const recording_failure_t failure : {RECORDING_BY_ERROR, RECORDING_BY_NOTHING}) {
+    for (const recording_failure_t failure :
+         {RECORDING_BY_ERROR, RECORDING_BY_STALE_POINTER, RECORDING_BY_NOTHING}) {
         for (unsigned call = 1; call <= calls_of_a_batch; ++call) {
             SCOPED_TRACE(call);
             instance subject;
@@ -39,7 +40,7 @@ TEST(host_failure, every_package_call_can_fail_and_nothing_leaks) {
             zelc.failure = failure;
             const outcome result = subject.decode(frame());
             // An odd call after the first assigns a format type, and knows no way to give nothing.
-            const bool by_error = failure == RECORDING_BY_ERROR || (call > 1 && call % 2 == 1);
+            const bool by_error = failure != RECORDING_BY_NOTHING || (call > 1 && call % 2 == 1);
             EXPECT_EQ(result.status, by_error ? file_exists : failed);
             EXPECT_EQ(result.error.description,
                       by_error ? "host failure" : "failed to allocate 'zel_package_t' instance");
@@ -138,6 +139,20 @@ TEST(host_failure, a_failing_log_ends_the_call_alone) {
         EXPECT_EQ(subject.decode(dropped).logs.size(), 1U);
     }
     EXPECT_EQ(subject.decode(frame()).decoded().size(), 1U);
+}
+
+TEST(host_failure, a_log_function_may_transform_on_the_same_instance) {
+    instance subject;
+    outcome inner;
+    subject.services.on_next_log = [&] { inner = subject.decode(frame()); };
+    const bytes foreign(60, 0);
+    const outcome outer = subject.decode(foreign);
+    ASSERT_EQ(outer.packages.size(), 1U);
+    EXPECT_EQ(outer.packages[0].data.size(), foreign.size());
+    ASSERT_EQ(inner.packages.size(), 2U);
+    EXPECT_EQ(inner.packages[0].data.size(), frame().size());
+    EXPECT_EQ(inner.decoded().size(), 1U);
+    EXPECT_EQ(subject.decode(frame()).packages.size(), 2U);
 }
 
 TEST(host_failure, a_failing_log_of_the_state_leaks_no_verdict) {

@@ -1,6 +1,7 @@
 #include "tests/harness/plugin_under_test.hpp"
 
 #include <cstdlib>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -56,6 +57,8 @@ zel_status_t log(void* handle, const zel_log_info_t* record, zel_error_details_t
         return zel_error_details_create(error, 0xA00005B4, "log is full");
     services.logs.push_back({record->level, record->message, record->module, record->file,
                              record->function, record->line, record->reserved});
+    if (const auto callback = std::exchange(services.on_next_log, nullptr))
+        callback();
     return 0;
 }
 
@@ -172,6 +175,7 @@ instance::~instance() {
     EXPECT_EQ(recording_zelc()->live_packages, 0);
     EXPECT_EQ(recording_zelc()->live_errors, 0);
     EXPECT_EQ(recording_zelc()->unclean_error_targets, 0);
+    EXPECT_EQ(recording_zelc()->early_format_types, 0);
     EXPECT_EQ(live_arrays, 0);
     *recording_zelc() = {};
 }

@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -104,6 +105,7 @@ public:
     std::uint32_t resolve_code = 0;
     const char* lookup_description = "lookup failed";
     std::vector<log_record> logs;
+    std::function<void()> on_next_log; ///< called from within the next log call
 };
 
 /// A raw package in a heap block of exactly its size, so that a sanitizer sees every byte read too

@@ -41,6 +41,11 @@ zel_status_t fail(zel_error_details_t** error) {
     return zel_error_details_create(error, 0xA0030011, "host failure");
 }
 
+void free_package(zel_package_t* package) {
+    --state.live_packages;
+    std::free(&prefix_of(package));
+}
+
 void set_format_type(zel_package_t* package, const char* format_type) {
     char* const target = prefix_of(package).format_type;
     std::strncpy(target, format_type, sizeof(package_prefix::format_type) - 1);
@@ -55,6 +60,17 @@ zel_package_t* new_package(std::size_t size) {
     package->size = size;
     ++state.live_packages;
     return package;
+}
+
+/// Fails a call that was to create a package.
+zel_status_t fail_creation(std::size_t size, zel_package_t** package, zel_error_details_t** error) {
+    if (state.failure == RECORDING_BY_NOTHING)
+        return 0;
+    if (state.failure == RECORDING_BY_STALE_POINTER) {
+        *package = new_package(size);
+        free_package(*package);
+    }
+    return fail(error);
 }
 
 } // namespace
@@ -101,7 +117,7 @@ void zel_error_details_destroy(zel_error_details_t* error) {
 zel_status_t zel_package_create(const zel_allocator_t*, std::size_t size, zel_package_t** package,
                                 zel_error_details_t** error) {
     if (fails(error))
-        return state.failure == RECORDING_BY_NOTHING ? 0 : fail(error);
+        return fail_creation(size, package, error);
     *package = new_package(size);
     return 0;
 }
@@ -110,7 +126,7 @@ zel_status_t zel_package_create_assign_data(const zel_allocator_t*, const char* 
                                             const void* data, std::size_t size,
                                             zel_package_t** package, zel_error_details_t** error) {
     if (fails(error))
-        return state.failure == RECORDING_BY_NOTHING ? 0 : fail(error);
+        return fail_creation(size, package, error);
     *package = new_package(size);
     set_format_type(*package, format_type);
     std::memcpy(*package + 1, data, size);
@@ -121,14 +137,16 @@ zel_status_t zel_package_assign_format_type(zel_package_t* package, const char* 
                                             zel_error_details_t** error) {
     if (fails(error))
         return fail(error);
+    constexpr std::uint32_t never_filled = 0xCDCDCDCD;
+    if (package->reserved_48 == never_filled)
+        ++state.early_format_types;
     set_format_type(package, format_type);
     return 0;
 }
 
 zel_status_t zel_package_destroy(const zel_allocator_t*, zel_package_t* package,
                                  zel_error_details_t**) {
-    --state.live_packages;
-    std::free(&prefix_of(package));
+    free_package(package);
     return 0;
 }
 

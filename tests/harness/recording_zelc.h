@@ -11,8 +11,9 @@ extern "C" {
 
 /* How a host call fails. */
 typedef enum recording_failure_t {
-    RECORDING_BY_ERROR,  /* error record with code 0xA0030011 and description "host failure" */
-    RECORDING_BY_NOTHING /* success without a package; other calls fail by error */
+    RECORDING_BY_ERROR,         /* error record, code 0xA0030011, description "host failure" */
+    RECORDING_BY_STALE_POINTER, /* the same, and a pointer to a package that is freed already */
+    RECORDING_BY_NOTHING        /* success without a package; other calls fail by error */
 } recording_failure_t;
 
 typedef struct recording_zelc_t {
@@ -21,6 +22,8 @@ typedef struct recording_zelc_t {
     int live_errors;
     /* Calls whose error target was not null at their start. */
     int unclean_error_targets;
+    /* Format types assigned to packages whose header was not filled yet. */
+    int early_format_types;
 
     /* Failing calls: package creation, with or without data, and format assignment count as one
      * sequence; the call with this number, from 1, fails; 0 fails none. */
