@@ -20,7 +20,7 @@ zel_status_t create(void** instance, const zel_service_locator_t* host_services,
     });
 }
 
-/// Gives no error record, only the bare code of an exception.
+/// Creates no error record: returns the code of an exception only.
 template <typename T>
 zel_status_t destroy(void* instance) {
     try {
@@ -41,7 +41,8 @@ zel_status_t get_service_locator(void* instance, zel_service_locator_t** target,
     });
 }
 
-/// The record of formatter class T, which takes raw packages of the format family with this code.
+/// The dispatch record of formatter class T, which accepts raw packages of the format family with
+/// this code.
 template <typename T>
 zel_formatter_dispatch_table_t dispatch_table(std::uint16_t format_type_code) {
     return {format_type_identifier(format_type_code), &create<T>, &destroy<T>,

@@ -1,4 +1,4 @@
-// Lets the host tell a formatter where its data come from.
+// The service through which the host binds a formatter to a data source.
 #pragma once
 
 #include <memory>
@@ -9,7 +9,7 @@
 
 namespace zel::extensibility::transform {
 
-/// The host's data source, not looked into.
+/// The host's data source; its content is not accessed.
 struct data_source {
     void* handle;
 };

@@ -27,7 +27,7 @@ void enable_service_locator::unregister_service(const char* service_type) noexce
     try {
         services_.erase(service_type);
     } catch (const std::exception&) {
-        // The map itself goes next; a destructor has nobody to tell.
+        // A destructor cannot report a failure, and the map is destroyed next.
     }
 }
 

@@ -9,11 +9,11 @@
 
 namespace zel::extensibility {
 
-/// Base of everything that the host can ask for services by type name. The map of services changes
-/// only during construction and destruction.
+/// Base class of an object that offers services to the host by type name. The map of services
+/// changes only during construction and destruction.
 class enable_service_locator {
 public:
-    /// Stores the address of a service's record in its argument.
+    /// Stores the address of the service record in its argument.
     using service_provider = std::function<void(void**)>;
 
     enable_service_locator();
@@ -21,13 +21,13 @@ public:
     enable_service_locator(const enable_service_locator&) = delete;
     enable_service_locator& operator=(const enable_service_locator&) = delete;
 
-    /// Offers a service; a name that is already offered keeps its first provider.
+    /// Offers a service. A name that is already registered keeps its first provider.
     void register_service(const char* service_type, const service_provider& provider);
 
-    /// Withdraws a service. For destructors: a missing name is no failure.
+    /// Withdraws a service; ignores an unknown name. Intended for destructors.
     void unregister_service(const char* service_type) noexcept;
 
-    /// The record through which the host looks services up; lives as long as the object.
+    /// The record through which the host looks up services; valid for the lifetime of the object.
     zel_service_locator_t* service_locator_record() { return &record_; }
 
 private:

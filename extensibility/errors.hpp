@@ -1,4 +1,4 @@
-// Exception classes that carry three of the host's error codes through the plug-in.
+// Exception classes for three error codes of the host.
 #pragma once
 
 #include <stdexcept>

@@ -1,4 +1,4 @@
-// Turns a formatter class into something that the host can drive.
+// Base class through which the host drives a formatter.
 #pragma once
 
 #include <memory>
@@ -13,13 +13,13 @@
 
 namespace zel::extensibility::transform {
 
-/// Base of a formatter class T: offers the transformation service and finds the host's logging
+/// Base of a formatter class T: offers the transformation service and looks up the host's logging
 /// service.
 template <typename T>
 class formatter : public enable_service_locator {
 public:
-    /// Throws std::runtime_error when the host offers an unusable logging service, and what the
-    /// host's error records say.
+    /// Throws std::runtime_error if the host's logging service is incomplete, and the exceptions
+    /// for the host's error records.
     explicit formatter(std::shared_ptr<runtime::service_locator> host_services)
         : transformation_support_{&formatter::transform}, host_services_(std::move(host_services)) {
         register_service(ZEL_FORMATTER_RAW_PACKAGE_TRANSFORMATION_SUPPORT_SERVICE_TYPE,
@@ -35,12 +35,12 @@ public:
         unregister_service(ZEL_FORMATTER_RAW_PACKAGE_TRANSFORMATION_SUPPORT_SERVICE_TYPE);
     }
 
-    /// Decodes one raw package and appends the output packages to the list; the host gets them in
-    /// this order. Checks both pointers.
+    /// Decodes one raw package and appends the output packages to the list, in the order in which
+    /// the host receives them. Throws std::invalid_argument if one of the pointers is null.
     virtual void format(package_list& packages, const zel_raw_package_t* raw_package,
                         const zel_allocator_t* allocator) = 0;
 
-    /// The host's log; empty if it offers none.
+    /// The host's log; empty if the host offers no logging service.
     const std::shared_ptr<log::logger>& host_log() const { return logger_; }
 
 private:

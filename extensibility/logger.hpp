@@ -1,4 +1,4 @@
-// Log records on their way to the host.
+// Sends log records to the host.
 #pragma once
 
 #include <cstdarg>
@@ -16,27 +16,27 @@
 
 namespace zel::extensibility::log {
 
-/// Where a log record comes from.
+/// Source location of a log record.
 struct site {
     const char* function; ///< fully qualified, without return type and parameters
-    const char* file;     ///< source path or name; the host gets the last component
+    const char* file;     ///< source path or name; the host receives the last component
     std::uint32_t line;
 };
 
-/// The calling source line, in the function of this name.
+/// The source location of the caller, in the function with this name.
 constexpr site here(const char* function, const char* file = __builtin_FILE(),
                     std::uint32_t line = __builtin_LINE()) {
     return {function, file, line};
 }
 
-/// Sends records to the host's logging service, which is borrowed.
+/// Sends records to the host's logging service, which must outlive the logger.
 class logger : public std::enable_shared_from_this<logger> {
 public:
-    /// Throws std::runtime_error when the record or one of its fields is null.
+    /// Throws std::runtime_error if the record or one of its fields is null.
     explicit logger(const zel_log_t* log);
 
-    /// Formats one message printf-style, cut to 1023 characters, and sends it. Throws what the
-    /// host's error record says.
+    /// Formats one message printf-style, truncates it to 1023 characters and sends it. Throws the
+    /// exception for the host's error record.
     void log(std::uint32_t level, const char* module, const site& where, const char* format,
              std::va_list arguments) const;
 
@@ -44,7 +44,7 @@ private:
     const zel_log_t* log_;
 };
 
-/// Logs one message, printf-style; does nothing without a logger.
+/// Logs one printf-style message; does nothing if there is no logger.
 ZEL_PRINTF_LIKE(4, 5)
 void write(const std::shared_ptr<logger>& logger, std::uint32_t level, const site& where,
            const char* format, ...);

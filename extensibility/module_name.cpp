@@ -5,7 +5,7 @@
 
 #ifdef _WIN32
 #include <windows.h>
-// Start of the module that this code is linked into; the linker defines it.
+// Start of the module that contains this code; defined by the linker.
 extern "C" IMAGE_DOS_HEADER __ImageBase;
 #else
 #include <dlfcn.h>

@@ -9,8 +9,8 @@
 namespace zel::extensibility {
 namespace {
 
-/// Takes ownership of what a host's creation function gave out. A pointer that a failing host
-/// leaves behind is not ours, so the error record is converted first.
+/// Takes ownership of the package that a creation function of the host returned. A pointer that a
+/// failing host leaves behind is not ours, so the error record is converted first.
 owned_package take(const zel_allocator_t* allocator, zel_package_t* package,
                    zel_error_details_t*& error) {
     runtime::throw_if_failed(error);

@@ -9,9 +9,9 @@ namespace zel::toolbox::rt_range {
 
 /// Where a unit's datagrams come from, 24 bytes.
 struct endpoint_header {
-    std::uint32_t source_ip;        ///< bytes as they stand on the wire
+    std::uint32_t source_ip;        ///< wire byte order
     std::uint32_t source_port;      ///< host byte order
-    std::uint32_t destination_ip;   ///< bytes as they stand on the wire
+    std::uint32_t destination_ip;   ///< wire byte order
     std::uint32_t destination_port; ///< host byte order
     std::uint64_t packet_count;     ///< datagrams of this unit since the last reset
 };

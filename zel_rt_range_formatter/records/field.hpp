@@ -1,4 +1,4 @@
-// Description of a record's fields, for everything that shows or checks records.
+// Description of the fields of a record.
 #pragma once
 
 #include <concepts>
@@ -8,8 +8,8 @@
 
 namespace zel::toolbox::rt_range {
 
-/// How a field is stored, little-endian. An ipv4 field is a u32 that holds an address as it stands
-/// on the wire.
+/// Type of a stored field, little-endian. An ipv4 field is a u32 that holds an address in wire byte
+/// order.
 enum class field_type : std::uint8_t { u8, u16, u32, u64, s16, s32, s64, f64, ipv4 };
 
 /// One field of a record.
@@ -41,7 +41,7 @@ constexpr std::size_t size_of(field_type type) {
     return 0;
 }
 
-/// The type's name as users read it, for example "f64".
+/// The name of the type that users see, for example "f64".
 constexpr const char* name_of(field_type type) {
     switch (type) {
     case field_type::u8:
@@ -66,7 +66,7 @@ constexpr const char* name_of(field_type type) {
     return "";
 }
 
-/// How a record's member of type T is stored.
+/// Field type of a record member of type T.
 template <typename T>
 consteval field_type stored_as() {
     if constexpr (std::same_as<T, double>)
@@ -89,7 +89,7 @@ consteval field_type stored_as() {
     }
 }
 
-/// One row of a field table. Does not compile when the record's member is not at `offset`.
+/// One row of a field table. Does not compile if the record's member is not at `offset`.
 consteval field field_at(std::size_t offset, std::size_t member_offset, const char* name,
                          field_type type, const char* unit, const char* meaning) {
     if (member_offset != offset)

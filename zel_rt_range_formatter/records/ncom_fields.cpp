@@ -9,7 +9,8 @@ namespace {
 
 // clang-format off
 #define ENDPOINT(offset, name, type, meaning)                                                      \
-    field_at(offset, offsetof(ncom_unit_record, endpoint.name), #name, field_type::type, "", meaning)
+    field_at(offset, offsetof(ncom_unit_record, endpoint.name), #name, field_type::type, "",       \
+             meaning)
 #define FIELD(offset, name, unit, meaning)                                                         \
     field_at(offset, offsetof(ncom_unit_record, name), #name,                                      \
              stored_as<decltype(ncom_unit_record::name)>(), unit, meaning)
@@ -18,16 +19,14 @@ namespace {
 // four bytes of its tag.
 constexpr field fields[] = {
     ENDPOINT(0, source_ip, ipv4,
-        "address that the datagram came from; for wrapped NCOM, the wrapped unit's address"),
-    ENDPOINT(4, source_port, u32,
-        "port that the datagram came from; for wrapped NCOM, that of the RCOM datagram"),
+        "IPv4 source address; for wrapped NCOM, the address of the wrapped unit"),
+    ENDPOINT(4, source_port, u32, "UDP source port; for wrapped NCOM, that of the RCOM datagram"),
     ENDPOINT(8, destination_ip, ipv4,
-        "address that the datagram went to; for wrapped NCOM, the address that the RCOM datagram "
-        "came from"),
+        "IPv4 destination address; for wrapped NCOM, the source address of the RCOM datagram"),
     ENDPOINT(12, destination_port, u32,
-        "port that the datagram went to; for wrapped NCOM, that of the RCOM datagram"),
+        "UDP destination port; for wrapped NCOM, that of the RCOM datagram"),
     ENDPOINT(16, packet_count, u64,
-        "datagrams of this unit since the last reset"),
+        "NCOM packets, direct or wrapped, assigned to this unit since the last reset"),
     FIELD(24, accel_x, "m/s²", "acceleration, forward"),
     FIELD(32, accel_y, "m/s²", "acceleration, to the left"),
     FIELD(40, accel_z, "m/s²", "acceleration, up"),
@@ -37,29 +36,26 @@ constexpr field fields[] = {
     FIELD(72, rate_x, "deg/s", "angular rate about the forward axis"),
     FIELD(80, rate_y, "deg/s", "angular rate about the axis to the left"),
     FIELD(88, rate_z, "deg/s", "angular rate about the upward axis"),
-    FIELD(96, rate_x_copy, "deg/s",
-        "angular rate about the forward axis, with the sign of the wire"),
-    FIELD(104, rate_y_copy, "deg/s",
-        "angular rate about the axis to the right, with the sign of the wire"),
-    FIELD(112, rate_z_copy, "deg/s",
-        "angular rate about the downward axis, with the sign of the wire"),
+    FIELD(96, rate_x_copy, "deg/s", "angular rate about the forward axis, sign as received"),
+    FIELD(104, rate_y_copy, "deg/s", "angular rate about the axis to the right, sign as received"),
+    FIELD(112, rate_z_copy, "deg/s", "angular rate about the downward axis, sign as received"),
     FIELD(120, latitude, "deg", "latitude; of a target also from RCOM status channel 8"),
     FIELD(128, longitude, "deg", "longitude; of a target also from RCOM status channel 8"),
     FIELD(136, altitude, "m", "altitude; of a target also from RCOM status channel 10"),
     FIELD(144, vehicle_velocity_x, "m/s", "velocity forward"),
-    FIELD(152, vehicle_velocity_x_kmh, "km/h", "velocity forward"),
+    FIELD(152, vehicle_velocity_x_kmh, "km/h", "vehicle_velocity_x in km/h"),
     FIELD(160, vehicle_velocity_y, "m/s", "velocity to the left"),
-    FIELD(168, vehicle_velocity_y_kmh, "km/h", "velocity to the left"),
+    FIELD(168, vehicle_velocity_y_kmh, "km/h", "vehicle_velocity_y in km/h"),
     FIELD(176, vehicle_velocity_unused, "m/s",
         "never written by a packet; alternates between 0 and -0"),
     FIELD(184, vehicle_velocity_unused_kmh, "km/h",
         "never written by a packet; alternates between 0 and -0"),
     FIELD(192, velocity_north, "m/s", "velocity north"),
-    FIELD(200, velocity_north_kmh, "km/h", "velocity north"),
+    FIELD(200, velocity_north_kmh, "km/h", "velocity_north in km/h"),
     FIELD(208, velocity_east, "m/s", "velocity east, negated: positive to the west"),
-    FIELD(216, velocity_east_kmh, "km/h", "velocity east, negated: positive to the west"),
+    FIELD(216, velocity_east_kmh, "km/h", "velocity_east in km/h"),
     FIELD(224, velocity_down, "m/s", "velocity down, negated: positive upward"),
-    FIELD(232, velocity_down_kmh, "km/h", "velocity down, negated: positive upward"),
+    FIELD(232, velocity_down_kmh, "km/h", "velocity_down in km/h"),
     FIELD(240, heading, "deg",
         "heading after the heading filter; of a target also from RCOM status channel 10, then "
         "unfiltered and unsigned"),
@@ -79,9 +75,9 @@ constexpr field fields[] = {
     FIELD(312, relative_range_longitudinal, "m", "copy of range_longitudinal"),
     FIELD(320, relative_range_lateral, "m", "copy of range_lateral"),
     FIELD(328, relative_range_rate_longitudinal, "m/s", "copy of range_rate_longitudinal"),
-    FIELD(336, relative_range_rate_longitudinal_kmh, "km/h", "copy of range_rate_longitudinal"),
+    FIELD(336, relative_range_rate_longitudinal_kmh, "km/h", "range_rate_longitudinal in km/h"),
     FIELD(344, relative_range_rate_lateral, "m/s", "copy of range_rate_lateral"),
-    FIELD(352, relative_range_rate_lateral_kmh, "km/h", "copy of range_rate_lateral"),
+    FIELD(352, relative_range_rate_lateral_kmh, "km/h", "range_rate_lateral in km/h"),
     FIELD(360, relative_accel_x, "m/s²", "accel_x of this unit minus that of the hunter"),
     FIELD(368, relative_accel_y, "m/s²", "accel_y of this unit minus that of the hunter"),
     FIELD(376, relative_accel_z, "m/s²", "accel_z of this unit minus that of the hunter"),
@@ -94,17 +90,18 @@ constexpr field fields[] = {
     FIELD(416, relative_rate_y, "deg/s", "rate_y of this unit minus that of the hunter"),
     FIELD(424, relative_rate_z, "deg/s", "rate_z of this unit minus that of the hunter"),
     FIELD(432, gps_minutes, "min",
-        "minutes since the GPS epoch, from status channel 0, counted on between its packets"),
+        "minutes since the GPS epoch, from status channel 0, incremented at each minute roll-over"),
     FIELD(436, time_in_minute_ms, "ms", "time within the GPS minute"),
     FIELD(440, utc_offset, "s",
         "status channel 16: difference between GPS time and UTC, without sign"),
     FIELD(441, utc_offset_valid, "", "status channel 16: 1 when utc_offset is valid"),
     FIELD(442, gps_time_valid, "",
-        "utc_offset_valid at the last NCOM packet; 1 while utc_time_us follows the packets"),
+        "copy of utc_offset_valid, made with each NCOM packet of the unit; utc_time_us is updated "
+        "only while it is 1"),
     FIELD(443, utc_time_us, "us",
-        "GPS time less one second, counted from 1970: not UTC, as neither leap seconds nor "
-        "utc_offset are applied; usable after a status channel 0 and a status channel 16 with its "
-        "valid bit set; in a sample batch, the time of the previous packet"),
+        "GPS time since 1970 less one second; not UTC, as leap seconds and utc_offset are not "
+        "applied; usable after status channels 0 and 16; in a sample batch, the time of the "
+        "previous packet"),
     FIELD(451, position_accuracy_north, "m", "status channel 3: north position accuracy"),
     FIELD(459, position_accuracy_east, "m", "status channel 3: east position accuracy"),
     FIELD(467, position_accuracy_down, "m", "status channel 3: down position accuracy"),
@@ -124,29 +121,33 @@ constexpr field fields[] = {
     FIELD(527, pitch_accuracy, "deg", "status channel 5: pitch accuracy"),
     FIELD(535, roll_accuracy, "deg", "status channel 5: roll accuracy"),
     FIELD(543, orientation_accuracy_age, "", "status channel 5: age of the accuracies"),
-    FIELD(544, rcom_channel_17_a, "", "RCOM status channel 17: first value"),
-    FIELD(552, rcom_channel_17_b, "", "RCOM status channel 17: second value"),
-    FIELD(560, rcom_channel_17_c, "", "RCOM status channel 17: third value"),
+    FIELD(544, rcom_channel_17_a, "",
+        "RCOM status channel 17, first value, of the last plausible packet with that channel for "
+        "any unit"),
+    FIELD(552, rcom_channel_17_b, "",
+        "RCOM status channel 17, second value, of the last plausible packet with that channel for "
+        "any unit"),
+    FIELD(560, rcom_channel_17_c, "",
+        "RCOM status channel 17, third value, of the last plausible packet with that channel for "
+        "any unit"),
     FIELD(564, range_lateral, "m", "lateral range from the hunter, positive to the left"),
     FIELD(572, range_longitudinal, "m", "longitudinal range from the hunter"),
     FIELD(580, range_rate_lateral, "m/s", "lateral range rate, positive to the left"),
     FIELD(588, range_rate_longitudinal, "m/s", "longitudinal range rate"),
     FIELD(596, ttc_longitudinal, "s",
         "longitudinal time to collision at constant range rate; negative while moving apart; "
-        "2.2250738585072014e-308 for none"),
+        "2.2250738585072014e-308 means none"),
     FIELD(604, ttc_longitudinal_accelerated, "s",
-        "equal to ttc_longitudinal while acceleration_longitudinal_scaled is at most 0.05; "
-        "otherwise the absolute value of a root t of acceleration / 2 * t² + rate * t = range, "
-        "which may lie in the past. At that time the range has doubled, not vanished: use it to "
-        "compare recordings, not as a time to collision; 2.2250738585072014e-308 for none"),
+        "not a time to collision: the absolute value of a solution t of acceleration / 2 * t² + "
+        "rate * t = range, possibly in the past; equal to ttc_longitudinal while the absolute "
+        "acceleration_longitudinal_scaled is at most 0.05; 2.2250738585072014e-308 means none"),
     FIELD(612, ttc_lateral, "s",
         "lateral time to collision at constant range rate; negative while moving apart; "
-        "2.2250738585072014e-308 for none"),
+        "2.2250738585072014e-308 means none"),
     FIELD(620, ttc_lateral_accelerated, "s",
-        "equal to ttc_lateral while acceleration_lateral_scaled is at most 0.05; otherwise the "
-        "absolute value of a root t of acceleration / 2 * t² + rate * t = range, which may lie in "
-        "the past. At that time the range has doubled, not vanished: use it to compare "
-        "recordings, not as a time to collision; 2.2250738585072014e-308 for none"),
+        "not a time to collision: the absolute value of a solution t of acceleration / 2 * t² + "
+        "rate * t = range, possibly in the past; equal to ttc_lateral while the absolute "
+        "acceleration_lateral_scaled is at most 0.05; 2.2250738585072014e-308 means none"),
     FIELD(628, primary_antenna_x, "m",
         "status channel 12: position of the primary antenna, forward"),
     FIELD(636, primary_antenna_y, "m",
@@ -174,11 +175,11 @@ constexpr field fields[] = {
     FIELD(728, output_displacement_x, "m",
         "status channel 26: lever arm of the output point, forward"),
     FIELD(736, output_displacement_y, "m",
-        "status channel 26: lever arm of the output point, to the right; read as unsigned: -1 mm "
-        "reads 65.535 m"),
+        "status channel 26: lever arm of the output point, to the right; decoded as unsigned: -1 "
+        "mm becomes 65.535 m"),
     FIELD(744, output_displacement_z, "m",
-        "status channel 26: lever arm of the output point, down; read as unsigned: -1 mm reads "
-        "65.535 m"),
+        "status channel 26: lever arm of the output point, down; decoded as unsigned: -1 mm "
+        "becomes 65.535 m"),
     FIELD(752, output_displacement_age, "", "status channel 26: age of the lever arm"),
     FIELD(753, channel_75_word_0, "", "status channel 75: bytes 0 and 1"),
     FIELD(755, channel_75_byte_2, "", "status channel 75: byte 2"),
@@ -198,14 +199,16 @@ constexpr field fields[] = {
     FIELD(771, primary_receiver_packets, "",
         "status channel 2: packets received from the primary receiver"),
     FIELD(773, primary_receiver_characters_skipped, "",
-        "status channel 2: characters not understood"),
-    FIELD(775, primary_receiver_packets_skipped, "", "status channel 2: packets not used"),
+        "status channel 2: characters from the primary receiver that were skipped"),
+    FIELD(775, primary_receiver_packets_skipped, "",
+        "status channel 2: packets from the primary receiver that were skipped"),
     FIELD(777, rcom_channel_value, "",
-        "RCOM status channel 0 (targets) or 5 (hunter); 1.7976931348623157e+308 for none"),
+        "RCOM status channel 0 (targets) or 5 (hunter), of the last plausible packet with that "
+        "channel for any unit; 1.7976931348623157e+308 means no value"),
     FIELD(785, sync, "", "sync byte of the packet, 231"),
     FIELD(789, navigation_status, "", "navigation status"),
     FIELD(793, ncom_status_channel, "",
-        "status channel of the last packet of any unit; written for the hunter only"),
+        "status channel of the last NCOM packet of any unit; set in the hunter's record only"),
     FIELD(797, checksum_1, "", "first checksum, not verified"),
     FIELD(801, checksum_2, "", "second checksum, not verified"),
     FIELD(805, checksum_3, "", "third checksum, not verified"),

@@ -7,7 +7,7 @@
 
 namespace zel::toolbox::rt_range {
 
-/// All fields in order of their offsets; they cover the record's 869 bytes.
+/// All fields, ordered by offset, without gaps: 869 bytes.
 std::span<const field> ncom_fields();
 
 } // namespace zel::toolbox::rt_range

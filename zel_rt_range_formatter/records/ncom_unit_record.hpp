@@ -9,8 +9,8 @@ namespace zel::toolbox::rt_range {
 
 #pragma pack(push, 1)
 
-/// NCOM unit record, 869 bytes. It leaves in every NCOM package byte for byte, so its layout is
-/// part of the output format. The fields are described one by one in ncom_fields.cpp.
+/// NCOM unit record, 869 bytes. Every NCOM package contains it byte for byte, so its layout is part
+/// of the output format. ncom_fields.cpp describes the fields.
 struct ncom_unit_record {
     endpoint_header endpoint;
 

@@ -7,7 +7,7 @@
 
 namespace zel::toolbox::rt_range {
 
-/// All fields in order of their offsets; they cover the record's 1187 bytes.
+/// All fields, ordered by offset, without gaps: 1187 bytes.
 std::span<const field> rcom_fields();
 
 } // namespace zel::toolbox::rt_range

@@ -9,8 +9,8 @@ namespace zel::toolbox::rt_range {
 
 #pragma pack(push, 1)
 
-/// RCOM unit record, 1187 bytes. It leaves in every RCOM package byte for byte, so its layout is
-/// part of the output format. The fields are described one by one in rcom_fields.cpp.
+/// RCOM unit record, 1187 bytes. Every RCOM package contains it byte for byte, so its layout is
+/// part of the output format. rcom_fields.cpp describes the fields.
 struct rcom_unit_record {
     endpoint_header endpoint;
 
@@ -101,8 +101,8 @@ struct rcom_unit_record {
     double channel_11_b;
     double channel_12_a;
     double channel_12_b;
-    std::uint32_t hunter_address; ///< bytes as they stand on the wire
-    std::uint32_t target_address; ///< bytes as they stand on the wire
+    std::uint32_t hunter_address; ///< wire byte order
+    std::uint32_t target_address; ///< wire byte order
 
     // Motion (m/s, m/s²) and its multiples by 3.6; velocity_lateral_kmh holds the longitudinal
     // velocity, too.

@@ -1,4 +1,4 @@
-// The dispatch records of the plug-in's formatters, filled during static initialisation.
+// Dispatch records of the two formatters, filled during static initialisation.
 #pragma once
 
 #include "zel/formatter.h"

@@ -1,4 +1,4 @@
-// Readers of little-endian wire fields. The caller has checked that the bytes are there.
+// Readers of little-endian wire fields. The caller has checked the size of the packet.
 #pragma once
 
 #include <bit>
@@ -8,9 +8,10 @@
 
 namespace zel::toolbox::rt_range {
 
-static_assert(std::endian::native == std::endian::little, "fields are loaded as they stand");
+static_assert(std::endian::native == std::endian::little,
+              "fields are loaded without swapping bytes");
 
-/// A field as wide as T.
+/// A field with the width of T.
 template <typename T>
 T load(const std::uint8_t* bytes) {
     T value;
@@ -18,7 +19,7 @@ T load(const std::uint8_t* bytes) {
     return value;
 }
 
-/// Unsigned field of `n` bytes in 32 bits: of a longer field only the first four bytes count.
+/// Unsigned field of `n` bytes as 32 bits; of a longer field, the first four bytes.
 inline std::uint32_t read_unsigned(const std::uint8_t* bytes, std::size_t n) {
     switch (n) {
     case 1:
@@ -32,8 +33,7 @@ inline std::uint32_t read_unsigned(const std::uint8_t* bytes, std::size_t n) {
     }
 }
 
-/// Two's-complement field of `n` bytes in 32 bits; a field of more than four bytes is cut to its
-/// first four.
+/// Two's complement field of `n` bytes as 32 bits; of a longer field, the first four bytes.
 inline std::int32_t read_signed(const std::uint8_t* bytes, std::size_t n) {
     switch (n) {
     case 1:
@@ -61,11 +61,10 @@ constexpr std::uint8_t bit_of(std::uint8_t byte, unsigned n) {
     return static_cast<std::uint8_t>(byte >> n & 1);
 }
 
-/// A constant of up to 20 bits to divide whole numbers of up to 24 bits by. It takes two
-/// multiplications and an addition, a fraction of a division's time, and yet gives the quotient to
-/// the last bit: the product with the upper part of the reciprocal is exact, and the rest of the
-/// reciprocal is so small that its rounding errors never reach from a quotient to the middle
-/// between two doubles.
+/// A divisor of up to 20 bits for integers of up to 24 bits. Two multiplications and an addition
+/// take a fraction of the time of a division, and the quotient is still correctly rounded: the
+/// product with the upper part of the reciprocal is exact, and the remaining part is so small that
+/// its rounding error never moves a quotient across the midpoint between two doubles.
 class short_divisor {
 public:
     consteval short_divisor(double divisor)
@@ -73,7 +72,7 @@ public:
               std::bit_cast<double>(std::bit_cast<std::uint64_t>(1.0 / divisor) & upper_29_bits)),
           rest_((1.0 - upper_ * divisor) / divisor) {}
 
-    /// `value` over the divisor; a zero has the divisor's sign.
+    /// `value` divided by the divisor; a zero result has the sign of the divisor.
     constexpr double quotient(std::int32_t value) const {
         return static_cast<double>(value) * upper_ + static_cast<double>(value) * rest_;
     }
@@ -82,37 +81,36 @@ private:
     static constexpr std::uint64_t upper_29_bits = ~std::uint64_t{0xFFFFFF};
 
     double upper_;
-    double rest_; ///< of the same sign
+    double rest_; ///< has the same sign
 };
 
-/// Unsigned field of two or three bytes over `divisor`.
+/// Unsigned field of two or three bytes, divided by `divisor`.
 inline double scaled_unsigned(const std::uint8_t* bytes, std::size_t n, short_divisor divisor) {
     return divisor.quotient(static_cast<std::int32_t>(read_unsigned(bytes, n)));
 }
 
-/// Two's-complement field of two or three bytes over `divisor`; a negative divisor turns the axis
-/// round and makes a zero negative.
+/// Two's complement field of two or three bytes, divided by `divisor`. A negative divisor reverses
+/// the axis, and turns 0 into -0.
 inline double scaled_signed(const std::uint8_t* bytes, std::size_t n, short_divisor divisor) {
     return divisor.quotient(read_signed(bytes, n));
 }
 
-/// Unsigned field of four bytes over `divisor`.
+/// Unsigned field of four bytes, divided by `divisor`.
 inline double scaled_unsigned_32(const std::uint8_t* bytes, double divisor) {
     return static_cast<double>(read_unsigned(bytes, 4)) / divisor;
 }
 
-/// Two's-complement field of four bytes over `divisor`; as for the shorter ones, zeros have the
-/// divisor's sign.
+/// Two's complement field of four bytes, divided by `divisor`; a zero result has its sign.
 inline double scaled_signed_32(const std::uint8_t* bytes, double divisor) {
     return static_cast<double>(read_signed(bytes, 4)) / divisor;
 }
 
-/// 16-bit unsigned field as it stands.
+/// 16-bit unsigned field, not scaled.
 inline std::uint16_t read_u16(const std::uint8_t* bytes) {
     return load<std::uint16_t>(bytes);
 }
 
-/// 16-bit two's-complement field as it stands.
+/// 16-bit two's complement field, not scaled.
 inline std::int16_t read_s16(const std::uint8_t* bytes) {
     return load<std::int16_t>(bytes);
 }

@@ -5,14 +5,14 @@
 
 namespace zel::toolbox::rt_range {
 
-/// Lets the first of every hundred frames of one kind be logged. Ask first, log, then count: when
-/// the host fails to log, the next frame is logged instead.
+/// Allows a log record for the first of every hundred frames of one kind. Call `is_due`, log, then
+/// call `count`: if the host fails to log, the next frame is logged instead.
 class foreign_traffic_throttle {
 public:
-    /// Whether the frame in hand is to be logged.
+    /// Whether the current frame is to be logged.
     bool is_due() const { return frames_ == 0; }
 
-    /// Counts the frame in hand.
+    /// Counts the current frame.
     void count() { frames_ = (frames_ + 1) % period; }
 
 private:

@@ -7,7 +7,7 @@ namespace {
 
 constexpr double largest_step = 5.0;
 
-/// Truncated toward zero; a negative number wraps.
+/// Truncated toward zero; a negative number wraps around.
 std::uint32_t whole_part(double heading) {
     return static_cast<std::uint32_t>(static_cast<std::int64_t>(heading));
 }

@@ -1,16 +1,17 @@
-// Suppression of heading jumps.
+// The filter of NCOM headings.
 #pragma once
 
 #include <cstdint>
 
 namespace zel::toolbox::rt_range {
 
-/// One filter serves all units, so that their headings meet in it; angles in degrees. Of all
-/// earlier headings only the first one since the last reset is ever looked at.
+/// Suppresses heading jumps (deg). Deliberate: one filter serves all units, it accepts no step of 5
+/// degrees or more after the second heading, and it refuses the whole degree that the second
+/// heading has set. Of the history of headings only the first one since the last reset is needed.
 class heading_filter {
 public:
-    /// The heading to store for a packet whose wire heading is `heading`; `stored` is the one that
-    /// the record holds so far.
+    /// The heading to store for a packet with the heading `heading`; `stored` is the heading that
+    /// the record holds before the packet.
     double filter(double heading, double stored);
 
 private:
@@ -18,7 +19,7 @@ private:
     double later(double heading, double stored);
 
     double value_ = 0.0;      ///< last accepted heading
-    std::uint32_t whole_ = 0; ///< whole-number part, set by the second heading alone
+    std::uint32_t whole_ = 0; ///< whole-number part, set by the second heading only
     double first_ = 0.0;      ///< first heading since the last reset
     std::uint8_t seen_ = 0;   ///< headings since the last reset, counted up to two
 };

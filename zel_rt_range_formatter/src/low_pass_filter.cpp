@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::size_t order = 12;
 
-// Rounded decimals, used exactly as written: the gain at rest is therefore not 1.
+// Deliberate: the coefficients are rounded decimals, so the steady-state gain is not 1.
 constexpr std::array<double, order + 1> b{7e-11,     8.9e-10,   4.9e-09,   1.635e-08, 3.678e-08,
                                           5.885e-08, 6.866e-08, 5.885e-08, 3.678e-08, 1.635e-08,
                                           4.9e-09,   8.9e-10,   7e-11};
@@ -22,8 +22,8 @@ sample_rows low_pass_filter(const sample_rows& input) {
     sample_rows output;
     for (std::size_t column = 0; column < columns; ++column)
         output[0][column] = b[0] * input[0][column];
-    // The order of the additions decides the last bits: each sum runs over ascending k, and the two
-    // are subtracted once.
+    // The order of the additions determines the last bits: each sum runs over ascending k, and the
+    // sums are subtracted once.
     for (std::size_t n = 1; n < input.size(); ++n) {
         sample_row forward{};
         sample_row feedback{};

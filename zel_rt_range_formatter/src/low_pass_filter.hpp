@@ -7,7 +7,7 @@
 namespace zel::toolbox::rt_range {
 
 /// Samples of one NCOM packet: seven, in the order of the record's sample slots, and an unused one
-/// that fills the vector registers.
+/// that makes the row fit vector registers.
 using sample_row = std::array<double, 8>;
 
 /// Rows of one batch.

@@ -11,8 +11,8 @@ using vector3 = std::array<double, 3>;
 /// Rows of a matrix.
 using matrix3 = std::array<vector3, 3>;
 
-/// A times v. Each element is a sum that starts at 0.0 and takes every column in order, zeros
-/// included: that decides the last bit and the sign of a zero.
+/// A times v. Each element is a sum that starts at 0.0 and runs over all columns in order, zeros
+/// included: this determines the last bit and the sign of a zero.
 constexpr vector3 product(const matrix3& a, const vector3& v) {
     vector3 result{};
     for (std::size_t row = 0; row < 3; ++row)

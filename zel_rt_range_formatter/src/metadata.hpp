@@ -1,9 +1,9 @@
-// What the library says about itself.
+// The metadata text of the library.
 #pragma once
 
 namespace zel::toolbox::rt_range {
 
-/// key=value lines separated by line feeds; static, and alone in its section.
+/// key=value lines separated by line feeds; static, the only content of its section.
 const char* metadata();
 
 } // namespace zel::toolbox::rt_range

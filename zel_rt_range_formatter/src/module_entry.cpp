@@ -17,7 +17,7 @@
 namespace zel::toolbox::rt_range {
 namespace {
 
-/// Slots of the registration area; nearly all of them are null.
+/// Slots of the registration area; all but two are null.
 constexpr std::size_t slot_count = 70;
 using registration_slots = std::array<const zel_formatter_dispatch_table_t*, slot_count>;
 

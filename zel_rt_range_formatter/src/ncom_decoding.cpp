@@ -37,7 +37,7 @@ void update_absolute_time(unit_state& unit) {
 // clang-format on
 //
 // The eight bytes of the status channel follow at 63, a third checksum at 71. No checksum is
-// verified: the packet is trusted as it stands.
+// verified.
 void rt_range_formatter_base::process_ncom(const std::uint8_t* ncom, std::uint32_t unit,
                                            package_output& output) {
     unit_state& state = units_[unit];
@@ -65,7 +65,7 @@ void rt_range_formatter_base::decode_time_and_motion(const std::uint8_t* ncom, u
 
     ncom_unit_record& record = unit.record;
     const std::uint32_t time = read_unsigned(ncom + ncom_byte::time, 2);
-    if (unit.ncom_last_time_ms > time) // the next minute has begun
+    if (unit.ncom_last_time_ms > time) // a new minute
         record.gps_minutes =
             static_cast<std::int32_t>(static_cast<std::uint32_t>(record.gps_minutes) + 1);
     unit.ncom_last_time_ms = time;

@@ -28,8 +28,8 @@ inline constexpr std::size_t status_data = 63;
 inline constexpr std::size_t checksum_3 = 71;
 } // namespace ncom_byte
 
-/// Whether the navigation status announces structure B, which carries no navigation data. `ncom`
-/// has at least 72 bytes.
+/// Whether the navigation status marks a packet of structure B, which carries no navigation data.
+/// `ncom` has at least 72 bytes.
 constexpr bool is_structure_b(const std::uint8_t* ncom) {
     constexpr std::uint8_t structure_b = 11;
     return ncom[ncom_byte::navigation_status] == structure_b;

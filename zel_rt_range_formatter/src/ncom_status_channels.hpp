@@ -1,4 +1,4 @@
-// The part of an NCOM packet whose meaning changes from packet to packet.
+// The status channels of NCOM packets.
 #pragma once
 
 #include <cstdint>

@@ -52,7 +52,7 @@ void package_output::add_record(std::uint32_t tag, const Record& record) {
     packages_.push_back(std::move(package));
 }
 
-/// Fills what all packages have in common; only decoded records carry the nibble, too.
+/// Fills the header values of all packages; decoded records also carry the nibble.
 void package_output::fill_header(zel_package_t& package) const {
     package.source_id = raw_package_.source_id;
     package.source_info = raw_package_.source_info;

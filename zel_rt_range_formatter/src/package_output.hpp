@@ -10,9 +10,9 @@
 
 namespace zel::toolbox::rt_range {
 
-/// Makes packages whose headers carry the values of one raw package, and appends them to a list.
-/// Borrows the raw package, the list and the allocator. The functions that add a package throw what
-/// the host's functions report.
+/// Creates packages with the header values of one raw package and appends them to a list. Borrows
+/// the raw package, the list and the allocator. The functions that add a package throw the
+/// exceptions for the host's error records.
 class package_output {
 public:
     package_output(const zel_raw_package_t& raw_package, extensibility::package_list& packages,

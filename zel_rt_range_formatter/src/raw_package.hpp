@@ -1,4 +1,4 @@
-// What the formatters read from a raw package besides its plain fields.
+// Access to parts of a raw package.
 #pragma once
 
 #include <cstdint>

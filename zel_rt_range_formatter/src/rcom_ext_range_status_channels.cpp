@@ -8,8 +8,8 @@
 namespace zel::toolbox::rt_range {
 namespace {
 
-/// Thousandths; the sender's 65535 stands for no value, the largest double for the same in the
-/// record.
+/// Value in thousandths. The sender's 65535 stands for no value, which the record holds as the
+/// largest double.
 double thousandths_or_none(const std::uint8_t* bytes) {
     constexpr std::uint16_t none = 65535;
     return read_u16(bytes) == none ? std::numeric_limits<double>::max()
@@ -54,7 +54,7 @@ bool decode_ext_range_status_channel(std::uint8_t channel, const std::uint8_t* d
         record.channel_6_byte_2 = data[2];
         record.channel_6_value = read_unsigned(data + 3, 3);
         return true;
-    case 7: // bytes 2 and 7 have no slot
+    case 7: // Deliberate: bytes 2 and 7 are skipped.
         record.channel_7_word_0 = read_s16(data);
         record.channel_7_byte_3 = data[3];
         record.channel_7_word_4 = read_u16(data + 4);

@@ -1,4 +1,4 @@
-// The part of an extended range packet whose meaning changes from packet to packet.
+// The status channels of extended range packets.
 #pragma once
 
 #include <cstdint>

@@ -17,21 +17,21 @@ constexpr std::uint64_t lane_packet_size = 133;
 constexpr const char* lane_function =
     "zel::toolbox::rt_range::rt_range_formatter_base::rcom_process_frame_lane_packet";
 
-/// Decodes `count` consecutive 16-bit fields into D values from `first` on.
+/// Decodes `count` consecutive 16-bit fields into the D values that start at `first`.
 void decode_run(const std::uint8_t* bytes, std::size_t count, short_divisor divisor,
                 std::size_t first, rcom_unit_record& record) {
     for (std::size_t i = 0; i < count; ++i)
         record.lane_values[first + i] = scaled_signed(bytes + 2 * i, 2, divisor);
 }
 
-/// Decodes a 16-bit field into a D value, and its multiple into the D value after it.
+/// Decodes a 16-bit field into a D value, and stores its multiple in the next D value.
 void decode_with_multiple(const std::uint8_t* bytes, short_divisor divisor, double factor,
                           std::size_t d, rcom_unit_record& record) {
     record.lane_values[d] = scaled_signed(bytes, 2, divisor);
     record.lane_values[d + 1] = record.lane_values[d] * factor;
 }
 
-/// As above, for the two fields whose second slot holds thousandths.
+/// As above, but stores a thousandth of the value in the next D value.
 void decode_with_thousandth(const std::uint8_t* bytes, short_divisor divisor, std::size_t d,
                             rcom_unit_record& record) {
     record.lane_values[d] = scaled_signed(bytes, 2, divisor);

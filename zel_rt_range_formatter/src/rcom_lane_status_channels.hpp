@@ -1,4 +1,4 @@
-// The part of a lane packet whose meaning changes from packet to packet.
+// The status channels of lane packets.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 namespace zel::toolbox::rt_range {
 
 /// Decodes the eight data bytes of a lane status channel into the record; an unknown channel
-/// changes nothing. These channels are not those of the extended range packet.
+/// changes nothing. The extended range packet has a different set of channels.
 void decode_lane_status_channel(std::uint8_t channel, const std::uint8_t* data,
                                 rcom_unit_record& record);
 

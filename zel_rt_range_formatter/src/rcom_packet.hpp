@@ -13,7 +13,7 @@ namespace rcom_packet_type {
 inline constexpr std::uint8_t lane = 1;
 inline constexpr std::uint8_t ext_range = 2;
 inline constexpr std::uint8_t wrapped_ncom = 3;
-inline constexpr std::uint8_t last = 4; ///< 0 and 4 exist, but carry nothing for the decoder
+inline constexpr std::uint8_t last = 4; ///< 0 and 4 are valid, but not decoded
 } // namespace rcom_packet_type
 
 /// Byte positions counted from the sync byte.
@@ -34,10 +34,10 @@ inline constexpr std::size_t unit_address = 4;
 inline constexpr std::size_t ncom = 20;
 } // namespace wrapped_ncom_byte
 
-/// Packet length as the sender states it.
+/// Packet length field of the sender.
 inline constexpr std::size_t rcom_packet_length_byte = 2;
 
-/// Status channel of the extended range packet that names the addresses of hunter and target.
+/// Status channel of the extended range packet with the addresses of hunter and target.
 inline constexpr std::uint8_t address_channel = 9;
 
 } // namespace zel::toolbox::rt_range

@@ -14,7 +14,7 @@ namespace log = extensibility::log;
 constexpr const char* current_ncom_function =
     "zel::toolbox::rt_range::rt_range_formatter_base::rcom_process_frame_ext_range_current_ncom";
 
-/// Takes over where the RT-Range unit sees the target. A pair of zeros means that it has no fix.
+/// Copies the RT-Range unit's position of the target. A pair of zeros stands for no fix.
 void override_position(std::uint8_t channel, const rcom_unit_record& rcom,
                        ncom_unit_record& target) {
     constexpr std::uint8_t position_channel = 8;
@@ -68,8 +68,8 @@ rt_range_formatter_base::rcom_process_frame_ext_range_current_ncom(const std::ui
                    "Invalid RCOM Target Number.");
         return std::nullopt;
     }
-    // The target number, channel number and addresses of an implausible frame count, its values do
-    // not: the record holds those of an earlier frame.
+    // If the frame is implausible, its target number, channel number and addresses still count, and
+    // the record holds the values of an earlier frame.
     const std::uint8_t channel = frame[ext_range_byte::status_channel];
     const bool is_target = unit != hunter;
     ncom_unit_record& record = units_[unit].record;
@@ -94,7 +94,7 @@ rt_range_formatter_base::rcom_process_frame_ext_range_current_ncom(const std::ui
     return unit;
 }
 
-/// Learns the addresses of status channel 9: the hunter's, then that of the target in hand.
+/// Learns the addresses of status channel 9: the hunter's, then that of the current target.
 void rt_range_formatter_base::identify(const std::uint8_t* addresses, std::uint32_t unit) {
     if (addresses_.learn_hunter(read_unsigned(addresses, 4)))
         log::write(logger_, ZEL_LOG_LEVEL_NOTABLE, log::here(current_ncom_function),

@@ -41,7 +41,7 @@ void vehicle_velocities(ncom_unit_record& record) {
 }
 
 /// From the unit's forward-right-down axes to forward-left-up. Deliberate: the unused velocity
-/// slot, which nothing fills, changes its sign with every packet.
+/// slot changes its sign with every packet.
 void convert_axes(ncom_unit_record& record) {
     record.level_accel_y = -record.level_accel_y;
     record.level_accel_z = -record.level_accel_z;

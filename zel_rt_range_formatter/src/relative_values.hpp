@@ -5,12 +5,12 @@
 
 namespace zel::toolbox::rt_range {
 
-/// Level-frame accelerations, vehicle-frame velocities, values in km/h and sign changes of a
-/// record that holds a freshly decoded packet, then its relative values and its curvature. `hunter`
-/// may be the same record.
+/// Computes the level-frame accelerations, vehicle-frame velocities, values in km/h and sign
+/// changes of a record that has just been decoded, then its relative values and its curvature.
+/// `hunter` may be the same record.
 void convert_frame(ncom_unit_record& record, const ncom_unit_record& hunter);
 
-/// Ranges and differences to the hunter. `hunter` may be the same record.
+/// Computes the ranges and the differences to the hunter. `hunter` may be the same record.
 void calculate_relative_values(ncom_unit_record& record, const ncom_unit_record& hunter);
 
 } // namespace zel::toolbox::rt_range

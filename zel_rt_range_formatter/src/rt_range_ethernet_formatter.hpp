@@ -1,4 +1,4 @@
-// Formatter of Ethernet frames behind a vehicle bus header.
+// Formatter of Ethernet frames with a vehicle bus header.
 #pragma once
 
 #include <memory>
@@ -8,9 +8,9 @@
 
 namespace zel::toolbox::rt_range {
 
-/// Takes raw packages of type "zel.eth.rtrange": a 16-byte vehicle bus header, which is skipped,
-/// then an Ethernet frame. The raw package's state is not checked, and only the decoder makes
-/// packages.
+/// Accepts raw packages of type "zel.eth.rtrange": a 16-byte vehicle bus header, which is skipped,
+/// then an Ethernet frame. The raw package's state is not checked, and all packages come
+/// from the decoder.
 class rt_range_ethernet_formatter final
     : public extensibility::transform::formatter<rt_range_ethernet_formatter>,
       private rt_range_formatter_base {

@@ -29,13 +29,13 @@ constexpr const char* format_function = "zel::toolbox::rt_range::rt_range_format
 constexpr const char* process_function =
     "zel::toolbox::rt_range::rt_range_formatter::process_rt_range_data";
 
-/// The host's verdict on a raw package.
-struct state_verdict {
+/// Result of the host's state check of a raw package.
+struct package_state {
     bool good;
     std::string message;
 };
 
-state_verdict ask_host(const zel_raw_package_t& raw_package) {
+package_state state_of(const zel_raw_package_t& raw_package) {
     zel_error_details_t* error = nullptr;
     zel_raw_package_check_state_value(raw_package.state_value, raw_package.source_id,
                                       source_info_nibble(raw_package), &error);
@@ -70,8 +70,8 @@ void rt_range_formatter::bind(const extensibility::transform::data_source&,
                               const std::shared_ptr<const zel_data_source_provider_t>&) {}
 
 bool rt_range_formatter::check_state(const zel_raw_package_t& raw_package) const {
-    const state_verdict verdict = ask_host(raw_package);
-    if (!verdict.message.empty()) {
+    const package_state state = state_of(raw_package);
+    if (!state.message.empty()) {
         // Deliberate: the host's own text is the format string. This is the only format string
         // that is not a constant.
 #if defined(__GNUC__)
@@ -79,15 +79,15 @@ bool rt_range_formatter::check_state(const zel_raw_package_t& raw_package) const
 #pragma GCC diagnostic ignored "-Wformat-security"
 #endif
         log::write(logger_, ZEL_LOG_LEVEL_MALFORMED, log::here(format_function),
-                   verdict.message.c_str());
+                   state.message.c_str());
 #if defined(__GNUC__)
 #pragma GCC diagnostic pop
 #endif
     }
-    if (!verdict.good)
+    if (!state.good)
         log::write(logger_, ZEL_LOG_LEVEL_MALFORMED, log::here(format_function),
                    "Package state error.");
-    return verdict.good;
+    return state.good;
 }
 
 bool rt_range_formatter::process_rt_range_data(const zel_raw_package_t& raw_package,

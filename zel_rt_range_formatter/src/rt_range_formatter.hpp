@@ -1,4 +1,4 @@
-// Formatter of the recorder's frames.
+// Formatter of recorder frames.
 #pragma once
 
 #include <memory>
@@ -9,9 +9,9 @@
 
 namespace zel::toolbox::rt_range {
 
-/// Takes raw packages of type "zel.rtrange": a 4-byte source header that holds a CRC32C, then an
-/// Ethernet frame. The output is the bare frame as a "zel.eth"
-/// package, then the packages of the decoder.
+/// Accepts raw packages of type "zel.rtrange": a 4-byte source header that holds a CRC32C, then an
+/// Ethernet frame. The output is the bare frame as a "zel.eth" package, then the packages of the
+/// decoder.
 class rt_range_formatter final
     : public extensibility::transform::formatter<rt_range_formatter>,
       public extensibility::transform::enable_data_source_binding<rt_range_formatter>,

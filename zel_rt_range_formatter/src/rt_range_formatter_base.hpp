@@ -19,8 +19,8 @@
 
 namespace zel::toolbox::rt_range {
 
-/// Turns Ethernet frames into NCOM and RCOM packages. Everything that is kept from one frame to the
-/// next lives here.
+/// Decodes Ethernet frames into NCOM and RCOM packages. Holds all state that persists from one
+/// frame to the next.
 class rt_range_formatter_base {
 protected:
     explicit rt_range_formatter_base(std::shared_ptr<extensibility::log::logger> logger);
@@ -32,7 +32,8 @@ protected:
     bool process_rt_range_data(const std::uint8_t* frame, std::uint64_t frame_size,
                                package_output& output);
 
-    /// Forgets everything decoded and learnt; log throttles, last timestamp and current unit stay.
+    /// Clears everything decoded and learnt. Keeps the log throttles, the last timestamp and the
+    /// current unit.
     void reset();
 
 private:
@@ -76,7 +77,7 @@ private:
     sample_batch sample_batch_;
 
     std::uint64_t last_reference_timestamp_ = 0; ///< of the last NCOM or RCOM datagram
-    std::uint32_t current_unit_index_ = hunter;  ///< unit of the NCOM packet in hand
+    std::uint32_t current_unit_index_ = hunter;  ///< unit of the current NCOM packet
 };
 
 } // namespace zel::toolbox::rt_range

@@ -8,14 +8,14 @@
 
 namespace zel::toolbox::rt_range {
 
-/// Collects the samples of thirty NCOM packets, of all units in order of arrival.
+/// Collects the samples of thirty NCOM packets, of all units together, in order of arrival.
 class sample_batch {
 public:
-    /// Adds the samples of a decoded packet. True when they complete the batch, which then starts
-    /// anew: its rows stay readable until the next packet is added.
+    /// Adds the samples of a decoded packet. True if they complete the batch; the next packet then
+    /// starts a new one.
     bool add(const ncom_unit_record& record);
 
-    /// The rows of the completed batch after the low-pass filter.
+    /// The rows of the batch just completed, after the low-pass filter.
     sample_rows filtered() const;
 
 private:

@@ -1,4 +1,4 @@
-// Placement of data in a named section of the library.
+// Places data in a named section of the library.
 #pragma once
 
 #if defined(_MSC_VER)

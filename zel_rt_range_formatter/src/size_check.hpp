@@ -1,4 +1,4 @@
-// The check that a frame or a part of it holds the bytes that are going to be read.
+// Checks the size of a frame or of a part of it.
 #pragma once
 
 #include <cstdint>

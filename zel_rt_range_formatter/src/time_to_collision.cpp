@@ -6,8 +6,7 @@
 namespace zel::toolbox::rt_range {
 namespace {
 
-// Single-precision 0.1 and 0.05, widened: a value between them and the exact decimals decides
-// differently.
+// Single-precision 0.1 and 0.05 widened to double; values are compared with exactly these numbers.
 constexpr double smallest_rate = 0.10000000149011612;
 constexpr double smallest_scaled_acceleration = 0.05000000074505806;
 

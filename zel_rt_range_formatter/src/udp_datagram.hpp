@@ -1,4 +1,4 @@
-// A UDP datagram as the decoder takes it from an Ethernet frame.
+// The UDP datagram in an Ethernet frame.
 #pragma once
 
 #include <cstdint>
@@ -10,13 +10,13 @@ namespace zel::toolbox::rt_range {
 inline constexpr std::uint16_t ncom_port = 3000;
 inline constexpr std::uint16_t rcom_port = 3003;
 
-/// Sizes in bytes of the headers; an IPv4 header with options is not supported.
+/// Sizes of the headers in bytes. IPv4 headers with options are not supported.
 inline constexpr std::uint64_t ethernet_header_size = 14;
 inline constexpr std::uint64_t ip_header_size = 20;
 inline constexpr std::uint64_t udp_header_size = 8;
 
-/// Addresses as they stand on the wire, ports in host byte order. The payload is everything after
-/// the UDP header up to the end of the frame, and belongs to the raw package.
+/// Addresses are in wire byte order, ports in host byte order. The payload is everything from the
+/// end of the UDP header to the end of the frame; it points into the raw package.
 struct udp_datagram {
     std::uint32_t source_ip;
     std::uint32_t destination_ip;
@@ -26,10 +26,10 @@ struct udp_datagram {
     std::uint64_t payload_size;
 };
 
-/// UDP destination port of a frame that is known to hold all three headers, in host byte order.
+/// UDP destination port, in host byte order, of a frame that contains all three headers.
 std::uint16_t destination_port_of(const std::uint8_t* frame);
 
-/// Reads the datagram of a frame that is known to hold all three headers.
+/// The datagram of a frame that contains all three headers.
 udp_datagram read_datagram(const std::uint8_t* frame, std::uint64_t frame_size);
 
 /// Counts a datagram in the header of the record that it belongs to, and stores its addresses and

@@ -9,22 +9,22 @@
 
 namespace zel::toolbox::rt_range {
 
-/// Learns addresses from RCOM and tells which unit an address belongs to. Addresses are kept as
-/// they stand on the wire; 0 is not yet learnt.
+/// Learns the addresses from RCOM and finds the unit of an address. Addresses are in wire byte
+/// order; 0 stands for an address that has not been learnt.
 class unit_addresses {
 public:
-    /// The unit that sends NCOM from this address; the hunter for an address that belongs to no
-    /// unit. While an address is not learnt, 0.0.0.0 matches it.
+    /// The unit that sends NCOM from this address; the hunter for an address of no unit. 0.0.0.0
+    /// matches a unit whose address has not been learnt.
     std::uint32_t sender(std::uint32_t source_ip) const;
 
-    /// The unit named by the 8 bytes of a wrapped NCOM packet that begin with its address. The four
-    /// bytes after the address must be zero for a match. Targets are compared first.
+    /// The unit named by the 8 bytes at `address` in a wrapped NCOM packet. Deliberate: the last
+    /// four must be zero for a match. Targets are compared before the hunter.
     std::optional<std::uint32_t> wrapped_sender(const std::uint8_t* address) const;
 
-    /// Takes the hunter's address unless it is known. True when it was not.
+    /// Stores the hunter's address unless it is known already. True if it was not.
     bool learn_hunter(std::uint32_t ip);
 
-    /// Takes the address of target 1 to 4. True when it differs from the known one.
+    /// Stores the address of target 1 to 4. True if it differs from the stored one.
     bool learn_target(std::uint32_t target, std::uint32_t ip);
 
 private:

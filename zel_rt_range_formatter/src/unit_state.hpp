@@ -1,4 +1,4 @@
-// What is kept of one unit between frames.
+// State of one unit between frames.
 #pragma once
 
 #include <cstdint>
