@@ -1,6 +1,6 @@
-// Whether two builds of the plug-in agree to the last bit: both get the same random raw packages,
-// and everything that they answer is compared. usage: compare_outputs PLUG-IN PLUG-IN [FRAMES
-// [SEED]]
+// Checks that two builds of the plug-in produce identical output: both get the same random raw
+// packages, and all packages, log records and failures are compared.
+// usage: compare_outputs PLUG-IN PLUG-IN [FRAMES [SEED]]
 
 #include <algorithm>
 #include <array>
@@ -26,8 +26,8 @@ constexpr std::uint16_t ncom_port = 3000;
 constexpr std::uint16_t rcom_port = 3003;
 constexpr std::uint8_t ext_range = 2;
 
-/// Random traffic that reaches every path of the decoder: mostly sound packets of a few senders,
-/// whose values may be anything, and some that are foreign, cut, altered or late.
+/// Random traffic that reaches every path of the decoder: mostly valid packets of a few senders
+/// with random values, and some frames that are foreign, truncated, altered or out of order.
 class random_traffic {
 public:
     explicit random_traffic(std::uint64_t seed) : random_(seed) {}
@@ -40,7 +40,7 @@ public:
         package.state_value = one_in(500) ? 1 : 0;
         fill(package.pass_through_block);
         time_ += below(20);
-        if (one_in(5000)) // short of the last one, which resets the decoder
+        if (one_in(5000)) // a step back resets the decoder
             time_ -= std::min<std::uint64_t>(time_, 1 + below(1000));
         package.reference_timestamp = time_;
     }
@@ -61,7 +61,7 @@ private:
         return {195, 0, 0, static_cast<std::uint8_t>(20 + below(one_in(50) ? 9 : 5))};
     }
 
-    /// A little-endian field close to zero.
+    /// Sets a little-endian field to a random value close to zero.
     void shrink(bytes& packet, std::size_t offset, std::size_t size) {
         constexpr int largest = 1500;
         const int value = static_cast<int>(below(2 * largest + 1)) - largest;
@@ -74,7 +74,7 @@ private:
         bytes packet = random_bytes(72);
         packet[0] = one_in(100) ? byte() : 0xE7;
         packet[21] = static_cast<std::uint8_t>(below(one_in(20) ? 12 : 11));
-        if (one_in(2)) { // a heading that the filter lets pass
+        if (one_in(2)) { // a heading that the filter may accept
             shrink(packet, 52, 3);
             packet[53] = static_cast<std::uint8_t>(packet[53] & 0x7F);
             packet[54] = static_cast<std::uint8_t>(below(2));
@@ -152,7 +152,7 @@ private:
     bytes frame() {
         bytes result = sound_frame();
         if (one_in(10))
-            result.resize(below(result.size() + 40)); // padded or cut
+            result.resize(below(result.size() + 40)); // padded or truncated
         if (!result.empty() && one_in(20))
             result[below(result.size())] = byte();
         return result;
@@ -174,7 +174,7 @@ private:
     std::uint64_t time_ = 0;
 };
 
-/// One build of the plug-in, and everything it answers as text and bytes.
+/// One build of the plug-in, with its output as one string.
 class candidate {
 public:
     candidate(const char* file, std::string_view format)
@@ -225,13 +225,13 @@ bool agree(const char* file_a, const char* file_b, std::string_view format, std:
         traffic.next(format, raw);
         const std::string& answer = a.answer(raw.package());
         if (answer != b.answer(raw.package())) {
-            std::printf("%s: frame %llu is answered differently\n", format.data(),
+            std::printf("%s: the output for frame %llu differs\n", format.data(),
                         static_cast<unsigned long long>(i));
             return false;
         }
     }
-    std::printf("%s: %llu frames, %llu packages and %llu log records alike\n", format.data(),
-                static_cast<unsigned long long>(frames),
+    std::printf("%s: %llu frames, %llu packages and %llu log records are identical\n",
+                format.data(), static_cast<unsigned long long>(frames),
                 static_cast<unsigned long long>(a.package_count),
                 static_cast<unsigned long long>(a.record_count));
     return true;

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Throughput of `rtrange decode` to CSV beside tshark extracting four plain fields from the same
+# Compares the throughput of `rtrange decode` to CSV with tshark extracting four fields from the same
 # five-minute capture, each on one core. Needs tshark (apt-get install tshark).
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -10,7 +10,7 @@ rtrange=build/linux/bin/rtrange
 "$rtrange" simulate "$folder/run.pcap" --duration 300 --targets 2 >"$folder/simulated"
 frames=$(awk '/frames in/ {print $1}' "$folder/simulated")
 
-seconds_of() { # the best of three runs
+seconds_of() { # best of three runs
   for _ in 1 2 3; do
     local start=$EPOCHREALTIME
     taskset -c 0 "$@" >/dev/null 2>&1

@@ -1,6 +1,6 @@
-// What a long life costs: one instance decodes ten million frames of mixed traffic, with a reset in
-// every round. The time per frame is shown at each power of ten up to the number given; the memory
-// in use has to stay what it was, or the program fails. usage: lifetime [FRAMES]
+// Time and memory of a long-lived instance: one instance decodes ten million frames of mixed
+// traffic and resets once per round of traffic. Prints the time per frame at each power of ten up
+// to FRAMES and fails if the memory in use has changed at the end. usage: lifetime [FRAMES]
 
 #include <malloc.h>
 
@@ -18,7 +18,7 @@ namespace {
 
 using namespace zel;
 
-/// One round of traffic; its timestamps start anew each time, which resets the decoder.
+/// One round of traffic. Repeating it steps back in time, which resets the decoder.
 std::vector<host::raw_package_buffer> make_round() {
     simulation::traffic_options options;
     options.targets = 3;
@@ -52,7 +52,7 @@ int main(int argc, char** argv) {
     const host::host_services services([](const zel_log_info_t&) {});
     const auto round = make_round();
     host::formatter_instance instance(plugin.formatter("zel.rtrange"), services);
-    for (const auto& raw : round) // the first round fills the storage that is kept
+    for (const auto& raw : round) // the first round allocates the storage that is reused
         instance.transform(raw.package());
 
     std::printf("%12s %14s %14s\n", "frames", "ns per frame", "bytes in use");
@@ -70,7 +70,7 @@ int main(int argc, char** argv) {
         start = std::chrono::steady_clock::now();
     }
     if (bytes_in_use() != bytes_at_start) {
-        std::printf("memory has grown from %zu bytes\n", bytes_at_start);
+        std::printf("the memory in use has changed from %zu bytes\n", bytes_at_start);
         return 1;
     }
     return 0;

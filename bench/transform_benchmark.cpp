@@ -1,6 +1,6 @@
-// Cost of `transform` per frame, beside the floor: the same packages created through the same host
-// functions, filled by memcpy and destroyed. Both run in turns within one benchmark, so that the
-// ratio does not depend on what else the machine is doing.
+// Cost of `transform` per frame, compared with a lower bound (floor): the same packages created
+// through the same host functions, filled by memcpy and destroyed. Both are measured alternately
+// within one benchmark, so that other load on the machine affects both alike.
 
 #include <chrono>
 #include <cstdint>
@@ -72,7 +72,7 @@ simulation::extended_range_packet range_packet(std::uint8_t channel) {
     return packet;
 }
 
-/// Names the target's address, which wrapped NCOM needs.
+/// Identifies the target's address, without which wrapped NCOM is dropped.
 bytes identification() {
     return datagram(3003, simulation::encode(range_packet(9)));
 }
@@ -103,13 +103,13 @@ std::vector<bytes> wrapped_frames() {
     return frames;
 }
 
-/// One package of the floor: its size and where its bytes come from.
+/// One package of the floor: its format type and its data.
 struct floor_package {
     const char* format_type;
     bytes data;
 };
 
-/// Creates, fills and destroys what a transformation gave out, as one transformation does.
+/// Creates, fills and destroys the packages of one call of `transform`.
 void replay(const std::vector<floor_package>& packages) {
     const zel_allocator_t& allocator = host::package_array::allocator();
     auto** const array = static_cast<zel_package_t**>(
@@ -145,7 +145,7 @@ void transform_frames(benchmark::State& state, const std::vector<bytes>& frames,
     for (std::size_t i = 0; i < frames.size(); ++i)
         wrap(frames[i], raw_packages[i]);
 
-    // 30 rounds of the frames hold whole batches of samples, whatever the number of frames.
+    // 30 rounds complete a whole number of sample batches, whatever the number of frames.
     constexpr std::size_t rounds = 30;
     std::vector<std::vector<floor_package>> floor;
     for (std::size_t round = 0; round < rounds; ++round)
