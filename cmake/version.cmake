@@ -1,7 +1,18 @@
 # Writes version.hpp on every build, so that the metadata always names the revision built.
 
+set(version "${CMAKE_CXX_COMPILER_VERSION}")
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # A distribution may shorten the version that GCC tells, to "12-posix" for example; its macros are
+  # always complete.
+  file(WRITE ${PROJECT_BINARY_DIR}/generated/gcc_version.txt
+    "__GNUC__ __GNUC_MINOR__ __GNUC_PATCHLEVEL__\n")
+  execute_process(
+    COMMAND ${CMAKE_CXX_COMPILER} -E -P -x c++ ${PROJECT_BINARY_DIR}/generated/gcc_version.txt
+    OUTPUT_VARIABLE version COMMAND_ERROR_IS_FATAL ANY)
+endif()
+
 # Two digits major, two digits minor, five digits patch level.
-string(REGEX MATCHALL "[0-9]+" numbers "${CMAKE_CXX_COMPILER_VERSION}.0.0")
+string(REGEX MATCHALL "[0-9]+" numbers "${version}.0.0")
 list(GET numbers 0 major)
 list(GET numbers 1 minor)
 list(GET numbers 2 patch)

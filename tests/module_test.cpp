@@ -1,6 +1,9 @@
 // The library as a host sees it before it creates anything.
 
+#include <algorithm>
+#include <cstdio>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -50,6 +53,22 @@ bool is_version(const std::string& text) {
            (suffix.empty() || suffix == "-dirty");
 }
 
+/// The version of the compiler that builds this file, as the metadata has to show it.
+std::string compiler_version() {
+#if defined(_MSC_FULL_VER)
+    return std::to_string(_MSC_FULL_VER);
+#else
+#if defined(__clang__)
+    constexpr int major = __clang_major__, minor = __clang_minor__, patch = __clang_patchlevel__;
+#else
+    constexpr int major = __GNUC__, minor = __GNUC_MINOR__, patch = __GNUC_PATCHLEVEL__;
+#endif
+    char text[32];
+    std::snprintf(text, sizeof(text), "%02d%02d%05d", major, minor, patch);
+    return text;
+#endif
+}
+
 bool is_date(const std::string& text) {
     static const std::string months = "JanFebMarAprMayJunJulAugSepOctNovDec";
     const std::size_t month = months.find(text.substr(0, 3));
@@ -83,8 +102,7 @@ TEST(module, metadata_is_a_dictionary_of_ten_lines) {
     EXPECT_EQ(lines[4].second, "x64");
     EXPECT_TRUE(is_date(lines[5].second)) << lines[5].second;
     EXPECT_FALSE(lines[6].second.empty());
-    EXPECT_EQ(lines[7].second.size(), 9U);
-    EXPECT_TRUE(digits(lines[7].second));
+    EXPECT_EQ(lines[7].second, compiler_version());
     EXPECT_EQ(lines[8].second, lines[1].second);
     EXPECT_EQ(lines[9].second, "formatter");
 }
