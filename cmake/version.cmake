@@ -1,14 +1,17 @@
 # Writes version.hpp on every build, so that the metadata always names the revision built.
 
-set(version "${CMAKE_CXX_COMPILER_VERSION}")
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  # A distribution may shorten the version that GCC tells, to "12-posix" for example; its macros are
-  # always complete.
-  file(WRITE ${PROJECT_BINARY_DIR}/generated/gcc_version.txt
-    "__GNUC__ __GNUC_MINOR__ __GNUC_PATCHLEVEL__\n")
-  execute_process(
-    COMMAND ${CMAKE_CXX_COMPILER} -E -P -x c++ ${PROJECT_BINARY_DIR}/generated/gcc_version.txt
-    OUTPUT_VARIABLE version COMMAND_ERROR_IS_FATAL ANY)
+set(version ${CMAKE_CXX_COMPILER_VERSION})
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND version MATCHES "^[0-9]+\\.0")
+  # No release of GCC has a minor version of 0. Debian's MinGW-w64 says so everywhere, in its macros
+  # too, but its package has the full version.
+  file(REAL_PATH ${CMAKE_CXX_COMPILER} compiler)
+  execute_process(COMMAND dpkg-query -S ${compiler} OUTPUT_VARIABLE package ERROR_QUIET)
+  string(REGEX REPLACE ": .*" "" package "${package}")
+  execute_process(COMMAND dpkg-query -W -f "\${Version}" "${package}"
+    OUTPUT_VARIABLE package_version ERROR_QUIET)
+  if(package_version MATCHES "^[0-9]+\\.[0-9]+\\.[0-9]+")
+    set(version ${CMAKE_MATCH_0})
+  endif()
 endif()
 
 # Two digits major, two digits minor, five digits patch level.
