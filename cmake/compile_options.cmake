@@ -3,16 +3,20 @@ add_library(zel_compile_options INTERFACE)
 target_include_directories(zel_compile_options INTERFACE ${PROJECT_SOURCE_DIR})
 
 if(MSVC)
-  target_compile_options(zel_compile_options INTERFACE /W4 /WX /fp:precise /utf-8)
+  target_compile_options(zel_compile_options INTERFACE /W4 /fp:precise /utf-8)
 else()
   # Recordings are compared byte for byte, so no multiply and add may be fused.
   target_compile_options(zel_compile_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -ffp-contract=off)
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -ffp-contract=off)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
     # A unique symbol would keep the plug-in from ever being unloaded.
     target_compile_options(zel_compile_options INTERFACE
       $<$<COMPILE_LANGUAGE:CXX>:-fno-gnu-unique>)
   endif()
+endif()
+
+if(ZEL_WARNINGS_AS_ERRORS)
+  target_compile_options(zel_compile_options INTERFACE $<IF:$<BOOL:${MSVC}>,/WX,-Werror>)
 endif()
 
 if(ZEL_SANITIZE)

@@ -1,8 +1,10 @@
-# What cpack puts into a package. The plug-in stands in a folder alone, to be copied into a host, which
+# What cpack puts into a package, of what is built. The plug-in stands in a folder alone, to be copied into a host, which
 # has a zelc of its own. The reference host's libraries, for those who write a host, stand apart, too;
 # rtrange has its own copy of zelc, because a program finds its libraries beside it.
 install(TARGETS zel_rt_range_formatter LIBRARY DESTINATION plugin)
-install(TARGETS rtrange zelc RUNTIME DESTINATION bin LIBRARY DESTINATION bin)
+if(ZEL_BUILD_TOOLS)
+  install(TARGETS rtrange zelc RUNTIME DESTINATION bin LIBRARY DESTINATION bin)
+endif()
 install(TARGETS zelc zelcpp
   RUNTIME DESTINATION reference-host
   LIBRARY DESTINATION reference-host
@@ -11,15 +13,21 @@ install(DIRECTORY include/zel DESTINATION include)
 install(DIRECTORY docs captures DESTINATION .)
 install(DIRECTORY examples/minimal_host DESTINATION examples FILES_MATCHING PATTERN *.[ch])
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION .)
-install(FILES third_party/uplot/LICENSE DESTINATION licenses RENAME uPlot.txt)
 
 if(WIN32)
   set(system windows)
   set(CPACK_GENERATOR ZIP)
-  install(DIRECTORY build/windows-libraries/licenses DESTINATION .)
 else()
   set(system linux)
   set(CPACK_GENERATOR TGZ)
+endif()
+
+if(ZEL_BUILD_TOOLS)
+  install(FILES third_party/uplot/LICENSE DESTINATION licenses RENAME uPlot.txt)
+endif()
+if(ZEL_BUILD_TOOLS AND WIN32)
+  install(DIRECTORY build/windows-libraries/licenses DESTINATION .)
+elseif(ZEL_BUILD_TOOLS)
   # Of these, code from the headers is in the program; the other libraries are the machine's.
   install(FILES /usr/share/doc/libcli11-dev/copyright DESTINATION licenses RENAME CLI11.txt)
   install(FILES /usr/share/doc/nlohmann-json3-dev/copyright DESTINATION licenses

@@ -1,7 +1,21 @@
 # Writes version.hpp on every build, so that the metadata always names the revision built.
 
+set(version ${CMAKE_CXX_COMPILER_VERSION})
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND version MATCHES "^[0-9]+\\.0")
+  # No release of GCC has a minor version of 0. Debian's MinGW-w64 says so everywhere, in its macros
+  # too, but its package has the full version.
+  file(REAL_PATH ${CMAKE_CXX_COMPILER} compiler)
+  execute_process(COMMAND dpkg-query -S ${compiler} OUTPUT_VARIABLE package ERROR_QUIET)
+  string(REGEX REPLACE ": .*" "" package "${package}")
+  execute_process(COMMAND dpkg-query -W -f "\${Version}" "${package}"
+    OUTPUT_VARIABLE package_version ERROR_QUIET)
+  if(package_version MATCHES "^[0-9]+\\.[0-9]+\\.[0-9]+")
+    set(version ${CMAKE_MATCH_0})
+  endif()
+endif()
+
 # Two digits major, two digits minor, five digits patch level.
-string(REGEX MATCHALL "[0-9]+" numbers "${CMAKE_CXX_COMPILER_VERSION}.0.0")
+string(REGEX MATCHALL "[0-9]+" numbers "${version}.0.0")
 list(GET numbers 0 major)
 list(GET numbers 1 minor)
 list(GET numbers 2 patch)

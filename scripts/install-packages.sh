@@ -6,14 +6,14 @@ set -euo pipefail
 packages=(
   g++ cmake ninja-build git pkg-config ca-certificates
   libpcap-dev libcli11-dev libfmt-dev libhdf5-dev nlohmann-json3-dev
-  googletest libbenchmark-dev
+  libgtest-dev googletest libbenchmark-dev
 )
 for option in "$@"; do
   case $option in
   --with-windows)
     packages+=(g++-mingw-w64-x86-64-posix wine64 libz-mingw-w64-dev dpkg-dev flex bison)
     ;;
-  --with-clang) packages+=(clang libclang-rt-14-dev clang-tidy) ;;
+  --with-clang) packages+=(clang libclang-rt-dev clang-tidy) ;;
   --with-browser)
     packages+=(chromium)
     # Whoever has npm from elsewhere has Node with it.

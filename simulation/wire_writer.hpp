@@ -26,7 +26,9 @@ public:
         return u8(static_cast<std::uint8_t>(value >> 8)).u8(static_cast<std::uint8_t>(value));
     }
     wire_writer& append(std::span<const std::uint8_t> part) {
-        written_.insert(written_.end(), part.begin(), part.end());
+        // Not with insert, for which GCC 14 warns of writing out of bounds, wrongly.
+        for (const std::uint8_t value : part)
+            written_.push_back(value);
         return *this;
     }
 

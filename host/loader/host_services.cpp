@@ -1,5 +1,6 @@
 #include "host/loader/host_services.hpp"
 
+#include <cstdint>
 #include <exception>
 #include <string>
 #include <string_view>

@@ -1,6 +1,7 @@
 #include "tests/harness/recording_zelc.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <string>

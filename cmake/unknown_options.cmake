@@ -1,0 +1,10 @@
+# An option with a misspelt name would be ignored. It has no type, because nothing declares it.
+get_cmake_property(variables CACHE_VARIABLES)
+list(FILTER variables INCLUDE REGEX "^ZEL_")
+foreach(variable IN LISTS variables)
+  get_property(type CACHE ${variable} PROPERTY TYPE)
+  if(type STREQUAL "UNINITIALIZED")
+    unset(${variable} CACHE)
+    message(SEND_ERROR "There is no option ${variable}")
+  endif()
+endforeach()
