@@ -54,21 +54,24 @@ libpcap() {
     cp "$work/libpcap/build/libpcap.a" "$prefix/lib/"
 }
 
-# For the programs that HDF5 tries out while it is built: starting Wine for each takes seconds.
+# For the programs that HDF5 1.10 runs while it is built: starting Wine for each takes seconds.
 keep_wine_running() {
-  export WINEDEBUG=-all WINEPREFIX=$PWD/build/windows/wine PATH=$PATH:/usr/lib/wine
-  mkdir -p "$WINEPREFIX"
-  wineserver64 -p30 || true
-  wine64 wineboot
+  scripts/prepare-wine.sh &&
+    export WINEDEBUG=-all WINEPREFIX=$PWD/build/windows/wine PATH=$PATH:/usr/lib/wine &&
+    { "$(command -v wineserver64 || command -v wineserver)" -p30 || true; }
 }
 
 hdf5() {
-  keep_wine_running >/dev/null 2>&1
+  if [ -f "$work/hdf5/source/src/H5detect.c" ]; then
+    keep_wine_running || return
+  fi
   # MinGW has unistd.h, but not this header that the library takes for granted with it.
   sed -i '/#include <sys\/wait.h>/d' "$work/hdf5/source/src/H5private.h"
+  # MinGW's vasprintf can be linked, but is not declared to the library.
   build hdf5 install -DBUILD_SHARED_LIBS=OFF -DBUILD_TESTING=OFF -DHDF5_BUILD_TOOLS=OFF \
     -DHDF5_BUILD_UTILS=OFF -DHDF5_BUILD_EXAMPLES=OFF -DHDF5_BUILD_HL_LIB=OFF -DHDF5_BUILD_CPP_LIB=OFF \
     -DHDF5_ENABLE_SZIP_SUPPORT=OFF -DHDF5_ENABLE_Z_LIB_SUPPORT=ON \
+    -DH5_HAVE_VASPRINTF=OFF \
     -DZLIB_LIBRARY=/usr/x86_64-w64-mingw32/lib/libz.a
 }
 
@@ -77,7 +80,8 @@ for package in fmtlib libpcap hdf5; do
   echo "== Building $package for Windows"
   if ! { unpack $package && $package >>"$work/$package.log" 2>&1; }; then
     tail -40 "$work/$package.log"
-    echo "build-windows-libraries.sh: $package cannot be built" >&2
+    echo "build-windows-libraries.sh: $package cannot be built; once the reason above is gone, run" \
+      "scripts/build-windows-libraries.sh again" >&2
     exit 1
   fi
   # Last, since it tells that the library is complete.

@@ -23,6 +23,11 @@ for option in "$@"; do
   esac
 done
 
+command -v apt-get >/dev/null || {
+  echo "install-packages.sh: there is no apt-get; install what Debian calls ${packages[*]}" >&2
+  exit 1
+}
+
 missing=()
 for package in "${packages[@]}"; do
   dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' ||

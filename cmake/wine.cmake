@@ -1,0 +1,10 @@
+# Lets tests wait until Wine's folder is ready; when it cannot be made, they fail without running.
+function(tests_need_wine)
+  get_property(known GLOBAL PROPERTY ZEL_PREPARES_WINE)
+  if(NOT known)
+    add_test(NAME prepare_wine COMMAND ${PROJECT_SOURCE_DIR}/scripts/prepare-wine.sh)
+    set_tests_properties(prepare_wine PROPERTIES FIXTURES_SETUP wine)
+    set_property(GLOBAL PROPERTY ZEL_PREPARES_WINE ON)
+  endif()
+  set_tests_properties(${ARGN} PROPERTIES FIXTURES_REQUIRED wine)
+endfunction()
