@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/harness/rcom_frames.hpp"
+#include "tests/harness/expectations.hpp"
 
 namespace {
 

@@ -1,20 +1,13 @@
-// RCOM packets on their way to the plug-in, and how the records that come back are compared.
+// What comes back from the plug-in, and how it is compared.
 #pragma once
 
 #include <functional>
 
 #include <gtest/gtest.h>
 
-#include "simulation/rcom_packets.hpp"
 #include "tests/harness/frames.hpp"
 
 namespace harness {
-
-using zel::simulation::encode_wrapped_ncom;
-using zel::simulation::extended_range_packet;
-using zel::simulation::lane_packet;
-using zel::simulation::wire_writer;
-using channel_data = std::array<std::uint8_t, 8>;
 
 /// Where a unit record begins in the data of its package.
 inline constexpr std::size_t unit = 4;
@@ -27,44 +20,6 @@ inline double degrees(double radians) {
     return radians * 180.0 / 3.1415927410125732;
 }
 
-inline bytes rcom_frame(const extended_range_packet& packet) {
-    return rcom_frame(encode(packet));
-}
-inline bytes rcom_frame(const lane_packet& packet) {
-    return rcom_frame(encode(packet));
-}
-inline bytes wrapped_frame(const ip_address& address, const ncom_packet& packet = {}) {
-    return rcom_frame(encode_wrapped_ncom(address, encode(packet)));
-}
-
-inline extended_range_packet range_packet(std::uint8_t target, std::uint8_t channel = 1,
-                                          const channel_data& data = {}) {
-    extended_range_packet packet;
-    packet.target_number = target;
-    packet.status_channel = channel;
-    packet.status_data = data;
-    return packet;
-}
-
-inline channel_data channel_of(const wire_writer& writer) {
-    channel_data data{};
-    std::copy(writer.written().begin(), writer.written().end(), data.begin());
-    return data;
-}
-inline channel_data two(std::int32_t first, std::int32_t second) {
-    return channel_of(wire_writer().s32(first).s32(second));
-}
-inline channel_data three(std::int32_t first, std::int32_t second, std::int16_t third) {
-    return channel_of(wire_writer().s24(first).s24(second).s16(third));
-}
-
-/// Names the addresses of the hunter and of a target.
-inline bytes identification(std::uint8_t target, const ip_address& hunter_ip,
-                            const ip_address& target_ip) {
-    const auto data = channel_of(wire_writer().append(hunter_ip).append(target_ip));
-    return rcom_frame(range_packet(target, 9, data));
-}
-
 inline package first_package(const outcome& result) {
     return result.decoded().at(0);
 }
@@ -72,11 +27,32 @@ inline package target_package(const outcome& result) {
     return result.decoded().at(1);
 }
 
-inline void expect_refusal(const outcome& result, std::uint32_t level, const std::string& message) {
-    EXPECT_TRUE(result.decoded().empty());
-    ASSERT_EQ(result.logs.size(), 1U);
+inline void expect_log(const outcome& result, std::uint32_t level, const std::string& message) {
+    ASSERT_EQ(result.logs.size(), 1U) << message;
     EXPECT_EQ(result.logs[0].level, level);
     EXPECT_EQ(result.logs[0].message, message);
+}
+
+/// The frame is dropped, and one log record says why.
+inline void expect_refusal(const outcome& result, std::uint32_t level, const std::string& message) {
+    EXPECT_EQ(result.status, 0U);
+    EXPECT_TRUE(result.decoded().empty());
+    expect_log(result, level, message);
+}
+
+inline std::string too_short(const std::string& what, std::size_t least, std::size_t size) {
+    return "Unexpected " + what + " size (Expected at least = " + std::to_string(least) +
+           ", Received size = " + std::to_string(size) + ").";
+}
+
+/// The header values of a package made from a raw package.
+inline void expect_header(const package& actual, const raw_package& raw, std::uint32_t nibble) {
+    EXPECT_EQ(actual.source_id, raw.source_id);
+    EXPECT_EQ(actual.source_info, raw.source_info);
+    EXPECT_EQ(actual.nibble, nibble);
+    EXPECT_EQ(actual.pass_through_block, raw.pass_through_block);
+    EXPECT_EQ(actual.reference_timestamp, raw.reference_timestamp);
+    EXPECT_EQ(actual.reserved_48 + actual.reserved_52 + actual.reserved_54, 0U);
 }
 
 /// Equal to the last bit, so that -0.0 is not 0.0.
@@ -135,9 +111,12 @@ struct channel_case {
     std::vector<field> written;
 };
 
-/// Every channel writes its own bytes and its number, and leaves all others as they were.
-inline void expect_channels(const std::vector<channel_case>& cases, std::size_t number_offset,
-                            const std::function<bytes(const channel_case&)>& frame) {
+/// Every channel writes its own bytes and leaves all others as they were. `frame` makes a frame of
+/// the channel, and `note_packet` changes a record like a packet without content.
+inline void
+expect_channels(const std::vector<channel_case>& cases,
+                const std::function<bytes(const channel_case&)>& frame,
+                const std::function<void(bytes& record, const channel_case&)>& note_packet) {
     instance plugin;
     bytes expected = first_package(plugin.decode(frame({99, {}, {}}))).data;
     // In the second round all other channels have left values that must stay.
@@ -145,41 +124,61 @@ inline void expect_channels(const std::vector<channel_case>& cases, std::size_t 
         for (const channel_case& each : cases) {
             SCOPED_TRACE("channel " + std::to_string(each.channel) + ", round " +
                          std::to_string(round));
-            ++expected[20];
-            expected[number_offset] = each.channel;
+            note_packet(expected, each);
             expected = with(expected, each.written);
-            expect_data(first_package(plugin.decode(frame(each))), expected);
+            const outcome result = plugin.decode(frame(each));
+            expect_data(result.decoded().back(), expected);
+            for (const log_record& log : result.logs)
+                EXPECT_EQ(log.message.find("Unknown"), std::string::npos) << log.message;
         }
     }
 }
 
-struct size_case {
-    std::uint16_t stated_length;
-    std::size_t size;
-    std::uint32_t level; ///< 0: the packet is taken
-    std::string message;
-};
+/// What every RCOM packet changes: the count, and the number of its status channel.
+inline auto note_rcom_packet(std::size_t number_offset) {
+    return [=](bytes& record, const channel_case& each) {
+        ++record[20];
+        record[number_offset] = each.channel;
+    };
+}
 
-/// A refused packet changes nothing but the count.
-inline void expect_sizes(const bytes& good, const std::vector<size_case>& cases) {
-    for (const size_case& each : cases) {
-        SCOPED_TRACE(std::to_string(each.stated_length) + ", " + std::to_string(each.size));
+/// Packets of `least` stated and four more actual bytes are taken; a shorter one is refused and
+/// changes nothing but the count.
+inline void expect_sizes(const bytes& good, std::uint16_t least, const std::string& name) {
+    const auto below = static_cast<std::uint16_t>(least - 1);
+    const std::string stated_short =
+        "Size of " + name + " is less than " + std::to_string(least) + ".";
+    const struct {
+        std::uint16_t stated;
+        std::size_t size;
+        std::uint32_t level; ///< 0: the packet is taken
+        std::string message;
+    } cases[] = {{0, good.size(), 200, stated_short},
+                 {below, good.size(), 200, stated_short},
+                 {below, good.size() - 1, 200, stated_short},
+                 {least, good.size() - 1, 300, too_short(name, good.size(), good.size() - 1)},
+                 {least, 4, 300, too_short(name, good.size(), 4)},
+                 {least, good.size(), 0, ""},
+                 {65535, good.size(), 0, ""},
+                 {least, 1000, 0, ""}};
+    ASSERT_EQ(good.size(), least + 4U);
+    const bool lane = good[1] == 1;
+    for (const auto& [stated, size, level, message] : cases) {
+        SCOPED_TRACE(std::to_string(stated) + ", " + std::to_string(size));
         instance plugin;
         const bytes before = first_package(plugin.decode(rcom_frame(good))).data;
         // Only the packet's last byte and an early one differ.
-        bytes payload =
-            with(good, {place(2, each.stated_length), {7, {88}}, {good.size() - 1, {99}}});
-        payload.resize(each.size, 0x77);
+        bytes payload = with(good, {place(2, stated), {7, {88}}, {good.size() - 1, {99}}});
+        payload.resize(size, 0x77);
         const outcome result = plugin.decode(rcom_frame(payload));
-        if (each.level != 0) {
-            expect_refusal(result, each.level, each.message);
+        if (level != 0) {
+            expect_refusal(result, level, message);
             expect_data(first_package(plugin.decode(rcom_frame(good))), with(before, {{20, {3}}}));
             continue;
         }
         EXPECT_TRUE(result.logs.empty());
-        const bool lane = good[1] == 1;
         expect_data(first_package(result), with(before, {{20, {2}},
-                                                         place(327, each.stated_length),
+                                                         place(327, stated),
                                                          {lane ? 534U : 334U, {88}},
                                                          {lane ? 532U : 332U, {99}}}));
     }
