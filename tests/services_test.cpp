@@ -1,12 +1,13 @@
 // Creating instances, finding their services, and what they ask of the host.
 
+#include <functional>
+
 #include <gtest/gtest.h>
 
 #include "tests/harness/plugin_under_test.hpp"
 
+namespace harness {
 namespace {
-
-using namespace harness;
 
 constexpr const char* transformation = "zel_formatter_raw_package_transformation_support_t";
 constexpr const char* binding = "zel_formatter_data_source_binding_t";
@@ -50,75 +51,74 @@ TEST(services, an_unknown_name_fails_and_leaves_the_target_alone) {
     }
 }
 
-TEST(services, look_ups_check_their_arguments_in_order) {
-    instance recorder;
-    void* const handle = recorder.locator->handle;
-    void* target = nullptr;
-    bool result = true;
-    const auto resolve = [&](void* h, const char* name, void** t) {
-        zel_error_details_t* details = nullptr;
-        EXPECT_EQ(recorder.locator->resolve(h, name, t, &details), invalid_argument);
-        return take_error(details).description;
-    };
-    EXPECT_EQ(resolve(nullptr, nullptr, nullptr), not_initialized("handle"));
-    EXPECT_EQ(resolve(handle, nullptr, nullptr), not_initialized("service_type"));
-    EXPECT_EQ(resolve(handle, binding, nullptr), not_initialized("target"));
-
-    const auto ask = [&](void* h, const char* name, bool* r) {
-        zel_error_details_t* details = nullptr;
-        EXPECT_EQ(recorder.locator->can_resolve(h, name, r, &details), invalid_argument);
-        return take_error(details).description;
-    };
-    EXPECT_EQ(ask(nullptr, nullptr, nullptr), not_initialized("handle"));
-    EXPECT_EQ(ask(handle, nullptr, nullptr), not_initialized("service_type"));
-    EXPECT_EQ(ask(handle, binding, nullptr), not_initialized("can_resolve"));
+/// Calls with an error target; gives the description of the error, which has to be about an
+/// argument.
+std::string refusal(const std::function<zel_status_t(zel_error_details_t**)>& call) {
+    zel_error_details_t* details = nullptr;
+    EXPECT_EQ(call(&details), invalid_argument);
     // A host that wants no error record gets the status alone.
-    EXPECT_EQ(recorder.locator->resolve(nullptr, binding, &target, nullptr), invalid_argument);
-    EXPECT_EQ(recorder.locator->can_resolve(handle, nullptr, &result, nullptr), invalid_argument);
+    EXPECT_EQ(call(nullptr), invalid_argument);
+    return take_error(details).description;
 }
 
-TEST(services, binding_is_accepted_and_checks_its_arguments_in_order) {
+TEST(services, look_ups_and_binding_check_their_arguments_in_order) {
     instance recorder;
+    const auto& [resolve, can_resolve, locator] = *recorder.locator;
     const auto& service =
         *static_cast<const zel_formatter_data_source_binding_t*>(recorder.service(binding));
+    void* target = nullptr;
+    bool answer = true;
     int source = 0;
     const zel_data_source_provider_t provider{};
-    static_assert(sizeof(provider) == 48);
     EXPECT_EQ(service.bind(recorder.handle, &source, &provider, nullptr), 0U);
-
-    const auto bind = [&](void* h, void* s, const zel_data_source_provider_t* p) {
-        zel_error_details_t* details = nullptr;
-        EXPECT_EQ(service.bind(h, s, p, &details), invalid_argument);
-        return take_error(details).description;
-    };
-    EXPECT_EQ(bind(nullptr, nullptr, nullptr), not_initialized("handle"));
-    EXPECT_EQ(bind(recorder.handle, nullptr, nullptr), not_initialized("data_source"));
-    EXPECT_EQ(bind(recorder.handle, &source, nullptr), not_initialized("data_source_provider"));
+    // The first `given` arguments are there, all others are null.
+    const char* const missing[][3] = {{"handle", "handle", "handle"},
+                                      {"service_type", "service_type", "data_source"},
+                                      {"target", "can_resolve", "data_source_provider"}};
+    for (int given = 0; given < 3; ++given) {
+        void* const handle = given > 0 ? locator : nullptr;
+        const char* const name = given > 1 ? binding : nullptr;
+        const auto& [of_resolve, of_can_resolve, of_bind] = missing[given];
+        EXPECT_EQ(refusal([&](auto e) { return resolve(handle, name, nullptr, e); }),
+                  not_initialized(of_resolve));
+        EXPECT_EQ(refusal([&](auto e) { return can_resolve(handle, name, nullptr, e); }),
+                  not_initialized(of_can_resolve));
+        EXPECT_EQ(refusal([&](auto e) {
+                      return service.bind(given > 0 ? recorder.handle : nullptr,
+                                          given > 1 ? &source : nullptr, nullptr, e);
+                  }),
+                  not_initialized(of_bind));
+    }
+    EXPECT_EQ(refusal([&](auto e) { return resolve(nullptr, binding, &target, e); }),
+              not_initialized("handle"));
+    EXPECT_EQ(refusal([&](auto e) { return can_resolve(locator, nullptr, &answer, e); }),
+              not_initialized("service_type"));
 }
 
 TEST(services, transform_checks_its_arguments_in_order) {
+    const bytes block = raw_package{}.block();
+    const auto* const raw = reinterpret_cast<const zel_raw_package_t*>(block.data());
+    zel_package_t** packages = nullptr;
+    std::size_t count = 0;
     for (const auto* const formatter : {&recorder_formatter(), &ethernet_formatter()}) {
         instance subject(*formatter);
-        const bytes block = raw_package{}.block();
-        const auto* const raw = reinterpret_cast<const zel_raw_package_t*>(block.data());
-        zel_package_t** packages = nullptr;
-        std::size_t count = 0;
-        const auto transform = [&](void* h, const zel_raw_package_t* r, zel_package_t*** p,
-                                   std::size_t* c, const zel_allocator_t* a) {
-            zel_error_details_t* details = nullptr;
-            EXPECT_EQ(subject.transformation->transform(h, r, p, c, a, &details), invalid_argument);
-            return take_error(details).description;
+        // The raw package is looked at last; before it, the first `given` arguments are there.
+        const auto expect_missing = [&](int given, const zel_raw_package_t* raw_or_none,
+                                        const std::string& argument) {
+            const auto transform = [&](zel_error_details_t** error) {
+                return subject.transformation->transform(
+                    given > 0 ? subject.handle : nullptr, raw_or_none,
+                    given > 1 ? &packages : nullptr, given > 2 ? &count : nullptr,
+                    given > 3 ? &subject.allocator : nullptr, error);
+            };
+            EXPECT_EQ(refusal(transform), not_initialized(argument));
         };
-        void* const h = subject.handle;
-        EXPECT_EQ(transform(nullptr, nullptr, nullptr, nullptr, nullptr),
-                  not_initialized("handle"));
-        EXPECT_EQ(transform(h, nullptr, nullptr, nullptr, nullptr), not_initialized("packages"));
-        EXPECT_EQ(transform(h, nullptr, &packages, nullptr, nullptr),
-                  not_initialized("package_count"));
-        EXPECT_EQ(transform(h, nullptr, &packages, &count, nullptr), not_initialized("allocator"));
-        EXPECT_EQ(transform(h, nullptr, &packages, &count, &subject.allocator),
-                  not_initialized("raw_package"));
-        EXPECT_EQ(transform(h, raw, &packages, &count, nullptr), not_initialized("allocator"));
+        const char* const missing[] = {"handle", "packages", "package_count", "allocator"};
+        for (int given = 0; given < 4; ++given) {
+            expect_missing(given, raw, missing[given]);
+            expect_missing(given, nullptr, missing[given]);
+        }
+        expect_missing(4, nullptr, "raw_package");
         EXPECT_EQ(subject.array_requests, 0U);
     }
 }
@@ -131,12 +131,12 @@ TEST(services, null_instances_are_harmless) {
         EXPECT_EQ(formatter->get_service_locator(nullptr, &target, nullptr), 0U);
         EXPECT_EQ(target, nullptr);
 
-        zel_error_details_t* details = nullptr;
-        EXPECT_EQ(formatter->get_service_locator(nullptr, nullptr, &details), invalid_argument);
-        EXPECT_EQ(take_error(details).description, not_initialized("target"));
         host_services services;
-        EXPECT_EQ(formatter->create(nullptr, &services.locator, &details), invalid_argument);
-        EXPECT_EQ(take_error(details).description, not_initialized("instance"));
+        EXPECT_EQ(
+            refusal([&](auto e) { return formatter->get_service_locator(nullptr, nullptr, e); }),
+            not_initialized("target"));
+        EXPECT_EQ(refusal([&](auto e) { return formatter->create(nullptr, &services.locator, e); }),
+                  not_initialized("instance"));
     }
 }
 
@@ -215,3 +215,4 @@ TEST(services, errors_of_the_hosts_look_ups_come_back_translated) {
 }
 
 } // namespace
+} // namespace harness

@@ -55,6 +55,25 @@ inline void expect_header(const package& actual, const raw_package& raw, std::ui
     EXPECT_EQ(actual.reserved_48 + actual.reserved_52 + actual.reserved_54, 0U);
 }
 
+/// What every result has to be, whatever came in.
+inline void expect_sound(const outcome& result, std::uint64_t timestamp) {
+    for (const log_record& log : result.logs) {
+        EXPECT_LE(log.message.size(), 1023U);
+        EXPECT_TRUE(log.level == 200 || log.level == 300 || log.level == 400) << log.level;
+    }
+    for (std::size_t i = 0; i < result.packages.size(); ++i) {
+        const package& each = result.packages[i];
+        EXPECT_EQ(each.reference_timestamp, timestamp);
+        if (i == 0 && each.format_type == "zel.eth")
+            continue;
+        ASSERT_EQ(each.format_type, "zel.rtrange");
+        ASSERT_GE(each.data.size(), 4U);
+        const bool rcom = each.u32(0) == 0x00200000;
+        EXPECT_EQ(each.data.size(), rcom ? 1191U : 873U);
+        EXPECT_TRUE(rcom || std::ranges::count(unit_tags, each.u32(0)) == 1) << each.u32(0);
+    }
+}
+
 /// Equal to the last bit, so that -0.0 is not 0.0.
 inline void expect_doubles(const package& actual, std::size_t offset,
                            const std::vector<double>& expected) {
