@@ -1,6 +1,6 @@
 // Creating instances, finding their services, and what they ask of the host.
 
-#include <functional>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -13,10 +13,6 @@ constexpr const char* transformation = "zel_formatter_raw_package_transformation
 constexpr const char* binding = "zel_formatter_data_source_binding_t";
 constexpr std::uint32_t invalid_argument = 0xA0030016;
 constexpr std::uint32_t failed = 0xA0000FA5;
-
-std::string not_initialized(const std::string& argument) {
-    return "argument '" + argument + "' was not initialized";
-}
 
 bool can_resolve(const instance& instance, const char* name) {
     bool result = false;
@@ -51,74 +47,66 @@ TEST(services, an_unknown_name_fails_and_leaves_the_target_alone) {
     }
 }
 
-/// Calls with an error target; gives the description of the error, which has to be about an
-/// argument.
-std::string refusal(const std::function<zel_status_t(zel_error_details_t**)>& call) {
-    zel_error_details_t* details = nullptr;
-    EXPECT_EQ(call(&details), invalid_argument);
-    // A host that wants no error record gets the status alone.
-    EXPECT_EQ(call(nullptr), invalid_argument);
-    return take_error(details).description;
+/// Calls with the first of these arguments alone, then with ever more of them; null stands for the
+/// others. The error names the first one missing.
+template <typename... T>
+void expect_checks(const auto& function, const std::vector<std::string>& names, T... values) {
+    for (std::size_t given = 0; given < names.size(); ++given) {
+        std::size_t i = 0;
+        const auto next = [&](auto value) { return i++ < given ? value : nullptr; };
+        const std::tuple<T...> arguments{next(values)...};
+        const auto call = [&](zel_error_details_t** error) {
+            return std::apply([&](T... each) { return function(each..., error); }, arguments);
+        };
+        zel_error_details_t* details = nullptr;
+        EXPECT_EQ(call(&details), invalid_argument);
+        EXPECT_EQ(take_error(details).description,
+                  "argument '" + names[given] + "' was not initialized");
+        // A host that wants no error record gets the status alone.
+        EXPECT_EQ(call(nullptr), invalid_argument);
+    }
 }
 
 TEST(services, look_ups_and_binding_check_their_arguments_in_order) {
     instance recorder;
-    const auto& [resolve, can_resolve, locator] = *recorder.locator;
-    const auto& service =
-        *static_cast<const zel_formatter_data_source_binding_t*>(recorder.service(binding));
+    const auto& [resolve, can_resolve, handle] = *recorder.locator;
     void* target = nullptr;
     bool answer = true;
-    int source = 0;
+    expect_checks(resolve, {"handle", "service_type", "target"}, handle, binding, &target);
+    expect_checks(can_resolve, {"handle", "service_type", "can_resolve"}, handle, binding, &answer);
+
+    const auto bind =
+        static_cast<const zel_formatter_data_source_binding_t*>(recorder.service(binding))->bind;
+    int data_source = 0;
+    void* const source = &data_source;
     const zel_data_source_provider_t provider{};
-    EXPECT_EQ(service.bind(recorder.handle, &source, &provider, nullptr), 0U);
-    // The first `given` arguments are there, all others are null.
-    const char* const missing[][3] = {{"handle", "handle", "handle"},
-                                      {"service_type", "service_type", "data_source"},
-                                      {"target", "can_resolve", "data_source_provider"}};
-    for (int given = 0; given < 3; ++given) {
-        void* const handle = given > 0 ? locator : nullptr;
-        const char* const name = given > 1 ? binding : nullptr;
-        const auto& [of_resolve, of_can_resolve, of_bind] = missing[given];
-        EXPECT_EQ(refusal([&](auto e) { return resolve(handle, name, nullptr, e); }),
-                  not_initialized(of_resolve));
-        EXPECT_EQ(refusal([&](auto e) { return can_resolve(handle, name, nullptr, e); }),
-                  not_initialized(of_can_resolve));
-        EXPECT_EQ(refusal([&](auto e) {
-                      return service.bind(given > 0 ? recorder.handle : nullptr,
-                                          given > 1 ? &source : nullptr, nullptr, e);
-                  }),
-                  not_initialized(of_bind));
-    }
-    EXPECT_EQ(refusal([&](auto e) { return resolve(nullptr, binding, &target, e); }),
-              not_initialized("handle"));
-    EXPECT_EQ(refusal([&](auto e) { return can_resolve(locator, nullptr, &answer, e); }),
-              not_initialized("service_type"));
+    EXPECT_EQ(bind(recorder.handle, source, &provider, nullptr), 0U);
+    expect_checks(bind, {"handle", "data_source", "data_source_provider"}, recorder.handle, source,
+                  &provider);
 }
 
 TEST(services, transform_checks_its_arguments_in_order) {
     const bytes block = raw_package{}.block();
-    const auto* const raw = reinterpret_cast<const zel_raw_package_t*>(block.data());
     zel_package_t** packages = nullptr;
     std::size_t count = 0;
     for (const auto* const formatter : {&recorder_formatter(), &ethernet_formatter()}) {
         instance subject(*formatter);
-        // The raw package is looked at last; before it, the first `given` arguments are there.
-        const auto expect_missing = [&](int given, const zel_raw_package_t* raw_or_none,
-                                        const std::string& argument) {
-            const auto transform = [&](zel_error_details_t** error) {
-                return subject.transformation->transform(
-                    given > 0 ? subject.handle : nullptr, raw_or_none,
-                    given > 1 ? &packages : nullptr, given > 2 ? &count : nullptr,
-                    given > 3 ? &subject.allocator : nullptr, error);
-            };
-            EXPECT_EQ(refusal(transform), not_initialized(argument));
+        const zel_raw_package_t* raw = nullptr;
+        const auto transform = [&](void* handle, zel_package_t*** p, std::size_t* c,
+                                   const zel_allocator_t* allocator, zel_error_details_t** error) {
+            return subject.transformation->transform(handle, raw, p, c, allocator, error);
         };
-        const char* const missing[] = {"handle", "packages", "package_count", "allocator"};
-        for (int given = 0; given < 4; ++given) {
-            expect_missing(given, raw, missing[given]);
-            expect_missing(given, nullptr, missing[given]);
-        }
-        expect_missing(4, nullptr, "raw_package");
+        const zel_allocator_t* const allocator = &subject.allocator;
+        // The raw package is looked at last.
+        expect_checks(transform, {"handle", "packages", "package_count", "allocator"},
+                      subject.handle, &packages, &count, allocator);
+        zel_error_details_t* details = nullptr;
+        EXPECT_EQ(transform(subject.handle, &packages, &count, allocator, &details),
+                  invalid_argument);
+        EXPECT_EQ(take_error(details).description, "argument 'raw_package' was not initialized");
+        raw = reinterpret_cast<const zel_raw_package_t*>(block.data());
+        expect_checks(transform, {"handle", "packages", "package_count", "allocator"},
+                      subject.handle, &packages, &count, allocator);
         EXPECT_EQ(subject.array_requests, 0U);
     }
 }
@@ -131,12 +119,17 @@ TEST(services, null_instances_are_harmless) {
         EXPECT_EQ(formatter->get_service_locator(nullptr, &target, nullptr), 0U);
         EXPECT_EQ(target, nullptr);
 
-        host_services services;
-        EXPECT_EQ(
-            refusal([&](auto e) { return formatter->get_service_locator(nullptr, nullptr, e); }),
-            not_initialized("target"));
-        EXPECT_EQ(refusal([&](auto e) { return formatter->create(nullptr, &services.locator, e); }),
-                  not_initialized("instance"));
+        expect_checks(
+            [&](zel_service_locator_t** out, zel_error_details_t** error) {
+                return formatter->get_service_locator(nullptr, out, error);
+            },
+            {"target"}, &target);
+        void* created = nullptr;
+        expect_checks(
+            [&](void** out, zel_error_details_t** error) {
+                return formatter->create(out, nullptr, error);
+            },
+            {"instance"}, &created);
     }
 }
 
@@ -168,18 +161,17 @@ TEST(services, a_host_may_offer_no_logging) {
 }
 
 TEST(services, an_unusable_logging_service_ends_the_creation) {
-    const std::string message = "invalid logger interface passed to logger constructor";
-    host_services no_handle;
-    no_handle.log.handle = nullptr;
-    EXPECT_EQ(create(&no_handle.locator).description, message);
-    host_services no_function;
-    no_function.log.log = nullptr;
-    EXPECT_EQ(create(&no_function.locator).description, message);
-    host_services no_resolve;
-    no_resolve.locator.resolve = nullptr;
-    const error error = create(&no_resolve.locator);
-    EXPECT_EQ(error.description, message);
-    EXPECT_EQ(error.code, failed);
+    void (*const spoil[])(host_services&) = {
+        [](host_services& services) { services.log.handle = nullptr; },
+        [](host_services& services) { services.log.log = nullptr; },
+        [](host_services& services) { services.locator.resolve = nullptr; }};
+    for (const auto& each : spoil) {
+        host_services services;
+        each(services);
+        const error error = create(&services.locator);
+        EXPECT_EQ(error.description, "invalid logger interface passed to logger constructor");
+        EXPECT_EQ(error.code, failed);
+    }
 }
 
 TEST(services, errors_of_the_hosts_look_ups_come_back_translated) {
