@@ -3,6 +3,6 @@
 #include "fuzz/fuzz_host.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    fuzz::transform_all("zel.eth.rtrange", {data, size});
+    fuzz::transform_all(harness::ethernet_formatter(), {data, size});
     return 0;
 }

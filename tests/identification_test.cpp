@@ -1,6 +1,6 @@
 // Which address belongs to which unit, and what an extended range packet writes into the records of
 // the units.
-#include "tests/harness/rcom_frames.hpp"
+#include "tests/harness/expectations.hpp"
 
 namespace harness {
 namespace {
@@ -52,20 +52,6 @@ TEST(identification, is_announced_once_for_the_hunter_and_on_every_change_for_a_
     EXPECT_EQ(tag_of(plugin, target_a), unit_tags[1]);
     EXPECT_EQ(tag_of(plugin, {255, 0, 128, 1}), unit_tags[4]);
     EXPECT_TRUE(plugin.decode(rcom_frame(range_packet(1, 1, {1, 2, 3, 4}))).logs.empty());
-}
-
-TEST(identification, is_forgotten_when_time_runs_backwards) {
-    instance plugin;
-    const bytes frame = identification(3, hunter_address, target_a);
-    plugin.decode(frame, 1000);
-    EXPECT_TRUE(plugin.decode(frame, 1000).logs.empty());
-    const bytes ncom = ncom_frame(ncom_packet{}, target_a);
-    EXPECT_EQ(first_package(plugin.decode(ncom, 1000)).u32(0), unit_tags[3]);
-    EXPECT_EQ(first_package(plugin.decode(ncom, 999)).u32(0), unit_tags[0]);
-    const outcome again = plugin.decode(frame, 999);
-    EXPECT_EQ(again.logs.size(), 2U);
-    EXPECT_EQ(first_package(again).u64(20), 1U);
-    EXPECT_EQ(target_package(again).u64(unit + 16), 0U);
 }
 
 TEST(identification, ncom_datagrams_reach_their_unit) {

@@ -11,6 +11,7 @@
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 
+#include "tests/harness/pcap.hpp"
 #include "tests/harness/rtrange_program.hpp"
 
 namespace rtrange_test {
@@ -39,31 +40,28 @@ bool enter_network_namespace() {
 
 /// Puts all frames of a pcap file on the loopback interface.
 void send_frames(const fs::path& capture) {
-    constexpr std::size_t file_header = 24, frame_header = 16, length_at = 8;
     const int socket = ::socket(AF_PACKET, SOCK_RAW, all_protocols[0]);
     ASSERT_GE(socket, 0);
     sockaddr_ll address{};
     address.sll_family = AF_PACKET;
     address.sll_ifindex = static_cast<int>(if_nametoindex("lo"));
-    const std::string bytes = content(capture);
-    for (std::size_t at = file_header; at < bytes.size();) {
-        std::uint32_t length = 0;
-        std::memcpy(&length, bytes.data() + at + length_at, sizeof(length));
-        at += frame_header;
-        EXPECT_EQ(sendto(socket, bytes.data() + at, length, 0,
+    for_each_frame(content(capture), [&](const frame_head&, const std::string& frame) {
+        EXPECT_EQ(sendto(socket, frame.data(), frame.size(), 0,
                          reinterpret_cast<const sockaddr*>(&address), sizeof(address)),
-                  static_cast<ssize_t>(length));
-        at += length;
-    }
+                  static_cast<ssize_t>(frame.size()));
+    });
     close(socket);
 }
 
 /// The program at work: started, told to stop, and asked what it said.
 class running_program {
 public:
-    explicit running_program(const std::string& arguments)
+    running_program(const fs::path& folder, const std::string& arguments)
         // The shell hands its process over to the program and tells its number.
-        : pipe_(popen(("echo $$; exec " RTRANGE " " + arguments + " 2>&1").c_str(), "r")) {
+        : pipe_(
+              popen(("cd " + folder.string() + "; echo $$; exec " RTRANGE " " + arguments + " 2>&1")
+                        .c_str(),
+                    "r")) {
         process_ = std::stoi(line());
     }
 
@@ -106,16 +104,16 @@ protected:
 };
 
 TEST_F(live_decoding, gives_what_a_capture_of_the_same_frames_gives) {
-    rtrange("decode " + example.string() + " -o " + in_folder("capture"));
+    succeed("decode following.pcap -o capture");
     for (const int signal : {SIGINT, SIGTERM}) {
-        running_program program("decode --interface lo -o " + in_folder("live"));
+        running_program program(folder, "decode --interface lo -o live");
         ASSERT_EQ(program.line(), "Decoding what comes in on lo; Ctrl-C ends it\n");
         send_frames(example);
         usleep(300'000); // more than the program waits for frames
         program.signal(signal);
         const result result = program.end();
         EXPECT_EQ(result.exit_code, 0) << result.output;
-        EXPECT_TRUE(contains(result.output, "260 frames")) << result.output;
+        expect_contains(result.output, {"260 frames"});
         for (const char* const table :
              {"hunter.csv", "target1.csv", "target1_samples.csv", "rcom.csv"})
             EXPECT_EQ(values(folder / "live" / table), values(folder / "capture" / table)) << table;
@@ -123,21 +121,20 @@ TEST_F(live_decoding, gives_what_a_capture_of_the_same_frames_gives) {
 }
 
 TEST_F(live_decoding, ends_at_its_time_limit) {
-    running_program program("decode -i lo --to 0.2 --as hdf5 -o " + in_folder("live.h5"));
+    running_program program(folder, "decode -i lo --to 0.2 --as hdf5 -o live.h5");
     program.line();
     send_frames(example);
     usleep(300'000);
     send_frames(example);
     const result result = program.end();
     EXPECT_EQ(result.exit_code, 0) << result.output;
-    EXPECT_TRUE(contains(result.output, "260 frames")) << result.output;
-    EXPECT_TRUE(contains(result.output, "50 rows")) << result.output;
+    expect_contains(result.output, {"260 frames", "50 rows"});
 }
 
 TEST_F(live_decoding, says_what_it_cannot_capture) {
-    EXPECT_TRUE(contains(rtrange("decode -i nowhere").output,
-                         "rtrange: cannot capture from 'nowhere': No such device"));
-    running_program program("decode -i lo -o " + in_folder("none"));
+    expect_contains(rtrange("decode -i nowhere").output,
+                    {"rtrange: cannot capture from 'nowhere': No such device"});
+    running_program program(folder, "decode -i lo -o none");
     program.line();
     program.signal(SIGINT);
     const result result = program.end();

@@ -1,12 +1,9 @@
 // Log records as the host receives them.
 
-#include <gtest/gtest.h>
+#include "tests/harness/expectations.hpp"
 
-#include "tests/harness/frames.hpp"
-
+namespace harness {
 namespace {
-
-using namespace harness;
 
 /// Has the host describe the raw package's state with this text, which the plug-in logs.
 std::vector<log_record> log_of_description(instance& subject, const std::string& description) {
@@ -36,35 +33,27 @@ TEST(logging, a_record_names_its_origin) {
     EXPECT_LT(logs[0].line, logs[1].line);
 }
 
-TEST(logging, a_message_is_cut_after_1023_characters) {
+TEST(logging, a_message_is_the_hosts_format_cut_after_1023_characters) {
     instance subject;
+    EXPECT_EQ(log_of_description(subject, "100 %% worn").at(0).message, "100 % worn");
     for (const std::size_t size : {1U, 1022U, 1023U, 1024U, 1025U, 5000U}) {
         const std::string text(size, 'x');
         EXPECT_EQ(log_of_description(subject, text).at(0).message, text.substr(0, 1023));
     }
 }
 
-TEST(logging, the_hosts_description_is_the_format) {
-    instance subject;
-    EXPECT_EQ(log_of_description(subject, "100 %% worn").at(0).message, "100 % worn");
-}
-
 TEST(logging, a_host_without_a_log_changes_nothing_else) {
     host_services services;
     services.offers_log = false;
-    void* handle = nullptr;
-    ASSERT_EQ(recorder_formatter().create(&handle, &services.locator, nullptr), 0U);
-    {
-        instance subject;
-        std::swap(subject.handle, handle);
-        const outcome refused = subject.transform(recorder_package(bytes(10)));
-        EXPECT_EQ(refused.status, 0U);
-        EXPECT_TRUE(refused.packages.empty());
-        EXPECT_EQ(subject.decode(ncom_frame(ncom_packet{})).packages.size(), 2U);
-        EXPECT_TRUE(services.logs.empty());
-        std::swap(subject.handle, handle);
-    }
-    EXPECT_EQ(recorder_formatter().destroy(handle), 0U);
+    instance subject;
+    void* const logging = subject.handle;
+    ASSERT_EQ(recorder_formatter().create(&subject.handle, &services.locator, nullptr), 0U);
+    EXPECT_TRUE(subject.transform(recorder_package(bytes(10))).packages.empty());
+    EXPECT_EQ(subject.decode(ncom_frame(ncom_packet{})).packages.size(), 2U);
+    EXPECT_TRUE(services.logs.empty());
+    EXPECT_EQ(recorder_formatter().destroy(subject.handle), 0U);
+    subject.handle = logging;
 }
 
 } // namespace
+} // namespace harness

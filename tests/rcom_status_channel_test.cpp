@@ -2,7 +2,7 @@
 // others. Bytes that a channel leaves unread are 0x99.
 #include <limits>
 
-#include "tests/harness/rcom_frames.hpp"
+#include "tests/harness/expectations.hpp"
 
 namespace harness {
 namespace {
@@ -26,29 +26,36 @@ const std::vector<channel_case> channels{
      {0xFE, 0xF1, 0x99, 71, 72, 0xF3, 74, 0x99},
      {{36, {0xFE, 0xF1}}, {105, {71, 72, 0xF3, 74}}}},
     {8, two(810000001, -820000002), {place(141, 81.0000001, -82.0000002)}},
+    {8, two(-810000003, 820000004), {place(141, -81.0000003, 82.0000004)}},
     {9, {10, 0, 0, 1, 10, 0, 0, 2}, {{452, {10, 0, 0, 1, 10, 0, 0, 2}}}},
     {10, two(-101001, -294967295), {place(157, -101.001, 400.0000001)}}, // 4000000001 unsigned
-    {11, two(-110000001, 110000002), {place(420, -11.0000001, 11.0000002)}},
+    {11, two(-110000001, -110000002), {place(420, -11.0000001, -11.0000002)}},
     {12, two(-120001, -120000002), {place(436, -120.001, -12.0000002)}},
     {13, three(-1, -8388608, -1301), {place(173, -0.001, -8388.608, -1.301)}},
     {14, three(8388607, -1402, -32768), {place(197, 8388.607, -1.402, -32.768)}},
+    {14, three(-1401, 8388607, 32767), {place(197, -1.401, 8388.607, 32.767)}},
     {15,
      {151, 152, 153, 154, 155, 156, 157, 158},
      {{221, {151, 152, 153, 154, 155, 156, 157, 158}}}},
-    {16, {1, 0, 0xE8, 3, 0xFE, 0xFF, 0xFF, 0xFF}, {place(229, 0.001, 1.0, 65.534, 65.535)}},
+    {16,
+     {1, 0x80, 0xE8, 0x83, 0xFE, 0xFF, 0xFF, 0xFF},
+     {place(229, 32.769, 33.768, 65.534, 65.535)}},
     {17,
-     {0xE8, 3, 0xFF, 0xFF, 0xFD, 0xFC, 0x99, 0x99},
-     {place(261, 1.0, 65.535), {277, {0xFD, 0xFC, 0, 0}}}},
+     {0xE8, 0x83, 0xFF, 0xFF, 0xFD, 0xFC, 0x99, 0x99},
+     {place(261, 33.768, 65.535), {277, {0xFD, 0xFC, 0, 0}}}},
     {18, {0, 0, 0xC0, 0xBF, 0, 0, 0x80, 0x7F}, {place(281, -1.5, infinite)}},
     // A quiet NaN keeps its payload; the second value is the smallest subnormal.
     {19, {0x40, 0x23, 0xC1, 0x7F, 1, 0, 0, 0}, {place(297, 0x7FF8246800000000, 0x1p-149)}},
-    {20, two(-200000001, 200000002), {place(109, -20.0000001, 20.0000002)}},
-    {21, two(-210001, 210000002), {place(125, -210.001, 21.0000002)}}};
+    {20, two(-200000001, -200000002), {place(109, -20.0000001, -20.0000002)}},
+    {21, two(-210001, -210000002), {place(125, -210.001, -21.0000002)}}};
 
 TEST(rcom_status_channel, writes_its_own_bytes_only) {
-    expect_channels(channels, 331, [](const channel_case& each) {
-        return rcom_frame(range_packet(0, each.channel, each.data));
-    });
+    expect_channels(
+        channels,
+        [](const channel_case& each) {
+            return rcom_frame(range_packet(0, each.channel, each.data));
+        },
+        note_rcom_packet(331));
 }
 
 TEST(rcom_status_channel, data_end_before_the_velocity) {
@@ -71,10 +78,8 @@ TEST(rcom_status_channel, unknown_channel_leaves_the_channel_area_alone) {
         extended_range_packet packet = range_packet(2, channel, {1, 2, 3, 4, 5, 6, 7, 8});
         packet.range_longitudinal = 12345;
         const outcome result = plugin.decode(rcom_frame(packet));
-        ASSERT_EQ(result.logs.size(), 1U);
-        EXPECT_EQ(result.logs[0].level, 300U);
-        EXPECT_EQ(result.logs[0].message,
-                  "Unknown status channel. status channel = " + std::to_string(channel) + ".");
+        expect_log(result, 300,
+                   "Unknown status channel. status channel = " + std::to_string(channel) + ".");
         ++before[20];
         expect_data(first_package(result), with(before, {{331, {channel}}, place(347, 12.345)}));
         expect_doubles(target_package(result), unit + 572, {12.345});

@@ -1,14 +1,16 @@
 // The program, as a user calls it.
 
+#include <functional>
+
 #include "simulation/scenario.hpp"
+#include "tests/harness/pcap.hpp"
 #include "tests/harness/rtrange_program.hpp"
 
 namespace rtrange_test {
 
 TEST_F(rtrange_program, writes_a_row_per_package_with_the_values_of_the_run) {
     using namespace zel::simulation;
-    const result result = rtrange("decode " + example.string() + " -o " + in_folder("out"));
-    ASSERT_EQ(result.exit_code, 0) << result.output;
+    const std::string output = succeed("decode following.pcap -o out");
     const csv_table hunter(folder / "out/hunter.csv");
     const csv_table target(folder / "out/target2.csv");
     const csv_table rcom(folder / "out/rcom.csv");
@@ -20,10 +22,9 @@ TEST_F(rtrange_program, writes_a_row_per_package_with_the_values_of_the_run) {
     EXPECT_EQ(target.count("source", "rcom"), 62U);
     EXPECT_EQ(rcom.rows.size(), 2U * 50 + 2 * 12 + 10);
     EXPECT_FALSE(fs::exists(folder / "out/target3.csv"));
-    for (const char* const line :
-         {"260 frames", "258  decoded", "1  foreign: not IPv4", "1  foreign: other UDP ports",
-          "hunter (195.0.0.10)", "target 1 (195.0.0.21)", "target 2 (195.0.0.22)", "50 rows"})
-        EXPECT_TRUE(contains(result.output, line)) << line << "\n" << result.output;
+    expect_contains(output, {"260 frames", "258  decoded", "1  foreign: not IPv4",
+                             "1  foreign: other UDP ports", "hunter (195.0.0.10)",
+                             "target 1 (195.0.0.21)", "target 2 (195.0.0.22)", "50 rows"});
 
     EXPECT_EQ(hunter.cell(0, "reference_timestamp"), "1767607200000000000");
     EXPECT_EQ(hunter.cell(0, "source"), "ncom");
@@ -39,39 +40,31 @@ TEST_F(rtrange_program, writes_a_row_per_package_with_the_values_of_the_run) {
 }
 
 TEST_F(rtrange_program, decodes_the_same_from_either_wrapping_and_over_several_captures) {
-    rtrange("decode " + example.string() + " -o " + in_folder("a"));
-    rtrange("decode " + example.string() + " --format zel.eth.rtrange -o " + in_folder("b"));
+    succeed("decode following.pcap -o a");
+    succeed("decode following.pcap --format zel.eth.rtrange -o b");
     EXPECT_EQ(content(folder / "a/target1.csv"), content(folder / "b/target1.csv"));
     // Time runs backwards between the two, so that the second is decoded like the first.
-    const result twice =
-        rtrange("decode " + example.string() + " " + example.string() + " -o " + in_folder("c"));
-    EXPECT_EQ(twice.exit_code, 0);
-    const csv_table once(folder / "a/hunter.csv");
-    const csv_table both(folder / "c/hunter.csv");
-    ASSERT_EQ(both.rows.size(), 2 * once.rows.size());
-    EXPECT_TRUE(std::equal(once.rows.begin(), once.rows.end(),
-                           both.rows.begin() + static_cast<std::ptrdiff_t>(once.rows.size())));
+    succeed("decode following.pcap following.pcap -o c");
+    auto twice = csv_table(folder / "a/hunter.csv").rows;
+    const auto once = twice;
+    twice.insert(twice.end(), once.begin(), once.end());
+    EXPECT_EQ(csv_table(folder / "c/hunter.csv").rows, twice);
 }
 
 TEST_F(rtrange_program, keeps_what_came_before_a_truncated_end) {
     const std::string capture = content(example);
-    write(folder / "cut.pcap", capture.substr(0, capture.size() / 2));
-    const result result = rtrange("decode " + in_folder("cut.pcap") + " -o " + in_folder("out"));
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_TRUE(contains(result.output, "is broken after frame")) << result.output;
-    EXPECT_TRUE(contains(result.output, "decoded"));
+    write(folder / "half.pcap", capture.substr(0, capture.size() / 2));
+    const result half = rtrange("decode half.pcap -o out");
+    EXPECT_EQ(half.exit_code, 1);
+    expect_contains(half.output, {"is broken after frame", "decoded"});
     EXPECT_GT(content(folder / "out/hunter.csv").size(), 1000U);
-}
 
-TEST_F(rtrange_program, goes_on_with_the_next_capture_after_a_broken_one) {
-    const std::string capture = content(example);
+    // The next capture is decoded all the same.
     write(folder / "cut.pcap", capture.substr(0, capture.size() - 1));
-    const result result = rtrange("decode " + in_folder("cut.pcap") + " " + example.string() +
-                                  " -o " + in_folder("out"));
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_TRUE(contains(result.output, "cut.pcap' is broken after frame 259")) << result.output;
-    EXPECT_TRUE(contains(result.output, "519 frames")) << result.output;
-    EXPECT_TRUE(contains(result.output, "1  steps back in time, the first at 2026-01-05 10:00:00"));
+    const result both = rtrange("decode cut.pcap following.pcap -o out");
+    EXPECT_EQ(both.exit_code, 1);
+    expect_contains(both.output, {"cut.pcap' is broken after frame 259", "519 frames",
+                                  "1  steps back in time, the first at 2026-01-05 10:00:00"});
 }
 
 TEST_F(rtrange_program, does_not_take_late_foreign_traffic_for_a_step_back_in_time) {
@@ -80,35 +73,25 @@ TEST_F(rtrange_program, does_not_take_late_foreign_traffic_for_a_step_back_in_ti
     ASSERT_NE(arp, std::string::npos);
     capture[arp - 12 - 16] = 0; // its time in seconds, before the frame's two addresses
     write(folder / "late.pcap", capture);
-    const result result = rtrange("decode " + in_folder("late.pcap") + " -o " + in_folder("out"));
-    EXPECT_TRUE(contains(result.output, "258  decoded")) << result.output;
-    EXPECT_FALSE(contains(result.output, "steps back")) << result.output;
+    const std::string output = succeed("decode late.pcap -o out");
+    expect_contains(output, {"258  decoded"});
+    EXPECT_FALSE(contains(output, "steps back")) << output;
 }
 
 TEST_F(rtrange_program, says_that_frames_were_cut_short_by_the_recorder) {
-    // In the file, each frame stands behind 16 bytes: its time, its kept and its whole length.
-    std::string capture = content(example).substr(0, 24);
-    const std::string whole = content(example);
-    for (std::size_t at = 24; at < whole.size();) {
-        const auto size = static_cast<unsigned char>(whole[at + 8]);
-        std::string head = whole.substr(at, 16);
-        head[8] = static_cast<char>(std::min<int>(size, 60));
-        capture += head + whole.substr(at + 16, std::min<std::size_t>(size, 60));
-        at += 16 + std::size_t{size};
-    }
+    std::string capture = content(example).substr(0, pcap_header_size);
+    for_each_frame(content(example), [&](frame_head head, const std::string& frame) {
+        head.kept_length = std::min(head.kept_length, 60U);
+        capture += raw(head) + frame.substr(0, 60);
+    });
     write(folder / "short.pcap", capture);
-    const result result = rtrange("decode " + in_folder("short.pcap") + " -o " + in_folder("out"));
-    EXPECT_EQ(result.exit_code, 0);
-    EXPECT_TRUE(contains(result.output, "259  cut short when recorded")) << result.output;
-    EXPECT_TRUE(contains(result.output, "every NCOM and RCOM frame was refused"));
+    expect_contains(succeed("decode short.pcap -o out"),
+                    {"259  cut short when recorded", "every NCOM and RCOM frame was refused"});
 }
 
 TEST_F(rtrange_program, completes_its_tables_even_if_nobody_reads_along) {
-    const std::string command = "decode " + example.string() + " -o " + in_folder("out");
-    EXPECT_EQ(rtrange(command + " > /dev/full").exit_code, 1);
-    const std::string table = content(folder / "out/hunter.csv");
-    ASSERT_FALSE(table.empty());
-    EXPECT_EQ(table.back(), '\n');
+    EXPECT_EQ(rtrange("decode following.pcap -o out > /dev/full").exit_code, 1);
+    EXPECT_TRUE(content(folder / "out/hunter.csv").ends_with('\n'));
     EXPECT_EQ(rtrange("info > /dev/full").exit_code, 1);
 }
 
@@ -116,17 +99,15 @@ TEST_F(rtrange_program, removes_tables_of_an_earlier_run) {
     fs::create_directories(folder / "out");
     write(folder / "out/target4.csv", "old");
     write(folder / "out/notes.txt", "mine");
-    EXPECT_EQ(rtrange("decode " + example.string() + " -o " + in_folder("out")).exit_code, 0);
+    succeed("decode following.pcap -o out");
     EXPECT_FALSE(fs::exists(folder / "out/target4.csv"));
     EXPECT_TRUE(fs::exists(folder / "out/notes.txt"));
 }
 
 TEST_F(rtrange_program, writes_the_selection_alone) {
-    rtrange("decode " + example.string() + " -o " + in_folder("all"));
-    const result result = rtrange("decode " + example.string() + " -o " + in_folder("part") +
-                                  " --fields roll,satellites,roll,target_address"
-                                  " --units target1,rcom --from 0.5 --to 2026-01-05T10:00:00.8Z");
-    ASSERT_EQ(result.exit_code, 0) << result.output;
+    succeed("decode following.pcap -o all");
+    succeed("decode following.pcap -o part --fields roll,satellites,roll,target_address"
+            " --units target1,rcom --from 0.5 --to 2026-01-05T10:00:00.8Z");
     EXPECT_FALSE(fs::exists(folder / "part/hunter.csv"));
     const csv_table all(folder / "all/target1.csv");
     const csv_table part(folder / "part/target1.csv");
@@ -145,135 +126,159 @@ TEST_F(rtrange_program, writes_the_selection_alone) {
               (std::vector<std::string>{"reference_timestamp", "target_address"}));
 
     // The same limits, once more in the other ways to write them.
-    rtrange("decode " + example.string() + " -o " + in_folder("same") +
-            " --fields roll,satellites --units target1 --from '2026-01-05 10:00:00.5 UTC' --to .8");
+    succeed("decode following.pcap -o same --fields roll,satellites --units target1"
+            " --from '2026-01-05 10:00:00.5 UTC' --to .8");
     EXPECT_EQ(content(folder / "same/target1.csv"), content(folder / "part/target1.csv"));
-    EXPECT_TRUE(
-        contains(rtrange("decode " + example.string() + " --from 5 -o " + in_folder("none")).output,
-                 "the selection leaves nothing"));
+    expect_contains(rtrange("decode following.pcap --from 5 -o none").output,
+                    {"the selection leaves nothing"});
 }
 
 TEST_F(rtrange_program, keeps_an_earlier_result_if_there_is_no_new_one) {
-    write(folder / "none.pcap", content(example).substr(0, 24));
+    write(folder / "none.pcap", content(example).substr(0, pcap_header_size));
     write(folder / "cut.pcap", content(example).substr(0, 60));
     fs::create_directories(folder / "tables");
-    const struct {
-        std::string command;
-        fs::path earlier;
-    } cases[] = {
-        {"decode -o " + in_folder("tables"), folder / "tables/hunter.csv"},
-        {"decode --as hdf5 -o " + in_folder("run.h5"), folder / "run.h5"},
-        {"report -o " + in_folder("run.html"), folder / "run.html"},
-    };
+    const std::pair<std::string, const char*> cases[] = {{"decode -o tables ", "tables/hunter.csv"},
+                                                         {"decode --as hdf5 -o run.h5 ", "run.h5"},
+                                                         {"report -o run.html ", "run.html"}};
     for (const auto& [command, earlier] : cases) {
-        write(earlier, "earlier");
+        write(folder / earlier, "earlier");
         for (const char* const capture : {"none.pcap", "cut.pcap", "missing.pcap"})
-            EXPECT_EQ(rtrange(command + " " + in_folder(capture)).exit_code, 1) << capture;
+            EXPECT_EQ(rtrange(command + capture).exit_code, 1) << capture;
         if (command.starts_with("decode"))
-            rtrange(command + " --from 100 " + example.string());
-        EXPECT_EQ(content(earlier), "earlier") << command;
+            rtrange(command + "--from 100 following.pcap");
+        EXPECT_EQ(content(folder / earlier), "earlier") << command;
     }
 }
 
 TEST_F(rtrange_program, reads_a_pipe_and_takes_a_capture_behind_a_list) {
-    const result result = rtrange("decode -o " + in_folder("out") +
-                                  " --fields roll,pitch /dev/stdin < " + example.string());
-    EXPECT_EQ(result.exit_code, 0) << result.output;
-    EXPECT_TRUE(contains(result.output, "260 frames")) << result.output;
-    const std::string piped = "decode /dev/stdin -o " + in_folder("piped") + " --fields roll,pitch";
-    std::system(("cat " + example.string() + " | " RTRANGE " " + piped + " > /dev/null").c_str());
+    if (is_windows_program())
+        GTEST_SKIP() << "has no /dev/stdin";
+    expect_contains(succeed("decode -o out --fields roll,pitch /dev/stdin < following.pcap"),
+                    {"260 frames"});
+    run("cd " + folder.string() + "; cat following.pcap | " + program() +
+        " decode /dev/stdin -o piped --fields roll,pitch");
     EXPECT_EQ(content(folder / "piped/hunter.csv"), content(folder / "out/hunter.csv"));
 }
 
-TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_do) {
-    fs::create_directories(folder / "run.csv");
-    fs::copy_file(example, folder / "run.csv/hunter.csv");
-    write(folder / "run.pcap.gz", "\x1f\x8b, and so on, and so on");
-    write(folder / "empty.pcap", "");
-    write(folder / "text.pcap", "this is no capture at all, just a text");
-    write(folder / "none.pcap", content(example).substr(0, 24));
-    std::string wlan = content(example);
-    wlan[20] = 105; // link type of IEEE 802.11
-    write(folder / "wlan.pcap", wlan);
-    write(folder / "file", "");
-    fs::create_directories(folder / "full");
-    fs::create_symlink("/dev/full", folder / "full/hunter.csv");
+struct refusal {
+    std::string arguments;
+    int exit_code;
+    std::string message;
+};
 
-    const struct {
-        std::string arguments;
-        int exit_code;
-        std::string message;
-    } cases[] = {
-        {"decode " + in_folder("empty.pcap"), 1, "is empty"},
-        {"decode " + in_folder("text.pcap"), 1, "unknown file format"},
-        {"decode " + in_folder("none.pcap") + " -o " + in_folder("x"), 1, "no frames"},
-        {"decode " + in_folder("wlan.pcap"), 1, "not Ethernet"},
-        {"decode " + in_folder("missing.pcap"), 1, "No such file"},
-        {"decode " + folder.string(), 1, "is a folder"},
-        {"decode " + example.string() + " -o " + in_folder("file"), 1, "cannot create the folder"},
-        {"decode " + example.string() + " -o " + in_folder("full"), 1, "No space left"},
-        {"decode " + example.string() + " --plugin " + in_folder("file"), 1, "cannot load"},
-        {"info /dev/null", 1, "cannot load"},
-        {"info " + (fs::path(RTRANGE).parent_path() / "libzelc.so").string(), 1,
-         "is not a formatter plug-in"},
-        {"info " BROKEN_PLUGIN, 1, "gives no metadata"},
-        {"simulate /no/such/folder/x.pcap", 1, "cannot write"},
-        {"simulate " + in_folder("x.pcapng"), 1, "name it .pcap"},
-        {"simulate /dev/full", 1, "No space left"},
-        {"decode", 2, "CAPTURE or --interface is required"},
-        {"decode " + example.string() + " --interface lo", 2, "CAPTURE excludes --interface"},
-        {"decode " + example.string() + " --as xml", 2, "--as"},
-        {"decode " + example.string() + " --as hdf5 -o " + example.string(), 2, "is the capture"},
-        {"decode " + example.string() + " -o " + in_folder("x.h5"), 2, "add --as hdf5"},
-        {"decode " + example.string() + " --fields roll,headin", 2, "nearest name is 'heading'"},
-        {"decode " + example.string() + " --units target5", 2, "nearest name is 'target"},
-        {"decode " + example.string() + " --from yesterday", 2, "seconds since the start"},
-        {"decode " + example.string() + " --to 2026-02-30T10:00:00", 2, "is no time"},
-        {"decode " + example.string() + " --to -1", 2, "is no time"},
-        {"decode " + example.string() + " --format zel.can", 2, "--format"},
-        {"simulate x.pcap --targets 5", 2, "--targets"},
-        {"nonsense", 2, "not expected: nonsense"},
-        {"", 2, "name a command"},
-        {"decode --interface ''", 2, "--interface"},
-        {"decode " + example.string() + " --from 5 --to 3", 2, "--from has to be before --to"},
-        {"decode " + example.string() + " --fields source", 2, "always there"},
-        {"decode " + in_folder("run.csv/hunter.csv") + " -o " + in_folder("run.csv"), 2,
-         "is the capture"},
-        {"decode " + in_folder("run.pcap.gz"), 1, "unpack it first"},
-        {"simulate x.pcap --seed -1", 2, "--seed"},
-    };
-    for (const auto& wrong : cases) {
-        const result result = rtrange(wrong.arguments);
-        EXPECT_EQ(result.exit_code, wrong.exit_code) << wrong.arguments << "\n" << result.output;
-        EXPECT_TRUE(contains(result.output, wrong.message)) << result.output;
+void expect_refusals(const std::vector<refusal>& cases,
+                     const std::function<result(const std::string&)>& rtrange) {
+    for (const auto& [arguments, exit_code, message] : cases) {
+        SCOPED_TRACE(arguments);
+        const result result = rtrange(arguments);
+        EXPECT_EQ(result.exit_code, exit_code) << result.output;
+        expect_contains(result.output, {message});
         const auto lines = split(result.output, '\n');
-        EXPECT_EQ(
-            std::count_if(lines.begin(), lines.end(),
-                          [](const std::string& line) { return line.starts_with("rtrange: "); }),
-            1)
-            << result.output;
-        EXPECT_TRUE(lines.back().starts_with("rtrange: ")) << result.output;
+        const auto is_said = [](const std::string& line) { return line.starts_with("rtrange: "); };
+        EXPECT_EQ(std::ranges::count_if(lines, is_said), 1) << result.output;
+        EXPECT_TRUE(!lines.empty() && is_said(lines.back())) << result.output;
     }
 }
 
+TEST_F(rtrange_program, refuses_wrong_arguments_in_one_line) {
+    fs::create_directories(folder / "run.csv");
+    fs::copy_file(example, folder / "run.csv/hunter.csv");
+    write(folder / "file", "");
+    const std::string decode = "decode following.pcap ";
+    const std::string report = "report following.pcap ";
+    expect_refusals(
+        {
+            {"", 2, "name a command"},
+            {"nonsense", 2, "not expected: nonsense"},
+            {"decode", 2, "CAPTURE or --interface is required"},
+            {"decode --interface ''", 2, "--interface"},
+            {decode + "--interface lo", 2, "CAPTURE excludes --interface"},
+            {decode + "--as xml", 2, "--as"},
+            {decode + "--as hdf5 -o following.pcap", 2, "is the capture"},
+            {decode + "-o x.h5", 2, "add --as hdf5"},
+            {decode + "--fields roll,headin", 2, "nearest name is 'heading'"},
+            {decode + "--fields source", 2, "always there"},
+            {decode + "--units target5", 2, "nearest name is 'target"},
+            {decode + "--from yesterday", 2, "seconds since the start"},
+            {decode + "--from 5 --to 3", 2, "--from has to be before --to"},
+            {decode + "--to 2026-02-30T10:00:00", 2, "is no time"},
+            {decode + "--to -1", 2, "is no time"},
+            {decode + "--format zel.can", 2, "--format"},
+            {decode + "-o file", 1, "cannot create the folder"},
+            {decode + "--plugin file", 1, "cannot load"},
+            {"decode run.csv/hunter.csv -o run.csv", 2, "is the capture"},
+            {"report", 2, "CAPTURE is required"},
+            {report + "-o following.pcap", 2, "give the output another name"},
+            {report + "--fields source_ip", 2, "is an address"},
+            {report + "--fields headin", 2, "the nearest name is 'heading'"},
+            {report + "--units car", 2, "there is no unit 'car'"},
+            {report + "--from noon", 2, "is no time"},
+            {"simulate x.pcap --targets 5", 2, "--targets"},
+            {"simulate x.pcap --seed -1", 2, "--seed"},
+            {"simulate x.pcapng", 1, "name it .pcap"},
+            {"info file", 1, "cannot load"},
+        },
+        [this](const std::string& arguments) { return rtrange(arguments); });
+    EXPECT_EQ(content(folder / "following.pcap"), content(example));
+}
+
+TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_read_or_write) {
+    write(folder / "run.pcap.gz", "\x1f\x8b, and so on, and so on");
+    write(folder / "empty.pcap", "");
+    write(folder / "text.pcap", "this is no capture at all, just a text");
+    write(folder / "none.pcap", content(example).substr(0, pcap_header_size));
+    write(folder / "old.html", "old");
+    std::string wlan = content(example);
+    wlan[20] = 105; // link type of IEEE 802.11
+    write(folder / "wlan.pcap", wlan);
+    const auto call = [this](const std::string& arguments) { return rtrange(arguments); };
+    expect_refusals(
+        {
+            {"decode empty.pcap", 1, "is empty"},
+            {"decode text.pcap", 1, "unknown file format"},
+            {"decode none.pcap -o x", 1, "no frames"},
+            {"decode wlan.pcap", 1, "not Ethernet"},
+            {"decode missing.pcap", 1, "missing.pcap"},
+            {"decode .", 1, "is a folder"},
+            {"decode run.pcap.gz", 1, "unpack it first"},
+            {"decode following.pcap --as hdf5 -o no/such/folder/run.h5", 1, "cannot write "},
+            {"report missing.pcap", 1, "missing.pcap"},
+            {"report text.pcap -o old.html", 1, "unknown file"},
+            {"report following.pcap -o .", 1, "'.'"},
+            {"report following.pcap -o no/such/folder/run.html", 1, "No such file"},
+            {"simulate no/such/folder/x.pcap", 1, "cannot write"},
+        },
+        call);
+    EXPECT_EQ(content(folder / "old.html"), "old");
+    if (is_windows_program())
+        return;
+    fs::create_directories(folder / "full");
+    fs::create_symlink("/dev/full", folder / "full/hunter.csv");
+    const std::string zelc = fs::path(RTRANGE).parent_path() / "libzelc.so";
+    expect_refusals(
+        {
+            {"decode following.pcap -o full", 1, "No space left"},
+            {"decode following.pcap --as hdf5 -o /dev/full", 1, "cannot write "},
+            {"report following.pcap -o /dev/full", 1, "No space left"},
+            {"simulate /dev/full", 1, "No space left"},
+            {"info " + zelc, 1, "is not a formatter plug-in"},
+            {"info " BROKEN_PLUGIN, 1, "gives no metadata"},
+        },
+        call);
+}
+
 TEST_F(rtrange_program, simulates_the_same_bytes_from_the_same_seed) {
-    const std::string options = " --duration 1 --rate 50";
-    ASSERT_EQ(rtrange("simulate " + in_folder("again.pcap") + options).exit_code, 0);
+    succeed("simulate again.pcap --duration 1 --rate 50");
     EXPECT_EQ(content(folder / "again.pcap"), content(example));
-    rtrange("simulate " + in_folder("other.pcap") + options + " --seed 2");
+    succeed("simulate other.pcap --duration 1 --rate 50 --seed 2");
     EXPECT_NE(content(folder / "other.pcap"), content(example));
 }
 
 TEST_F(rtrange_program, shows_the_plug_in_and_the_records) {
-    const result info = rtrange("info");
-    EXPECT_EQ(info.exit_code, 0);
-    for (const char* const expected : {"zel-library-type     formatter", "zel.rtrange\n",
-                                       "zel.eth.rtrange\n", "zel_formatter_data_source_binding_t"})
-        EXPECT_TRUE(contains(info.output, expected)) << expected;
-    const result fields = rtrange("fields");
-    EXPECT_EQ(fields.exit_code, 0);
-    EXPECT_TRUE(contains(fields.output, "curvature"));
-    EXPECT_EQ(rtrange("fields --markdown").output, content(RECORD_REFERENCE))
+    expect_contains(succeed("info"), {"zel-library-type     formatter", "zel.rtrange\n",
+                                      "zel.eth.rtrange\n", "zel_formatter_data_source_binding_t"});
+    expect_contains(succeed("fields"), {"curvature"});
+    EXPECT_EQ(succeed("fields --markdown"), content(RECORD_REFERENCE))
         << "write it again: rtrange fields --markdown > docs/records.md";
 }
 

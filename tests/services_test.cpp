@@ -1,21 +1,18 @@
 // Creating instances, finding their services, and what they ask of the host.
 
+#include <tuple>
+
 #include <gtest/gtest.h>
 
 #include "tests/harness/plugin_under_test.hpp"
 
+namespace harness {
 namespace {
-
-using namespace harness;
 
 constexpr const char* transformation = "zel_formatter_raw_package_transformation_support_t";
 constexpr const char* binding = "zel_formatter_data_source_binding_t";
 constexpr std::uint32_t invalid_argument = 0xA0030016;
 constexpr std::uint32_t failed = 0xA0000FA5;
-
-std::string not_initialized(const std::string& argument) {
-    return "argument '" + argument + "' was not initialized";
-}
 
 bool can_resolve(const instance& instance, const char* name) {
     bool result = false;
@@ -50,75 +47,66 @@ TEST(services, an_unknown_name_fails_and_leaves_the_target_alone) {
     }
 }
 
-TEST(services, look_ups_check_their_arguments_in_order) {
-    instance recorder;
-    void* const handle = recorder.locator->handle;
-    void* target = nullptr;
-    bool result = true;
-    const auto resolve = [&](void* h, const char* name, void** t) {
+/// Calls with the first of these arguments alone, then with ever more of them; null stands for the
+/// others. The error names the first one missing.
+template <typename... T>
+void expect_checks(const auto& function, const std::vector<std::string>& names, T... values) {
+    for (std::size_t given = 0; given < names.size(); ++given) {
+        std::size_t i = 0;
+        const auto next = [&](auto value) { return i++ < given ? value : nullptr; };
+        const std::tuple<T...> arguments{next(values)...};
+        const auto call = [&](zel_error_details_t** error) {
+            return std::apply([&](T... each) { return function(each..., error); }, arguments);
+        };
         zel_error_details_t* details = nullptr;
-        EXPECT_EQ(recorder.locator->resolve(h, name, t, &details), invalid_argument);
-        return take_error(details).description;
-    };
-    EXPECT_EQ(resolve(nullptr, nullptr, nullptr), not_initialized("handle"));
-    EXPECT_EQ(resolve(handle, nullptr, nullptr), not_initialized("service_type"));
-    EXPECT_EQ(resolve(handle, binding, nullptr), not_initialized("target"));
-
-    const auto ask = [&](void* h, const char* name, bool* r) {
-        zel_error_details_t* details = nullptr;
-        EXPECT_EQ(recorder.locator->can_resolve(h, name, r, &details), invalid_argument);
-        return take_error(details).description;
-    };
-    EXPECT_EQ(ask(nullptr, nullptr, nullptr), not_initialized("handle"));
-    EXPECT_EQ(ask(handle, nullptr, nullptr), not_initialized("service_type"));
-    EXPECT_EQ(ask(handle, binding, nullptr), not_initialized("can_resolve"));
-    // A host that wants no error record gets the status alone.
-    EXPECT_EQ(recorder.locator->resolve(nullptr, binding, &target, nullptr), invalid_argument);
-    EXPECT_EQ(recorder.locator->can_resolve(handle, nullptr, &result, nullptr), invalid_argument);
+        EXPECT_EQ(call(&details), invalid_argument);
+        EXPECT_EQ(take_error(details).description,
+                  "argument '" + names[given] + "' was not initialized");
+        // A host that wants no error record gets the status alone.
+        EXPECT_EQ(call(nullptr), invalid_argument);
+    }
 }
 
-TEST(services, binding_is_accepted_and_checks_its_arguments_in_order) {
+TEST(services, look_ups_and_binding_check_their_arguments_in_order) {
     instance recorder;
-    const auto& service =
-        *static_cast<const zel_formatter_data_source_binding_t*>(recorder.service(binding));
-    int source = 0;
-    const zel_data_source_provider_t provider{};
-    static_assert(sizeof(provider) == 48);
-    EXPECT_EQ(service.bind(recorder.handle, &source, &provider, nullptr), 0U);
+    const auto& [resolve, can_resolve, handle] = *recorder.locator;
+    void* target = nullptr;
+    bool answer = true;
+    expect_checks(resolve, {"handle", "service_type", "target"}, handle, binding, &target);
+    expect_checks(can_resolve, {"handle", "service_type", "can_resolve"}, handle, binding, &answer);
 
-    const auto bind = [&](void* h, void* s, const zel_data_source_provider_t* p) {
-        zel_error_details_t* details = nullptr;
-        EXPECT_EQ(service.bind(h, s, p, &details), invalid_argument);
-        return take_error(details).description;
-    };
-    EXPECT_EQ(bind(nullptr, nullptr, nullptr), not_initialized("handle"));
-    EXPECT_EQ(bind(recorder.handle, nullptr, nullptr), not_initialized("data_source"));
-    EXPECT_EQ(bind(recorder.handle, &source, nullptr), not_initialized("data_source_provider"));
+    const auto bind =
+        static_cast<const zel_formatter_data_source_binding_t*>(recorder.service(binding))->bind;
+    int data_source = 0;
+    void* const source = &data_source;
+    const zel_data_source_provider_t provider{};
+    EXPECT_EQ(bind(recorder.handle, source, &provider, nullptr), 0U);
+    expect_checks(bind, {"handle", "data_source", "data_source_provider"}, recorder.handle, source,
+                  &provider);
 }
 
 TEST(services, transform_checks_its_arguments_in_order) {
+    const bytes block = raw_package{}.block();
+    zel_package_t** packages = nullptr;
+    std::size_t count = 0;
     for (const auto* const formatter : {&recorder_formatter(), &ethernet_formatter()}) {
         instance subject(*formatter);
-        const bytes block = raw_package{}.block();
-        const auto* const raw = reinterpret_cast<const zel_raw_package_t*>(block.data());
-        zel_package_t** packages = nullptr;
-        std::size_t count = 0;
-        const auto transform = [&](void* h, const zel_raw_package_t* r, zel_package_t*** p,
-                                   std::size_t* c, const zel_allocator_t* a) {
-            zel_error_details_t* details = nullptr;
-            EXPECT_EQ(subject.transformation->transform(h, r, p, c, a, &details), invalid_argument);
-            return take_error(details).description;
+        const zel_raw_package_t* raw = nullptr;
+        const auto transform = [&](void* handle, zel_package_t*** p, std::size_t* c,
+                                   const zel_allocator_t* allocator, zel_error_details_t** error) {
+            return subject.transformation->transform(handle, raw, p, c, allocator, error);
         };
-        void* const h = subject.handle;
-        EXPECT_EQ(transform(nullptr, nullptr, nullptr, nullptr, nullptr),
-                  not_initialized("handle"));
-        EXPECT_EQ(transform(h, nullptr, nullptr, nullptr, nullptr), not_initialized("packages"));
-        EXPECT_EQ(transform(h, nullptr, &packages, nullptr, nullptr),
-                  not_initialized("package_count"));
-        EXPECT_EQ(transform(h, nullptr, &packages, &count, nullptr), not_initialized("allocator"));
-        EXPECT_EQ(transform(h, nullptr, &packages, &count, &subject.allocator),
-                  not_initialized("raw_package"));
-        EXPECT_EQ(transform(h, raw, &packages, &count, nullptr), not_initialized("allocator"));
+        const zel_allocator_t* const allocator = &subject.allocator;
+        // The raw package is looked at last.
+        expect_checks(transform, {"handle", "packages", "package_count", "allocator"},
+                      subject.handle, &packages, &count, allocator);
+        zel_error_details_t* details = nullptr;
+        EXPECT_EQ(transform(subject.handle, &packages, &count, allocator, &details),
+                  invalid_argument);
+        EXPECT_EQ(take_error(details).description, "argument 'raw_package' was not initialized");
+        raw = reinterpret_cast<const zel_raw_package_t*>(block.data());
+        expect_checks(transform, {"handle", "packages", "package_count", "allocator"},
+                      subject.handle, &packages, &count, allocator);
         EXPECT_EQ(subject.array_requests, 0U);
     }
 }
@@ -131,12 +119,17 @@ TEST(services, null_instances_are_harmless) {
         EXPECT_EQ(formatter->get_service_locator(nullptr, &target, nullptr), 0U);
         EXPECT_EQ(target, nullptr);
 
-        zel_error_details_t* details = nullptr;
-        EXPECT_EQ(formatter->get_service_locator(nullptr, nullptr, &details), invalid_argument);
-        EXPECT_EQ(take_error(details).description, not_initialized("target"));
-        host_services services;
-        EXPECT_EQ(formatter->create(nullptr, &services.locator, &details), invalid_argument);
-        EXPECT_EQ(take_error(details).description, not_initialized("instance"));
+        expect_checks(
+            [&](zel_service_locator_t** out, zel_error_details_t** error) {
+                return formatter->get_service_locator(nullptr, out, error);
+            },
+            {"target"}, &target);
+        void* created = nullptr;
+        expect_checks(
+            [&](void** out, zel_error_details_t** error) {
+                return formatter->create(out, nullptr, error);
+            },
+            {"instance"}, &created);
     }
 }
 
@@ -168,18 +161,17 @@ TEST(services, a_host_may_offer_no_logging) {
 }
 
 TEST(services, an_unusable_logging_service_ends_the_creation) {
-    const std::string message = "invalid logger interface passed to logger constructor";
-    host_services no_handle;
-    no_handle.log.handle = nullptr;
-    EXPECT_EQ(create(&no_handle.locator).description, message);
-    host_services no_function;
-    no_function.log.log = nullptr;
-    EXPECT_EQ(create(&no_function.locator).description, message);
-    host_services no_resolve;
-    no_resolve.locator.resolve = nullptr;
-    const error error = create(&no_resolve.locator);
-    EXPECT_EQ(error.description, message);
-    EXPECT_EQ(error.code, failed);
+    void (*const spoil[])(host_services&) = {
+        [](host_services& services) { services.log.handle = nullptr; },
+        [](host_services& services) { services.log.log = nullptr; },
+        [](host_services& services) { services.locator.resolve = nullptr; }};
+    for (const auto& each : spoil) {
+        host_services services;
+        each(services);
+        const error error = create(&services.locator);
+        EXPECT_EQ(error.description, "invalid logger interface passed to logger constructor");
+        EXPECT_EQ(error.code, failed);
+    }
 }
 
 TEST(services, errors_of_the_hosts_look_ups_come_back_translated) {
@@ -215,3 +207,4 @@ TEST(services, errors_of_the_hosts_look_ups_come_back_translated) {
 }
 
 } // namespace
+} // namespace harness

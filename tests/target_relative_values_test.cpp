@@ -1,5 +1,5 @@
 // Values of a target relative to the hunter.
-#include "tests/harness/rcom_frames.hpp"
+#include "tests/harness/expectations.hpp"
 
 namespace harness {
 namespace {

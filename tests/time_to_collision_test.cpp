@@ -1,7 +1,7 @@
 // Times to collision, through extended range packets.
 #include <cmath>
 
-#include "tests/harness/rcom_frames.hpp"
+#include "tests/harness/expectations.hpp"
 
 namespace harness {
 namespace {

@@ -1,5 +1,5 @@
 // NCOM packets that an RT-Range unit relays inside RCOM.
-#include "tests/harness/rcom_frames.hpp"
+#include "tests/harness/expectations.hpp"
 
 namespace harness {
 namespace {

@@ -5,29 +5,10 @@
 
 #include <gtest/gtest.h>
 
-#include "host/loader/shared_library.hpp"
+#include "host/loader/plugin.hpp"
 
 namespace harness {
 namespace {
-
-const zel::host::shared_library& library() {
-    static const zel::host::shared_library library(PLUGIN_FILE);
-    return library;
-}
-
-const std::vector<const zel_formatter_dispatch_table_t*>& formatters() {
-    static const auto all = [] {
-        std::vector<const zel_formatter_dispatch_table_t*> found;
-        enum_formatters(
-            [](const zel_formatter_dispatch_table_t* table, void* context) {
-                static_cast<decltype(found)*>(context)->push_back(table);
-                return true;
-            },
-            &found);
-        return found;
-    }();
-    return all;
-}
 
 zel_status_t fail_lookup(const host_services& services, std::uint32_t code,
                          zel_error_details_t** error) {
@@ -108,16 +89,13 @@ std::string plugin_file_name() {
     return path.substr(path.find_last_of("/\\") + 1);
 }
 
-const zel_enum_formatter_dispatch_table_t enum_formatters =
-    library().function<zel_enum_formatter_dispatch_table_t>("zel_enum_formatter_dispatch_table");
-const zel_runtime_query_metadata_t query_metadata =
-    library().function<zel_runtime_query_metadata_t>("zel_runtime_query_metadata");
-
 const zel_formatter_dispatch_table_t& recorder_formatter() {
-    return *formatters().at(0);
+    static const zel::host::plugin plugin(plugin_file);
+    return plugin.formatter("zel.rtrange");
 }
 const zel_formatter_dispatch_table_t& ethernet_formatter() {
-    return *formatters().at(1);
+    static const zel::host::plugin plugin(plugin_file);
+    return plugin.formatter("zel.eth.rtrange");
 }
 
 error take_error(zel_error_details_t* details) {
@@ -193,11 +171,13 @@ outcome instance::transform(const raw_package& raw) {
         transformation->transform(handle, reinterpret_cast<const zel_raw_package_t*>(block.data()),
                                   &packages, &count, &allocator, &error);
     result.error = take_error(error);
+    EXPECT_EQ(result.error.code, result.status);
     result.logs = services.logs;
     if (result.status != 0) {
         EXPECT_EQ(packages, untouched);
         EXPECT_EQ(count, 4711U);
-        EXPECT_EQ(result.error.code, result.status);
+        EXPECT_EQ(recording_zelc()->live_packages, 0);
+        EXPECT_EQ(recording_zelc()->live_errors, 0);
         return result;
     }
     EXPECT_EQ(last_array_count, count);

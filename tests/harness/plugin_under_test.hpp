@@ -21,10 +21,6 @@ using bytes = std::vector<std::uint8_t>;
 extern const char* const plugin_file;
 std::string plugin_file_name();
 
-/// The two exports.
-extern const zel_enum_formatter_dispatch_table_t enum_formatters;
-extern const zel_runtime_query_metadata_t query_metadata;
-
 /// Dispatch record of "zel.rtrange" (recorder) or "zel.eth.rtrange" (ethernet).
 const zel_formatter_dispatch_table_t& recorder_formatter();
 const zel_formatter_dispatch_table_t& ethernet_formatter();

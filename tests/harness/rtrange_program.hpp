@@ -2,8 +2,7 @@
 #pragma once
 
 #include <algorithm>
-#include <cstdio>
-#include <filesystem>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -22,32 +21,59 @@ struct result {
     std::string output; ///< standard output and standard error
 };
 
-/// Runs the program with these arguments, in the way a shell does.
-inline result rtrange(const std::string& arguments) {
-    const std::string command = std::string(RTRANGE) + " " + arguments + " 2>&1";
-    FILE* const pipe = popen(command.c_str(), "r");
-    result result{-1, {}};
-    char part[4096];
-    while (const std::size_t size = std::fread(part, 1, sizeof(part), pipe))
-        result.output.append(part, size);
-    const int status = pclose(pipe);
-    result.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return result;
+/// Runs a shell's command line. Its output goes through a file: Wine leaves processes behind that
+/// would keep a pipe open.
+inline result run(const std::string& command) {
+    const fs::path file =
+        fs::temp_directory_path() / ("rtrange_output_" + std::to_string(getpid()));
+    const int status = std::system(("{ " + command + "\n} >" + file.string() + " 2>&1").c_str());
+    std::string output = content(file);
+    std::erase(output, '\r');
+    fs::remove(file);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
+}
+
+/// The command that starts the program: that of this build, or another one's.
+inline std::string program() {
+    const char* const other = std::getenv("RTRANGE");
+    return other != nullptr ? other : RTRANGE;
+}
+inline bool is_windows_program() {
+    return program().ends_with(".exe");
 }
 
 inline bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
+inline void expect_contains(const std::string& text, const std::vector<std::string>& parts) {
+    for (const std::string& part : parts)
+        EXPECT_TRUE(contains(text, part)) << "no '" << part << "' in:\n" << text;
+}
+
+/// Works in a folder of its own, which holds the example "following.pcap".
 class rtrange_program : public testing::Test {
 protected:
     void SetUp() override {
+        for (const std::string& file : split(program(), ' '))
+            if (is_windows_program() && !fs::exists(file))
+                GTEST_SKIP() << "needs Wine and the preset 'windows' built";
         folder = fs::temp_directory_path() / ("rtrange_test_" + std::to_string(getpid()));
         fs::create_directories(folder);
+        fs::copy_file(example, folder / "following.pcap");
     }
     void TearDown() override { fs::remove_all(folder); }
 
-    std::string in_folder(const std::string& name) const { return (folder / name).string(); }
+    /// Runs the program with these arguments, in the way a shell does.
+    result rtrange(const std::string& arguments) const {
+        return run("cd " + folder.string() + " && " + program() + " " + arguments);
+    }
+    /// The same, for what has to succeed. Gives the output.
+    std::string succeed(const std::string& arguments) const {
+        const result result = rtrange(arguments);
+        EXPECT_EQ(result.exit_code, 0) << arguments << "\n" << result.output;
+        return result.output;
+    }
 
     fs::path folder;
 };
