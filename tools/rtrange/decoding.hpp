@@ -10,7 +10,7 @@
 #include "tools/rtrange/captures/capture_reader.hpp"
 #include "tools/rtrange/frame_fates.hpp"
 #include "tools/rtrange/outputs/record_output.hpp"
-#include "tools/rtrange/selection.hpp"
+#include "tools/rtrange/tables/selection.hpp"
 
 namespace rtrange {
 

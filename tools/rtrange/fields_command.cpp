@@ -13,13 +13,13 @@ using namespace zel::toolbox::rt_range;
 
 namespace {
 
-struct record_table {
+struct record_layout {
     const char* title;
     const char* content;
     std::span<const field> fields;
 };
 
-const record_table tables[] = {
+const record_layout layouts[] = {
     {"NCOM unit record",
      "State of one unit, 869 bytes. In a package it follows the unit's tag: 0x00100000 for the "
      "hunter, 0x00300000, 0x00400000, 0x00500000, 0x00600000 for targets 1 to 4.",
@@ -33,13 +33,13 @@ const record_table tables[] = {
 } // namespace
 
 void print_fields() {
-    for (const record_table& table : tables) {
-        fmt::print("{}\n{}\n\n", table.title, table.content);
+    for (const record_layout& record : layouts) {
+        fmt::print("{}\n{}\n\n", record.title, record.content);
         fmt::print("{:>6}  {:<4}  {:<38}  {:<6}  {}\n", "offset", "type", "field", "unit",
                    "meaning");
-        for (const field& field : table.fields)
-            fmt::print("{:>6}  {:<4}  {:<38}  {:<6}  {}\n", field.offset, name_of(field.type),
-                       field.name, field.unit, field.meaning);
+        for (const field& entry : record.fields)
+            fmt::print("{:>6}  {:<4}  {:<38}  {:<6}  {}\n", entry.offset, name_of(entry.type),
+                       entry.name, entry.unit, entry.meaning);
         fmt::print("\n");
     }
 }
@@ -50,12 +50,12 @@ void print_fields_as_markdown() {
                "one another without gaps; offsets count from the start of the record, which stands "
                "4 bytes into the data of its package, behind the tag. An ipv4 field holds the four "
                "bytes of an address as they stand on the wire.\n");
-    for (const record_table& table : tables) {
-        fmt::print("\n## {}\n\n{}\n\n", table.title, table.content);
+    for (const record_layout& record : layouts) {
+        fmt::print("\n## {}\n\n{}\n\n", record.title, record.content);
         fmt::print("| Offset | Type | Field | Unit | Meaning |\n|---:|---|---|---|---|\n");
-        for (const field& field : table.fields)
-            fmt::print("| {} | {} | `{}` | {} | {} |\n", field.offset, name_of(field.type),
-                       field.name, field.unit, field.meaning);
+        for (const field& entry : record.fields)
+            fmt::print("| {} | {} | `{}` | {} | {} |\n", entry.offset, name_of(entry.type),
+                       entry.name, entry.unit, entry.meaning);
     }
 }
 

@@ -7,7 +7,8 @@
 
 #include "tools/rtrange/outputs/csv_file.hpp"
 #include "tools/rtrange/outputs/record_output.hpp"
-#include "tools/rtrange/selection.hpp"
+#include "tools/rtrange/tables/record_tables.hpp"
+#include "tools/rtrange/tables/selection.hpp"
 
 namespace rtrange {
 

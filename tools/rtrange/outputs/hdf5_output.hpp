@@ -9,7 +9,8 @@
 #include "tools/rtrange/outputs/hdf5_handle.hpp"
 #include "tools/rtrange/outputs/hdf5_table.hpp"
 #include "tools/rtrange/outputs/record_output.hpp"
-#include "tools/rtrange/selection.hpp"
+#include "tools/rtrange/tables/record_tables.hpp"
+#include "tools/rtrange/tables/selection.hpp"
 
 namespace rtrange {
 

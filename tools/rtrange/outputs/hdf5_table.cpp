@@ -5,6 +5,8 @@
 
 #include <fmt/format.h>
 
+#include "tools/rtrange/tables/record_tables.hpp"
+
 namespace rtrange {
 
 using zel::toolbox::rt_range::field;

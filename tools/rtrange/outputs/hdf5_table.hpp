@@ -6,7 +6,8 @@
 #include <vector>
 
 #include "tools/rtrange/outputs/hdf5_handle.hpp"
-#include "tools/rtrange/outputs/record_tables.hpp"
+#include "tools/rtrange/tables/record_rows.hpp"
+#include "zel_rt_range_formatter/records/field.hpp"
 
 namespace rtrange {
 

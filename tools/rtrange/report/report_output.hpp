@@ -15,7 +15,8 @@
 #include "tools/rtrange/outputs/record_output.hpp"
 #include "tools/rtrange/report/local_plane.hpp"
 #include "tools/rtrange/report/report_stream.hpp"
-#include "tools/rtrange/selection.hpp"
+#include "tools/rtrange/tables/record_tables.hpp"
+#include "tools/rtrange/tables/selection.hpp"
 
 namespace rtrange {
 

@@ -6,7 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "tools/rtrange/outputs/record_tables.hpp"
+#include "tools/rtrange/tables/record_rows.hpp"
+#include "tools/rtrange/tables/record_tables.hpp"
 #include "tools/rtrange/times.hpp"
 
 namespace rtrange {

@@ -1,4 +1,4 @@
-#include "tools/rtrange/selection.hpp"
+#include "tools/rtrange/tables/selection.hpp"
 
 #include <algorithm>
 #include <numeric>
