@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-#include "tools/rtrange/decoding.hpp"
+#include "tools/rtrange/run_options.hpp"
 
 namespace rtrange {
 

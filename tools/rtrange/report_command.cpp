@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "tools/rtrange/capture_decoding.hpp"
 #include "tools/rtrange/decode_summary.hpp"
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/interruption.hpp"
@@ -10,10 +11,10 @@
 namespace rtrange {
 namespace {
 
-void check_fields(const selection& selection) {
+void check_fields(const selection& selected) {
     using zel::toolbox::rt_range::field_type;
     for (std::size_t table = 0; table < record_table_count; ++table)
-        for (const auto& field : selection.fields(table))
+        for (const auto& field : selected.fields(table))
             if (field.type == field_type::ipv4)
                 throw usage_failure(
                     fmt::format("a report draws numbers, and {} is an address", field.name));
@@ -25,15 +26,15 @@ int report(const report_command_options& options) {
     auto captures = open_captures(options.run.captures);
     check_output(options.output, options.run.captures);
     const bool named_fields = !options.run.selection.fields.empty();
-    decoding run(options.run);
+    frame_decoder decoder(options.run);
     if (named_fields)
-        check_fields(run.selection());
-    report_output output({options.output, options.run.captures, named_fields}, run.selection(),
-                         run.fates());
+        check_fields(decoder.selected());
+    report_output output({options.output, options.run.captures, named_fields}, decoder.selected(),
+                         decoder.fates());
     catch_interruptions();
-    const auto faults = decode_captures(captures, run, output);
+    const auto faults = decode_captures(captures, decoder, output);
     output.close();
-    print_summary(run.fates(), output.tables());
+    print_summary(decoder.fates(), output.tables());
     fmt::print("\nTo see the run, open {} in a browser\n",
                std::filesystem::absolute(options.output).string());
     return end_with_faults(faults);

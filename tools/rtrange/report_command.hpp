@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "tools/rtrange/decoding.hpp"
+#include "tools/rtrange/run_options.hpp"
 
 namespace rtrange {
 

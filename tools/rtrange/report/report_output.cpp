@@ -31,9 +31,9 @@ endpoint_header endpoint_of(const record_row& row) {
 
 } // namespace
 
-report_output::report_output(report_options options, const selection& selection,
+report_output::report_output(report_options options, const selection& selected,
                              const frame_fates& fates)
-    : options_(std::move(options)), selection_(selection), fates_(fates), file_(options_.output) {
+    : options_(std::move(options)), selected_(selected), fates_(fates), file_(options_.output) {
     file_.write(report_page_head());
 }
 
@@ -69,7 +69,7 @@ report_stream& report_output::stream_of(const record_row& row) {
 
 report_stream& report_output::open(const stream_key& key, std::size_t table) {
     const auto& [unit, kind] = key;
-    auto columns = options_.named_fields ? columns_of(selection_.fields(table), kind, plane_)
+    auto columns = options_.named_fields ? columns_of(selected_.fields(table), kind, plane_)
                                          : usual_columns(kind, plane_);
     streams_.push_back(
         std::make_unique<report_stream>(streams_.size(), unit, kind, std::move(columns)));

@@ -33,7 +33,7 @@ class report_output final : public record_output {
 public:
     /// Creates the file. Throws failure when that is not possible. The selection and the fates, of
     /// the run in hand, have to outlive the output.
-    report_output(report_options options, const selection& selection, const frame_fates& fates);
+    report_output(report_options options, const selection& selected, const frame_fates& fates);
 
     void write(const record_row& row) override;
     void close() override;
@@ -48,7 +48,7 @@ private:
     report_stream& open(const stream_key& key, std::size_t table);
 
     report_options options_;
-    const selection& selection_;
+    const selection& selected_;
     const frame_fates& fates_;
     output_file file_;
     local_plane plane_;
