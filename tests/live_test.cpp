@@ -109,7 +109,7 @@ TEST_F(live_decoding, gives_what_a_capture_of_the_same_frames_gives) {
     rtrange("decode " + example.string() + " -o " + in_folder("capture"));
     for (const int signal : {SIGINT, SIGTERM}) {
         running_program program("decode --interface lo -o " + in_folder("live"));
-        ASSERT_EQ(program.line(), "Decoding what comes in on lo; Ctrl-C ends it\n");
+        ASSERT_EQ(program.line(), "Decoding frames from lo until Ctrl-C\n");
         send_frames(example);
         usleep(300'000); // more than the program waits for frames
         program.signal(signal);
@@ -142,7 +142,7 @@ TEST_F(live_decoding, says_what_it_cannot_capture) {
     program.signal(SIGINT);
     const result result = program.end();
     EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.output, "rtrange: no frame came in on 'lo'\n");
+    EXPECT_EQ(result.output, "rtrange: no frame was received on 'lo'\n");
 }
 
 } // namespace

@@ -150,7 +150,7 @@ TEST_F(rtrange_program, writes_the_selection_alone) {
     EXPECT_EQ(content(folder / "same/target1.csv"), content(folder / "part/target1.csv"));
     EXPECT_TRUE(
         contains(rtrange("decode " + example.string() + " --from 5 -o " + in_folder("none")).output,
-                 "the selection leaves nothing"));
+                 "no decoded row is in the selection"));
 }
 
 TEST_F(rtrange_program, keeps_an_earlier_result_if_there_is_no_new_one) {

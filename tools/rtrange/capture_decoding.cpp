@@ -68,7 +68,7 @@ std::vector<std::string> decode_captures(std::vector<capture_reader>& captures,
         try {
             decode_capture(capture, decoder, output);
         } catch (const broken_capture& error) {
-            faults.emplace_back(error.what());
+            faults.push_back(fmt::format("{}; the frames before that are decoded", error.what()));
         }
     }
     return faults;

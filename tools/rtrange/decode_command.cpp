@@ -53,7 +53,7 @@ int decode(const decode_options& options) {
     const auto faults =
         live ? decode_live(*live, decoder, *output) : decode_captures(captures, decoder, *output);
     output->close();
-    print_summary(decoder.fates(), output->tables());
+    print_summary(decoder.outcomes(), output->tables());
     return end_with_faults(faults);
 }
 

@@ -8,7 +8,7 @@
 #include "host/loader/plugin.hpp"
 #include "host/loader/raw_frames.hpp"
 #include "tools/rtrange/captures/captured_frame.hpp"
-#include "tools/rtrange/frame_fates.hpp"
+#include "tools/rtrange/frame_outcomes.hpp"
 #include "tools/rtrange/outputs/record_output.hpp"
 #include "tools/rtrange/run_options.hpp"
 #include "tools/rtrange/tables/selection.hpp"
@@ -26,13 +26,13 @@ public:
     void decode(const captured_frame& frame, record_output& output);
 
     const selection& selected() const { return selected_; }
-    const frame_fates& fates() const { return fates_; }
+    const frame_outcomes& outcomes() const { return outcomes_; }
 
 private:
     using wrap_function = void (*)(std::span<const std::uint8_t>, zel::host::raw_package_buffer&);
 
     selection selected_;
-    frame_fates fates_;
+    frame_outcomes outcomes_;
     zel::host::plugin plugin_;
     zel::host::host_services services_;
     zel::host::formatter_instance instance_;

@@ -26,15 +26,15 @@ void decode_all(live_capture& capture, frame_decoder& decoder, record_output& ou
     while (!interrupted()) {
         const auto frame = capture.next();
         const std::uint64_t time_ns = frame ? frame->time_ns : now_ns();
-        if (decoder.fates().frames > 0 && decoder.selected().ends_before(time_ns))
+        if (decoder.outcomes().frames > 0 && decoder.selected().ends_before(time_ns))
             return;
         if (frame)
             decoder.decode(*frame, output);
         if (clock::now() < next_update)
             continue;
         next_update += std::chrono::seconds(1);
-        status.show(
-            fmt::format("{} frames, {} decoded", decoder.fates().frames, decoder.fates().decoded));
+        status.show(fmt::format("{} frames, {} decoded", decoder.outcomes().frames,
+                                decoder.outcomes().decoded));
     }
 }
 
@@ -43,20 +43,21 @@ void decode_all(live_capture& capture, frame_decoder& decoder, record_output& ou
 std::vector<std::string> decode_live(live_capture& capture, frame_decoder& decoder,
                                      record_output& output) {
     const std::string& name = capture.interface_name();
-    std::printf("Decoding what comes in on %s; Ctrl-C ends it\n", name.c_str());
+    std::printf("Decoding frames from %s until Ctrl-C\n", name.c_str());
     std::fflush(stdout);
     std::vector<std::string> faults;
     try {
         decode_all(capture, decoder, output);
     } catch (const broken_capture& error) {
-        faults.emplace_back(error.what());
+        if (decoder.outcomes().frames == 0)
+            throw;
+        faults.push_back(fmt::format("{}; the frames before that are decoded", error.what()));
     }
-    if (decoder.fates().frames == 0)
-        throw failure(faults.empty() ? fmt::format("no frame came in on '{}'", name)
-                                     : faults.front());
+    if (decoder.outcomes().frames == 0)
+        throw failure(fmt::format("no frame was received on '{}'", name));
     if (const std::uint64_t lost = capture.lost(); lost > 0)
-        faults.push_back(fmt::format("{} frames on '{}' came in faster than they could be decoded "
-                                     "and are lost",
+        faults.push_back(fmt::format("{} frames on '{}' were lost: they came in faster than they "
+                                     "could be decoded",
                                      lost, name));
     return faults;
 }

@@ -30,11 +30,11 @@ int report(const report_command_options& options) {
     if (named_fields)
         check_fields(decoder.selected());
     report_output output({options.output, options.run.captures, named_fields}, decoder.selected(),
-                         decoder.fates());
+                         decoder.outcomes());
     catch_interruptions();
     const auto faults = decode_captures(captures, decoder, output);
     output.close();
-    print_summary(decoder.fates(), output.tables());
+    print_summary(decoder.outcomes(), output.tables());
     fmt::print("\nTo see the run, open {} in a browser\n",
                std::filesystem::absolute(options.output).string());
     return end_with_faults(faults);

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstring>
 
-#include <fmt/format.h>
+#include "tools/rtrange/tables/ipv4.hpp"
 
 namespace rtrange {
 
@@ -79,8 +79,7 @@ char* format(field_type type, std::uint64_t content, char* begin) {
     case field_type::f64:
         return format_double(std::bit_cast<double>(content), begin);
     case field_type::ipv4:
-        return fmt::format_to(begin, "{}.{}.{}.{}", content & 0xFF, content >> 8 & 0xFF,
-                              content >> 16 & 0xFF, content >> 24);
+        return format_ipv4(static_cast<std::uint32_t>(content), begin);
     }
     return begin;
 }
