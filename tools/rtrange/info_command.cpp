@@ -7,9 +7,9 @@
 namespace rtrange {
 
 void print_info(const std::filesystem::path& plugin_file) {
-    const zel::host::plugin plugin(plugin_file);
+    const zel::host::plugin loaded(plugin_file);
     fmt::print("{}\n\nMetadata\n", plugin_file.string());
-    std::string_view rest = plugin.metadata();
+    std::string_view rest = loaded.metadata();
     while (!rest.empty()) {
         const std::string_view line = rest.substr(0, rest.find('\n'));
         rest.remove_prefix(std::min(line.size() + 1, rest.size()));
@@ -19,7 +19,7 @@ void print_info(const std::filesystem::path& plugin_file) {
 
     fmt::print("\nFormatters\n");
     const zel::host::host_services services([](const zel_log_info_t&) {});
-    for (const auto* const formatter : plugin.formatters()) {
+    for (const auto* const formatter : loaded.formatters()) {
         const zel::host::formatter_instance instance(*formatter, services);
         fmt::print("  {}\n", formatter->format_type);
         for (const char* const service :

@@ -14,10 +14,10 @@ namespace {
 void check_fields(const selection& selected) {
     using zel::toolbox::rt_range::field_type;
     for (std::size_t table = 0; table < record_table_count; ++table)
-        for (const auto& field : selected.fields(table))
-            if (field.type == field_type::ipv4)
+        for (const auto& entry : selected.fields(table))
+            if (entry.type == field_type::ipv4)
                 throw usage_failure(
-                    fmt::format("a report draws numbers, and {} is an address", field.name));
+                    fmt::format("a report draws numbers, and {} is an address", entry.name));
 }
 
 } // namespace

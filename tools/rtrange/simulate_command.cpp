@@ -17,13 +17,13 @@ void simulate(const simulate_options& options) {
 
     capture_writer capture(options.output);
     catch_interruptions();
-    const zel::simulation::scenario scenario(traffic.seed, traffic.targets);
+    const zel::simulation::scenario vehicles(traffic.seed, traffic.targets);
     const std::uint64_t ticks = tick_count(traffic);
     std::uint64_t frames = 0;
     {
         progress_bar progress("Simulating", ticks);
         for (std::uint64_t tick = 0; tick < ticks && !interrupted(); ++tick) {
-            send_tick(traffic, scenario, tick,
+            send_tick(traffic, vehicles, tick,
                       [&](std::uint64_t time_ns, std::span<const std::uint8_t> frame) {
                           capture.write(time_ns, frame);
                           ++frames;

@@ -103,12 +103,12 @@ csv_file::csv_file(const std::filesystem::path& file,
       buffer_(file_writer::buffer_size) {
     for (const std::string_view name : leading_columns)
         cell(name);
-    for (const field& field : fields) {
-        cell(field.name);
-        const std::size_t word_offset = std::min(field.offset, record_size - sizeof(std::uint64_t));
-        columns_.push_back({field.type, word_offset,
-                            static_cast<unsigned>(8 * (field.offset - word_offset)),
-                            ~std::uint64_t{0} >> (64 - 8 * size_of(field.type))});
+    for (const field& entry : fields) {
+        cell(entry.name);
+        const std::size_t word_offset = std::min(entry.offset, record_size - sizeof(std::uint64_t));
+        columns_.push_back({entry.type, word_offset,
+                            static_cast<unsigned>(8 * (entry.offset - word_offset)),
+                            ~std::uint64_t{0} >> (64 - 8 * size_of(entry.type))});
     }
     buffer_[used_ - 1] = '\n';
 }

@@ -87,14 +87,14 @@ hdf5_table::hdf5_table(hid_t file, std::size_t table, std::span<const field> fie
         create_column("source", source_offset, source_size, false, hdf5_text_type(source_size), "",
                       "packet that the row comes from: ncom for NCOM of the unit's own, rcom for "
                       "an RCOM packet about it");
-    for (const field& field : fields)
-        create_field_column(field);
+    for (const field& entry : fields)
+        create_field_column(entry);
     stored_rows_.reserve(chunk_rows * row_size_);
 }
 
-void hdf5_table::create_field_column(const field& field) {
-    create_column(field.name, record_offset + field.offset, size_of(field.type),
-                  field.type == field_type::ipv4, type_of(field.type), field.unit, field.meaning);
+void hdf5_table::create_field_column(const field& entry) {
+    create_column(entry.name, record_offset + entry.offset, size_of(entry.type),
+                  entry.type == field_type::ipv4, type_of(entry.type), entry.unit, entry.meaning);
 }
 
 void hdf5_table::create_column(const char* name, std::size_t offset, std::size_t size,

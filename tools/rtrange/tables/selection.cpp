@@ -44,7 +44,7 @@ std::string fault_of_name(std::string_view kind, std::string_view name,
 
 const field* find_field(std::span<const field> fields, std::string_view name) {
     const auto found =
-        std::ranges::find_if(fields, [&](const field& field) { return field.name == name; });
+        std::ranges::find_if(fields, [&](const field& entry) { return entry.name == name; });
     return found == fields.end() ? nullptr : &*found;
 }
 
@@ -73,8 +73,8 @@ std::string fault_of_field(const std::string& name) {
         return fmt::format("'{}' is always there; name other fields", name);
     std::vector<std::string_view> all;
     for (const std::span<const field> fields : {ncom_fields(), rcom_fields()})
-        for (const field& field : fields)
-            all.emplace_back(field.name);
+        for (const field& entry : fields)
+            all.emplace_back(entry.name);
     return fault_of_name("field", name, all);
 }
 
