@@ -109,7 +109,10 @@ TEST_F(rtrange_program, completes_its_tables_even_if_nobody_reads_along) {
     const std::string table = content(folder / "out/hunter.csv");
     ASSERT_FALSE(table.empty());
     EXPECT_EQ(table.back(), '\n');
-    EXPECT_EQ(rtrange("info > /dev/full").exit_code, 1);
+    const result info = rtrange("info 2>&1 > /dev/full #"); // only standard error is read
+    EXPECT_EQ(info.exit_code, 1);
+    EXPECT_TRUE(info.output.starts_with("rtrange: cannot write to standard output: No space left"))
+        << info.output;
 }
 
 TEST_F(rtrange_program, removes_tables_of_an_earlier_run) {
@@ -233,7 +236,7 @@ TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_do) {
         {"decode " + example.string() + " --format zel.can", 2, "--format"},
         {"simulate x.pcap --targets 5", 2, "--targets"},
         {"nonsense", 2, "not expected: nonsense"},
-        {"", 2, "name a command"},
+        {"", 2, "no command is given"},
         {"decode --interface ''", 2, "--interface"},
         {"decode " + example.string() + " --from 5 --to 3", 2, "--from has to be before --to"},
         {"decode " + example.string() + " --fields source", 2, "always there"},
@@ -254,6 +257,20 @@ TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_do) {
             << result.output;
         EXPECT_TRUE(lines.back().starts_with("rtrange: ")) << result.output;
     }
+}
+
+TEST_F(rtrange_program, names_the_thread_that_it_cannot_start) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "the sanitizers do not work with such a stack";
+#endif
+    // New threads get a stack of this size, in KiB, which is more than the address space.
+    const result result = rtrange("decode " + example.string() + " -o " + in_folder("out"),
+                                  "ulimit -s 200000000000 || exit 77;");
+    if (result.exit_code == 77)
+        GTEST_SKIP() << "this system does not permit such a stack";
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_TRUE(result.output.starts_with("rtrange: cannot start a thread")) << result.output;
+    EXPECT_FALSE(fs::exists(folder / "out"));
 }
 
 TEST_F(rtrange_program, simulates_the_same_bytes_from_the_same_seed) {

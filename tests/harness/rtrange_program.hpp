@@ -22,9 +22,9 @@ struct result {
     std::string output; ///< standard output and standard error
 };
 
-/// Runs the program with these arguments, in the way a shell does.
-inline result rtrange(const std::string& arguments) {
-    const std::string command = std::string(RTRANGE) + " " + arguments + " 2>&1";
+/// Runs the program with these arguments in a shell, after the shell commands `setup`.
+inline result rtrange(const std::string& arguments, const std::string& setup = "") {
+    const std::string command = setup + " " RTRANGE " " + arguments + " 2>&1";
     FILE* const pipe = popen(command.c_str(), "r");
     result result{-1, {}};
     char part[4096];

@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/standard_output.hpp"
 #include "tools/rtrange/tables/ipv4.hpp"
 #include "tools/rtrange/times.hpp"
 #include "zel_rt_range_formatter/records/units.hpp"
@@ -54,29 +55,29 @@ std::string_view reason_for_no_rows(const frame_outcomes& outcomes) {
 void print_summary(const frame_outcomes& outcomes, const std::vector<written_table>& tables) {
     const double seconds =
         static_cast<double>(outcomes.last_time_ns - outcomes.first_time_ns) * 1e-9;
-    fmt::print("{} frames, {:.3f} s from {}\n", outcomes.frames, seconds,
-               utc_text(outcomes.first_time_ns));
+    print("{} frames, {:.3f} s from {}\n", outcomes.frames, seconds,
+          utc_text(outcomes.first_time_ns));
 
-    fmt::print("\nFrames\n");
+    print("\nFrames\n");
     for (const auto& [count, what] : counted_outcomes(outcomes))
-        fmt::print("  {:>9}  {}\n", count, what);
+        print("  {:>9}  {}\n", count, what);
     if (outcomes.steps_back > 0)
-        fmt::print("  {:>9}  steps back in time, the first at {}; each restarts the decoder\n",
-                   outcomes.steps_back, utc_text(outcomes.first_steps_back.front().to_ns));
+        print("  {:>9}  steps back in time, the first at {}; each restarts the decoder\n",
+              outcomes.steps_back, utc_text(outcomes.first_steps_back.front().to_ns));
 
     if (!outcomes.identifications.empty())
-        fmt::print("\nUnits\n");
+        print("\nUnits\n");
     for (const auto& [identified, identification] : outcomes.identifications)
-        fmt::print("  {:9.3f} s  {} ({}){}\n",
-                   static_cast<double>(identification.time_ns - outcomes.first_time_ns) * 1e-9,
-                   unit_name(identified.unit), ipv4_text(identified.address),
-                   repetitions(identification.count));
+        print("  {:9.3f} s  {} ({}){}\n",
+              static_cast<double>(identification.time_ns - outcomes.first_time_ns) * 1e-9,
+              unit_name(identified.unit), ipv4_text(identified.address),
+              repetitions(identification.count));
 
-    fmt::print("\nOutput\n");
+    print("\nOutput\n");
     for (const written_table& table : tables)
-        fmt::print("  {:>9} {}  {}\n", table.rows, table.rows == 1 ? "row" : "rows", table.place);
+        print("  {:>9} {}  {}\n", table.rows, table.rows == 1 ? "row" : "rows", table.place);
     if (tables.empty())
-        fmt::print("  none: {}\n", reason_for_no_rows(outcomes));
+        print("  none: {}\n", reason_for_no_rows(outcomes));
 }
 
 int end_with_faults(const std::vector<std::string>& faults) {

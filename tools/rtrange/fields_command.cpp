@@ -2,8 +2,7 @@
 
 #include <span>
 
-#include <fmt/format.h>
-
+#include "tools/rtrange/standard_output.hpp"
 #include "zel_rt_range_formatter/records/ncom_fields.hpp"
 #include "zel_rt_range_formatter/records/rcom_fields.hpp"
 
@@ -34,28 +33,27 @@ const record_layout layouts[] = {
 
 void print_fields() {
     for (const record_layout& record : layouts) {
-        fmt::print("{}\n{}\n\n", record.title, record.content);
-        fmt::print("{:>6}  {:<4}  {:<38}  {:<6}  {}\n", "offset", "type", "field", "unit",
-                   "meaning");
+        print("{}\n{}\n\n", record.title, record.content);
+        print("{:>6}  {:<4}  {:<38}  {:<6}  {}\n", "offset", "type", "field", "unit", "meaning");
         for (const field& entry : record.fields)
-            fmt::print("{:>6}  {:<4}  {:<38}  {:<6}  {}\n", entry.offset, name_of(entry.type),
-                       entry.name, entry.unit, entry.meaning);
-        fmt::print("\n");
+            print("{:>6}  {:<4}  {:<38}  {:<6}  {}\n", entry.offset, name_of(entry.type),
+                  entry.name, entry.unit, entry.meaning);
+        print("\n");
     }
 }
 
 void print_fields_as_markdown() {
-    fmt::print("# The decoded records\n\n"
-               "Written by `rtrange fields --markdown`. All numbers are little-endian and follow "
-               "one another without gaps; offsets count from the start of the record, which stands "
-               "4 bytes into the data of its package, behind the tag. An ipv4 field holds the four "
-               "bytes of an address as they stand on the wire.\n");
+    print("# The decoded records\n\n"
+          "Written by `rtrange fields --markdown`. All numbers are little-endian and follow "
+          "one another without gaps; offsets count from the start of the record, which stands "
+          "4 bytes into the data of its package, behind the tag. An ipv4 field holds the four "
+          "bytes of an address as they stand on the wire.\n");
     for (const record_layout& record : layouts) {
-        fmt::print("\n## {}\n\n{}\n\n", record.title, record.content);
-        fmt::print("| Offset | Type | Field | Unit | Meaning |\n|---:|---|---|---|---|\n");
+        print("\n## {}\n\n{}\n\n", record.title, record.content);
+        print("| Offset | Type | Field | Unit | Meaning |\n|---:|---|---|---|---|\n");
         for (const field& entry : record.fields)
-            fmt::print("| {} | {} | `{}` | {} | {} |\n", entry.offset, name_of(entry.type),
-                       entry.name, entry.unit, entry.meaning);
+            print("| {} | {} | `{}` | {} | {} |\n", entry.offset, name_of(entry.type), entry.name,
+                  entry.unit, entry.meaning);
     }
 }
 

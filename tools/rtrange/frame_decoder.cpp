@@ -1,9 +1,12 @@
 #include "tools/rtrange/frame_decoder.hpp"
 
+#include "tools/rtrange/plugin_file.hpp"
+
 namespace rtrange {
 
 frame_decoder::frame_decoder(const run_options& options)
-    : selected_(options.selection), plugin_(options.plugin),
+    : selected_(options.selection),
+      plugin_(options.plugin.empty() ? default_plugin_file() : options.plugin),
       services_([this](const zel_log_info_t& record) { outcomes_.log(record); }),
       instance_(plugin_.formatter(options.format), services_),
       wrap_(options.format == zel::host::recorder_frame_type ? &zel::host::wrap_recorder_frame

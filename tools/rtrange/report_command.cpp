@@ -7,6 +7,7 @@
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/interruption.hpp"
 #include "tools/rtrange/report/report_output.hpp"
+#include "tools/rtrange/standard_output.hpp"
 
 namespace rtrange {
 namespace {
@@ -35,8 +36,8 @@ int report(const report_command_options& options) {
     const auto faults = decode_captures(captures, decoder, output);
     output.close();
     print_summary(decoder.outcomes(), output.tables());
-    fmt::print("\nTo see the run, open {} in a browser\n",
-               std::filesystem::absolute(options.output).string());
+    print("\nTo see the run, open {} in a browser\n",
+          std::filesystem::absolute(options.output).string());
     return end_with_faults(faults);
 }
 

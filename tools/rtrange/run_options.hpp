@@ -13,7 +13,7 @@ namespace rtrange {
 struct run_options {
     std::vector<std::filesystem::path> captures;
     std::string format = "zel.rtrange"; ///< format type of the raw packages made of the frames
-    std::filesystem::path plugin;
+    std::filesystem::path plugin;       ///< empty for the plug-in installed with rtrange
     selection_options selection;
 };
 

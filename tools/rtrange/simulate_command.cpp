@@ -6,13 +6,14 @@
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/interruption.hpp"
 #include "tools/rtrange/progress_bar.hpp"
+#include "tools/rtrange/standard_output.hpp"
 
 namespace rtrange {
 
 void simulate(const simulate_options& options) {
     const zel::simulation::traffic_options& traffic = options.traffic;
-    fmt::print("Simulating {} s: a hunter and {} target{} at {} Hz, seed {}\n", traffic.duration_s,
-               traffic.targets, traffic.targets == 1 ? "" : "s", traffic.rate_hz, traffic.seed);
+    print("Simulating {} s: a hunter and {} target{} at {} Hz, seed {}\n", traffic.duration_s,
+          traffic.targets, traffic.targets == 1 ? "" : "s", traffic.rate_hz, traffic.seed);
     std::fflush(stdout);
 
     capture_writer capture(options.output);
@@ -35,7 +36,7 @@ void simulate(const simulate_options& options) {
     if (interrupted())
         throw failure(fmt::format("interrupted; '{}' holds the first {} frames",
                                   options.output.string(), frames));
-    fmt::print("{} frames in {}\n", frames, options.output.string());
+    print("{} frames in {}\n", frames, options.output.string());
 }
 
 } // namespace rtrange
