@@ -256,7 +256,7 @@ TEST_F(report, refuses_in_one_line_what_it_cannot_do) {
         {run + " --fields source_ip", 2, "is an address"},
         {run + " --fields headin", 2, "the nearest name is 'heading'"},
         {run + " --units car", 2, "there is no unit 'car'"},
-        {run + " --from noon", 2, "is no time"},
+        {run + " --from noon", 2, "is not a time"},
     };
     for (const auto& wrong : cases) {
         const result result = rtrange(wrong.arguments);

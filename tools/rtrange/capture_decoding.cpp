@@ -54,8 +54,8 @@ void check_output(const std::filesystem::path& output,
     for (const auto& capture : captures) {
         std::error_code ignored;
         if (std::filesystem::equivalent(output, capture, ignored))
-            throw usage_failure(
-                fmt::format("'{}' is the capture; give the output another name", output.string()));
+            throw usage_failure(fmt::format(
+                "'{}' is one of the captures; give the output another name", output.string()));
     }
 }
 

@@ -43,20 +43,22 @@ void add_selection(CLI::App& parser, selection_options& options) {
     parser.add_option("--fields", options.fields, "Only these fields, for example heading,roll")
         ->delimiter(',')
         ->allow_extra_args(false) // a capture may come next
-        ->check(fault_of_field, "NAME");
+        ->type_name("NAME,...")
+        ->check(fault_of_field, "");
     parser
-        .add_option("--units", options.units,
-                    "Only these units: hunter, target1 to target4, rcom; for example "
-                    "hunter,target1")
+        .add_option("--units", options.units, "Only these units: hunter, target1 to target4, rcom")
         ->delimiter(',')
         ->allow_extra_args(false)
-        ->check(fault_of_unit, "NAME");
+        ->type_name("NAME,...")
+        ->check(fault_of_unit, "");
     parser
         .add_option("--from", options.from,
                     "Only rows at or after this time: seconds since the first frame, or UTC")
-        ->check(fault_of_time, "TIME");
+        ->type_name("TIME")
+        ->check(fault_of_time, "");
     parser.add_option("--to", options.to, "Only rows before this time")
-        ->check(fault_of_time, "TIME");
+        ->type_name("TIME")
+        ->check(fault_of_time, "");
 }
 
 void add_run(CLI::App& parser, run_options& options) {
@@ -66,7 +68,7 @@ void add_run(CLI::App& parser, run_options& options) {
                     "Format type of the raw packages that the plug-in is given")
         ->check(CLI::IsMember({"zel.rtrange", "zel.eth.rtrange"}))
         ->capture_default_str();
-    parser.add_option("--plugin", options.plugin, plugin_help);
+    parser.add_option("--plugin", options.plugin, plugin_help)->type_name("FILE");
 }
 
 command add_decode(CLI::App& app) {
@@ -74,20 +76,24 @@ command add_decode(CLI::App& app) {
     CLI::App* const parser =
         app.add_subcommand("decode", "Decode captures, or live traffic, into CSV or HDF5 tables");
     CLI::Option* const captures =
-        parser->add_option("CAPTURE", options->run.captures, "pcap or pcapng files");
+        parser->add_option("CAPTURE", options->run.captures, "pcap or pcapng files")
+            ->type_name("FILE");
     CLI::Option* const live =
         parser
             ->add_option("-i,--interface", options->interface_name,
                          "Decode live from this network interface until Ctrl-C")
             ->check([](const std::string& name) { return name.empty() ? "the name is empty" : ""; },
-                    "NAME")
+                    "")
+            ->type_name("NAME")
             ->excludes(captures);
     parser
         ->add_option("--as", options->kind, "Output format: a folder of CSV files, or an HDF5 file")
         ->check(CLI::IsMember({"csv", "hdf5"}))
         ->capture_default_str();
-    parser->add_option("-o,--output", options->output,
-                       "Folder of the CSV files, or HDF5 file (default: decoded or decoded.h5)");
+    parser
+        ->add_option("-o,--output", options->output,
+                     "Folder of the CSV files, or HDF5 file (default: decoded or decoded.h5)")
+        ->type_name("PATH");
     add_run(*parser, options->run);
     parser->callback([captures, live] {
         if (captures->empty() && live->empty())
@@ -100,7 +106,9 @@ command add_report(CLI::App& app) {
     const auto options = std::make_shared<report_command_options>();
     CLI::App* const parser =
         app.add_subcommand("report", "Plot captures on one HTML page for a browser");
-    parser->add_option("CAPTURE", options->run.captures, "pcap or pcapng files")->required();
+    parser->add_option("CAPTURE", options->run.captures, "pcap or pcapng files")
+        ->type_name("FILE")
+        ->required();
     parser->add_option("-o,--output", options->output, "HTML file to write")->capture_default_str();
     add_run(*parser, options->run);
     return {parser, [options] { return report(*options); }};
@@ -111,7 +119,9 @@ command add_simulate(CLI::App& app) {
     auto& traffic = options->traffic;
     CLI::App* const parser =
         app.add_subcommand("simulate", "Write the capture of a simulated car-following run");
-    parser->add_option("CAPTURE", options->output, "pcap file to write")->required();
+    parser->add_option("CAPTURE", options->output, "pcap file to write")
+        ->type_name("FILE")
+        ->required();
     parser->add_option("--duration", traffic.duration_s, "Duration in seconds")
         ->check(CLI::Range(1, 86400))
         ->capture_default_str();
@@ -147,7 +157,7 @@ command add_fields(CLI::App& app) {
 command add_info(CLI::App& app) {
     const auto plugin = std::make_shared<std::filesystem::path>();
     CLI::App* const parser = app.add_subcommand("info", "Show a plug-in's metadata and formatters");
-    parser->add_option("PLUGIN", *plugin, plugin_help);
+    parser->add_option("PLUGIN", *plugin, plugin_help)->type_name("FILE");
     return {parser, [plugin] {
                 print_info(plugin->empty() ? default_plugin_file() : *plugin);
                 return exit_success;

@@ -4,6 +4,8 @@
 #include <memory>
 #include <optional>
 
+#include <fmt/format.h>
+
 #include "tools/rtrange/capture_decoding.hpp"
 #include "tools/rtrange/decode_summary.hpp"
 #include "tools/rtrange/failure.hpp"
@@ -19,7 +21,7 @@ bool is_hdf5_name(const std::filesystem::path& file) {
     return file.extension() == ".h5" || file.extension() == ".hdf5";
 }
 
-/// Throws usage_failure when a table would take the place of a capture.
+/// Throws usage_failure when a table would overwrite a capture.
 void check_tables(const std::filesystem::path& folder,
                   const std::vector<std::filesystem::path>& captures) {
     for (std::size_t table = 0; table < record_table_count; ++table)
@@ -34,7 +36,8 @@ std::unique_ptr<record_output> create_output(const decode_options& options,
         return std::make_unique<hdf5_output>(file, selected);
     }
     if (is_hdf5_name(options.output))
-        throw usage_failure("CSV tables go into a folder; for an HDF5 file, add --as hdf5");
+        throw usage_failure(fmt::format("'{}' is the name of an HDF5 file; add --as hdf5",
+                                        options.output.string()));
     const auto folder = options.output.empty() ? "decoded" : options.output;
     check_tables(folder, options.run.captures);
     return std::make_unique<csv_output>(folder, selected);

@@ -14,7 +14,7 @@ frame_decoder::frame_decoder(const run_options& options)
 
 void frame_decoder::decode(const captured_frame& frame, record_output& output) {
     if (outcomes_.frames == 0)
-        selected_.begin_run(frame.time_ns);
+        selected_.set_start(frame.time_ns);
     outcomes_.begin_frame(frame);
     wrap_(frame.bytes, raw_package_);
     raw_package_.package().reference_timestamp = frame.time_ns;

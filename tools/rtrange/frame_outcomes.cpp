@@ -11,7 +11,7 @@ constexpr std::uint32_t notable_level = 400;
 
 } // namespace
 
-/// Looks at the same header fields as the decoder does.
+/// Classifies a frame by the header fields that the decoder looks at.
 frame_outcomes::traffic frame_outcomes::traffic_of(std::span<const std::uint8_t> frame) {
     if (frame.size() >= 14 && (frame[12] != 0x08 || frame[13] != 0x00))
         return traffic::not_ipv4;

@@ -24,10 +24,10 @@ public:
     /// Takes a log record about the current frame.
     void log(const zel_log_info_t& record);
 
-    /// Completes the current frame, of which so many records were decoded.
+    /// Completes the current frame, from which the decoder made this many packages.
     void end_frame(const captured_frame& frame, std::size_t decoded_packages);
 
-    /// Frames that the decoder logged the same fault of.
+    /// A fault that the decoder logged for one or more frames.
     struct remark {
         std::string message; ///< of the first such frame
         std::uint64_t count;

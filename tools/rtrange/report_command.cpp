@@ -12,13 +12,14 @@
 namespace rtrange {
 namespace {
 
+/// Throws usage_failure when a field cannot be plotted.
 void check_fields(const selection& selected) {
     using zel::toolbox::rt_range::field_type;
     for (std::size_t table = 0; table < record_table_count; ++table)
         for (const auto& entry : selected.fields(table))
             if (entry.type == field_type::ipv4)
                 throw usage_failure(
-                    fmt::format("a report draws numbers, and {} is an address", entry.name));
+                    fmt::format("a report plots numbers; {} is an address", entry.name));
 }
 
 } // namespace
@@ -36,7 +37,7 @@ int report(const report_command_options& options) {
     const auto faults = decode_captures(captures, decoder, output);
     output.close();
     print_summary(decoder.outcomes(), output.tables());
-    print("\nTo see the run, open {} in a browser\n",
+    print("\nTo view the report, open {} in a browser\n",
           std::filesystem::absolute(options.output).string());
     return end_with_faults(faults);
 }

@@ -22,7 +22,7 @@ struct decoded_package {
     std::span<const std::uint8_t> record;
 };
 
-/// A decoded package's tag and record; nothing for a bare Ethernet frame.
+/// The tag and the record of a decoded package; nothing for a package that holds an Ethernet frame.
 std::optional<decoded_package> decoded(const zel_package_t& package) {
     const auto data = zel::host::data(package);
     decoded_package result{};
@@ -35,8 +35,8 @@ std::optional<decoded_package> decoded(const zel_package_t& package) {
 
 void require_size(std::span<const std::uint8_t> record, std::size_t size) {
     if (record.size() != size)
-        throw failure(fmt::format("the plug-in gave a record of {} bytes instead of {}; use the "
-                                  "plug-in that belongs to this program",
+        throw failure(fmt::format("the plug-in returned a record of {} bytes, not {}; use the "
+                                  "plug-in installed with this program",
                                   record.size(), size));
 }
 
@@ -64,7 +64,7 @@ void rows_of(const zel::host::package_array& packages, std::vector<record_row>& 
             from_rcom = true;
         } else if (const auto unit = unit_with_tag(package->tag)) {
             require_size(package->record, sizeof(ncom_unit_record));
-            // The packages of a sample batch stand before the one of the packet that completed it.
+            // The packages of a sample batch precede that of the packet that completed it.
             const bool sample = i + 1 < packages.size();
             rows.push_back({packet_table(*unit) + sample, timestamp, "ncom", package->record});
         }

@@ -11,7 +11,7 @@
 
 namespace rtrange {
 
-/// One decoded package on its way into its table.
+/// One decoded package as a row of its table.
 struct record_row {
     std::size_t table;                 ///< index
     std::uint64_t reference_timestamp; ///< nanoseconds since 1970
@@ -19,8 +19,9 @@ struct record_row {
     std::span<const std::uint8_t> record;
 };
 
-/// The rows of what one raw package was decoded into, in the plug-in's order; valid as long as the
-/// packages. Throws failure when a package holds no record of this program's layout.
+/// Replaces `rows` by the rows of the packages that one raw package was decoded into, in the
+/// plug-in's order. They are valid as long as the packages. Throws failure when a record does not
+/// have the size that this program knows.
 void rows_of(const zel::host::package_array& packages, std::vector<record_row>& rows);
 
 } // namespace rtrange
