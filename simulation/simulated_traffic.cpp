@@ -66,11 +66,11 @@ void make_initialising(ncom_packet& packet) {
     packet.heading = 0;
 }
 
-extended_range_packet range_of(const scenario& scenario, std::size_t target, double time,
+extended_range_packet range_of(const scenario& vehicles, std::size_t target, double time,
                                std::uint64_t n) {
-    const relative_motion relative = scenario.target(target, time);
-    const vehicle_pair pair{unit_addresses[0], unit_addresses[target], scenario.unit(0, time),
-                            scenario.unit(target, time), gps_time_at(time).minutes};
+    const relative_motion relative = vehicles.target(target, time);
+    const vehicle_pair pair{unit_addresses[0], unit_addresses[target], vehicles.unit(0, time),
+                            vehicles.unit(target, time), gps_time_at(time).minutes};
     const double speed = std::hypot(pair.hunter.velocity_north, pair.hunter.velocity_east);
     extended_range_packet packet;
     packet.word_4 = gps_time_at(time).ms;
@@ -116,7 +116,7 @@ bytes name_query() {
 
 } // namespace
 
-void send_tick(const traffic_options& options, const scenario& scenario, std::uint64_t tick,
+void send_tick(const traffic_options& options, const scenario& vehicles, std::uint64_t tick,
                const frame_sink& sink) {
     constexpr std::uint64_t frame_gap_ns = 20'000;
     const double time = tick_time(options, tick);
@@ -129,7 +129,7 @@ void send_tick(const traffic_options& options, const scenario& scenario, std::ui
         send(udp_frame({unit_addresses[0], rcom_port}, {broadcast, rcom_port}, payload));
     };
 
-    const vehicle_motion hunter = scenario.unit(0, time);
+    const vehicle_motion hunter = vehicles.unit(0, time);
     ncom_packet hunter_ncom = ncom_of(hunter, time, tick);
     if (tick < initialising_ticks)
         make_initialising(hunter_ncom);
@@ -137,14 +137,14 @@ void send_tick(const traffic_options& options, const scenario& scenario, std::ui
     for (std::size_t target = 1; target <= options.targets; ++target) {
         // An address is nobody's before the first tick has named it.
         if (tick > 0) {
-            const bytes ncom = encode(ncom_of(scenario.unit(target, time), time, tick));
+            const bytes ncom = encode(ncom_of(vehicles.unit(target, time), time, tick));
             const ip_address& address = unit_addresses[target];
             if (options.wrapped_every != 0 && tick % options.wrapped_every == 0)
                 send_rcom(encode_wrapped_ncom(address, ncom));
             else
                 send(udp_frame({address, ncom_port}, {broadcast, ncom_port}, ncom));
         }
-        send_rcom(encode(range_of(scenario, target, time, tick)));
+        send_rcom(encode(range_of(vehicles, target, time, tick)));
     }
     if (tick % lane_period == 0)
         send_rcom(encode(lane_of(hunter, tick / lane_period)));

@@ -47,7 +47,7 @@ using frame_sink = std::function<void(std::uint64_t time_ns, std::span<const std
 /// Sends one tick of the run: the hunter's NCOM, each target's NCOM (direct or wrapped, from the
 /// second tick on) and extended range packet, now and then a lane packet and foreign traffic. The
 /// same options give the same bytes.
-void send_tick(const traffic_options& options, const scenario& scenario, std::uint64_t tick,
+void send_tick(const traffic_options& options, const scenario& vehicles, std::uint64_t tick,
                const frame_sink& sink);
 
 } // namespace zel::simulation

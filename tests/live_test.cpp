@@ -107,7 +107,7 @@ TEST_F(live_decoding, gives_what_a_capture_of_the_same_frames_gives) {
     succeed("decode following.pcap -o capture");
     for (const int signal : {SIGINT, SIGTERM}) {
         running_program program(folder, "decode --interface lo -o live");
-        ASSERT_EQ(program.line(), "Decoding what comes in on lo; Ctrl-C ends it\n");
+        ASSERT_EQ(program.line(), "Decoding frames from lo until Ctrl-C\n");
         send_frames(example);
         usleep(300'000); // more than the program waits for frames
         program.signal(signal);
@@ -139,7 +139,7 @@ TEST_F(live_decoding, says_what_it_cannot_capture) {
     program.signal(SIGINT);
     const result result = program.end();
     EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.output, "rtrange: no frame came in on 'lo'\n");
+    EXPECT_EQ(result.output, "rtrange: no frame was received on 'lo'\n");
 }
 
 } // namespace

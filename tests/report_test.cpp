@@ -142,8 +142,9 @@ TEST_F(report, shows_the_numbers_of_the_tables) {
         ++compared;
     }
     EXPECT_EQ(compared, 4U);
-    EXPECT_EQ(page.summary["units"][1]["name"], "target 1 (195.0.0.21)");
-    EXPECT_EQ(page.summary["fates"][0]["count"], page.summary["frames"].get<int>() - 100 - 100);
+    EXPECT_EQ(page.summary["units"][1]["unit"], "target1");
+    EXPECT_EQ(page.summary["units"][1]["address"], "195.0.0.21");
+    EXPECT_EQ(page.summary["outcomes"][0]["count"], page.summary["frames"].get<int>() - 100 - 100);
 }
 
 TEST_F(report, places_positions_on_a_plane) {

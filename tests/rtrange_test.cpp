@@ -92,7 +92,10 @@ TEST_F(rtrange_program, says_that_frames_were_cut_short_by_the_recorder) {
 TEST_F(rtrange_program, completes_its_tables_even_if_nobody_reads_along) {
     EXPECT_EQ(rtrange("decode following.pcap -o out > /dev/full").exit_code, 1);
     EXPECT_TRUE(content(folder / "out/hunter.csv").ends_with('\n'));
-    EXPECT_EQ(rtrange("info > /dev/full").exit_code, 1);
+    const result info = rtrange("info 2>&1 > /dev/full #"); // only standard error is read
+    EXPECT_EQ(info.exit_code, 1);
+    EXPECT_TRUE(info.output.starts_with("rtrange: cannot write to standard output: No space left"))
+        << info.output;
 }
 
 TEST_F(rtrange_program, removes_tables_of_an_earlier_run) {
@@ -130,7 +133,7 @@ TEST_F(rtrange_program, writes_the_selection_alone) {
             " --from '2026-01-05 10:00:00.5 UTC' --to .8");
     EXPECT_EQ(content(folder / "same/target1.csv"), content(folder / "part/target1.csv"));
     expect_contains(rtrange("decode following.pcap --from 5 -o none").output,
-                    {"the selection leaves nothing"});
+                    {"no decoded row is in the selection"});
 }
 
 TEST_F(rtrange_program, keeps_an_earlier_result_if_there_is_no_new_one) {
@@ -188,31 +191,31 @@ TEST_F(rtrange_program, refuses_wrong_arguments_in_one_line) {
     const std::string report = "report following.pcap ";
     expect_refusals(
         {
-            {"", 2, "name a command"},
+            {"", 2, "no command is given"},
             {"nonsense", 2, "not expected: nonsense"},
             {"decode", 2, "CAPTURE or --interface is required"},
             {"decode --interface ''", 2, "--interface"},
             {decode + "--interface lo", 2, "CAPTURE excludes --interface"},
             {decode + "--as xml", 2, "--as"},
-            {decode + "--as hdf5 -o following.pcap", 2, "is the capture"},
+            {decode + "--as hdf5 -o following.pcap", 2, "is one of the captures"},
             {decode + "-o x.h5", 2, "add --as hdf5"},
             {decode + "--fields roll,headin", 2, "nearest name is 'heading'"},
-            {decode + "--fields source", 2, "always there"},
+            {decode + "--fields source", 2, "is always written"},
             {decode + "--units target5", 2, "nearest name is 'target"},
-            {decode + "--from yesterday", 2, "seconds since the start"},
-            {decode + "--from 5 --to 3", 2, "--from has to be before --to"},
-            {decode + "--to 2026-02-30T10:00:00", 2, "is no time"},
-            {decode + "--to -1", 2, "is no time"},
+            {decode + "--from yesterday", 2, "seconds since the first frame"},
+            {decode + "--from 5 --to 3", 2, "--from must be before --to"},
+            {decode + "--to 2026-02-30T10:00:00", 2, "is not a time"},
+            {decode + "--to -1", 2, "is not a time"},
             {decode + "--format zel.can", 2, "--format"},
             {decode + "-o file", 1, "cannot create the folder"},
             {decode + "--plugin file", 1, "cannot load"},
-            {"decode run.csv/hunter.csv -o run.csv", 2, "is the capture"},
+            {"decode run.csv/hunter.csv -o run.csv", 2, "is one of the captures"},
             {"report", 2, "CAPTURE is required"},
             {report + "-o following.pcap", 2, "give the output another name"},
             {report + "--fields source_ip", 2, "is an address"},
             {report + "--fields headin", 2, "the nearest name is 'heading'"},
             {report + "--units car", 2, "there is no unit 'car'"},
-            {report + "--from noon", 2, "is no time"},
+            {report + "--from noon", 2, "is not a time"},
             {"simulate x.pcap --targets 5", 2, "--targets"},
             {"simulate x.pcap --seed -1", 2, "--seed"},
             {"simulate x.pcapng", 1, "name it .pcap"},
@@ -265,6 +268,22 @@ TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_read_or_write) {
             {"info " BROKEN_PLUGIN, 1, "gives no metadata"},
         },
         call);
+}
+
+TEST_F(rtrange_program, names_the_thread_that_it_cannot_start) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "the sanitizers do not work with such a stack";
+#endif
+    if (is_windows_program())
+        return; // which has no such limit
+    // New threads get a stack of this size, in KiB, which is more than the address space.
+    const result result = run("ulimit -s 200000000000 || exit 77; cd " + folder.string() + " && " +
+                              program() + " decode following.pcap -o out");
+    if (result.exit_code == 77)
+        GTEST_SKIP() << "this system does not permit such a stack";
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_TRUE(result.output.starts_with("rtrange: cannot start a thread")) << result.output;
+    EXPECT_FALSE(fs::exists(folder / "out"));
 }
 
 TEST_F(rtrange_program, simulates_the_same_bytes_from_the_same_seed) {

@@ -43,8 +43,8 @@ zel_status_t host_services::log(void* handle, const zel_log_info_t* record,
     try {
         static_cast<host_services*>(handle)->sink_(*record);
         return 0;
-    } catch (const std::exception& exception) {
-        return zel_error_details_create(error, failed, exception.what());
+    } catch (const std::exception& error_in_sink) {
+        return zel_error_details_create(error, failed, error_in_sink.what());
     } catch (...) {
         return zel_error_details_create(error, failed, "the log sink failed");
     }

@@ -72,15 +72,6 @@ bool formatter_instance::offers(const char* service_type) const {
     return result;
 }
 
-void formatter_instance::bind(void* data_source, const zel_data_source_provider_t& provider) {
-    if (!offers(ZEL_FORMATTER_DATA_SOURCE_BINDING_SERVICE_TYPE))
-        return;
-    const auto* const binding = static_cast<const zel_formatter_data_source_binding_t*>(
-        resolve(ZEL_FORMATTER_DATA_SOURCE_BINDING_SERVICE_TYPE));
-    zel_error_details_t* error = nullptr;
-    throw_if_failed(binding->bind(instance_, data_source, &provider, &error), error);
-}
-
 package_array formatter_instance::transform(const zel_raw_package_t& raw_package) {
     zel_package_t** packages = nullptr;
     std::size_t count = 0;

@@ -49,9 +49,6 @@ public:
     /// Whether the instance offers a service.
     bool offers(const char* service_type) const;
 
-    /// Binds the instance to a data source, if it offers that; both arguments are the host's.
-    void bind(void* data_source, const zel_data_source_provider_t& provider);
-
     /// Decodes one raw package.
     package_array transform(const zel_raw_package_t& raw_package);
 

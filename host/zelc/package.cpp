@@ -11,23 +11,18 @@
 
 using namespace zel::zelc;
 
-namespace {
-
-zel_status_t fail(zel_error_details_t** error, std::uint32_t code, const char* description) {
-    return zel_error_details_create(error, code, description);
-}
-
-} // namespace
-
 extern "C" zel_status_t zel_package_create(const zel_allocator_t*, std::size_t size,
                                            zel_package_t** package, zel_error_details_t** error) {
     if (package == nullptr)
-        return fail(error, error_code::invalid_argument, "argument 'package' was not initialized");
+        return zel_error_details_create(error, error_code::invalid_argument,
+                                        "argument 'package' was not initialized");
     if (size > SIZE_MAX - sizeof(zel_package_t))
-        return fail(error, error_code::out_of_memory, "memory allocation failed");
+        return zel_error_details_create(error, error_code::out_of_memory,
+                                        "memory allocation failed");
     auto* const created = static_cast<zel_package_t*>(std::malloc(sizeof(zel_package_t) + size));
     if (created == nullptr)
-        return fail(error, error_code::out_of_memory, "memory allocation failed");
+        return zel_error_details_create(error, error_code::out_of_memory,
+                                        "memory allocation failed");
     std::memset(created, 0, sizeof(zel_package_t));
     created->size = size;
     *package = created;
@@ -39,7 +34,8 @@ extern "C" zel_status_t zel_package_create_assign_data(const zel_allocator_t* al
                                                        std::size_t size, zel_package_t** package,
                                                        zel_error_details_t** error) {
     if (data == nullptr && size != 0)
-        return fail(error, error_code::invalid_argument, "argument 'data' was not initialized");
+        return zel_error_details_create(error, error_code::invalid_argument,
+                                        "argument 'data' was not initialized");
     zel_package_t* created = nullptr;
     zel_status_t status = zel_package_create(allocator, size, &created, error);
     if (created == nullptr)
@@ -48,8 +44,8 @@ extern "C" zel_status_t zel_package_create_assign_data(const zel_allocator_t* al
     if (status != 0 || package == nullptr) {
         zel_package_destroy(allocator, created, nullptr);
         return status != 0 ? status
-                           : fail(error, error_code::invalid_argument,
-                                  "argument 'package' was not initialized");
+                           : zel_error_details_create(error, error_code::invalid_argument,
+                                                      "argument 'package' was not initialized");
     }
     if (size != 0)
         std::memcpy(created + 1, data, size);
@@ -61,13 +57,15 @@ extern "C" zel_status_t zel_package_assign_format_type(zel_package_t* package,
                                                        const char* format_type,
                                                        zel_error_details_t** error) {
     if (package == nullptr)
-        return fail(error, error_code::invalid_argument, "argument 'package' was not initialized");
+        return zel_error_details_create(error, error_code::invalid_argument,
+                                        "argument 'package' was not initialized");
     if (format_type == nullptr)
-        return fail(error, error_code::invalid_argument,
-                    "argument 'format_type' was not initialized");
+        return zel_error_details_create(error, error_code::invalid_argument,
+                                        "argument 'format_type' was not initialized");
     const std::size_t text_size = std::strlen(format_type) + 1;
     if (text_size > sizeof(package->host_block))
-        return fail(error, error_code::invalid_argument, "format type has more than 15 characters");
+        return zel_error_details_create(error, error_code::invalid_argument,
+                                        "format type has more than 15 characters");
     std::memcpy(package->host_block, format_type, text_size);
     return 0;
 }

@@ -87,7 +87,7 @@ test("switches between light and dark", async () => {
   assert.equal(await background(), light);
 });
 
-test("names the run, the units, the fates of frames and the gaps", async () => {
+test("names the run, the units, the outcomes of frames and the gaps", async () => {
   assert.equal(await page.locator("h1").innerText(), "run.pcap");
   assert.match(await page.locator("#subtitle").innerText(), /2026-01-05 10:00:00\.000 UTC.*60\.0 s/);
   const units = await card(page, "Units identified").innerText();
@@ -432,7 +432,7 @@ test("says what is missing from a run", async () => {
   );
   for (const [options, text, has_plots] of [
     [["start.pcap"], /mix them/, true],
-    [["whole.pcap", "--from", "100"], /^Nothing to draw: the selection leaves nothing/m, false],
+    [["whole.pcap", "--from", "100"], /^Nothing to draw: no decoded row is in the selection/m, false],
     [["foreign.pcap"], /^Nothing to draw: there was no NCOM/m, false],
   ])
     await with_report(options, async (shown) => {

@@ -4,6 +4,9 @@
 #include <memory>
 #include <optional>
 
+#include <fmt/format.h>
+
+#include "tools/rtrange/capture_decoding.hpp"
 #include "tools/rtrange/decode_summary.hpp"
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/interruption.hpp"
@@ -18,7 +21,7 @@ bool is_hdf5_name(const std::filesystem::path& file) {
     return file.extension() == ".h5" || file.extension() == ".hdf5";
 }
 
-/// Throws usage_failure when a table would take the place of a capture.
+/// Throws usage_failure when a table would overwrite a capture.
 void check_tables(const std::filesystem::path& folder,
                   const std::vector<std::filesystem::path>& captures) {
     for (std::size_t table = 0; table < record_table_count; ++table)
@@ -26,17 +29,18 @@ void check_tables(const std::filesystem::path& folder,
 }
 
 std::unique_ptr<record_output> create_output(const decode_options& options,
-                                             const selection& selection) {
+                                             const selection& selected) {
     if (options.kind == "hdf5") {
         const auto file = options.output.empty() ? "decoded.h5" : options.output;
         check_output(file, options.run.captures);
-        return std::make_unique<hdf5_output>(file, selection);
+        return std::make_unique<hdf5_output>(file, selected);
     }
     if (is_hdf5_name(options.output))
-        throw usage_failure("CSV tables go into a folder; for an HDF5 file, add --as hdf5");
+        throw usage_failure(fmt::format("'{}' is the name of an HDF5 file; add --as hdf5",
+                                        options.output.string()));
     const auto folder = options.output.empty() ? "decoded" : options.output;
     check_tables(folder, options.run.captures);
-    return std::make_unique<csv_output>(folder, selection);
+    return std::make_unique<csv_output>(folder, selected);
 }
 
 } // namespace
@@ -46,13 +50,13 @@ int decode(const decode_options& options) {
     std::optional<live_capture> live;
     if (captures.empty())
         live.emplace(options.interface_name);
-    decoding run(options.run);
-    const auto output = create_output(options, run.selection());
+    frame_decoder decoder(options.run);
+    const auto output = create_output(options, decoder.selected());
     catch_interruptions();
     const auto faults =
-        live ? decode_live(*live, run, *output) : decode_captures(captures, run, *output);
+        live ? decode_live(*live, decoder, *output) : decode_captures(captures, decoder, *output);
     output->close();
-    print_summary(run.fates(), output->tables());
+    print_summary(decoder.outcomes(), output->tables());
     return end_with_faults(faults);
 }
 

@@ -1,23 +1,23 @@
-// rtrange decode: a capture goes in, tables of decoded records come out.
+// rtrange decode: writes tables of decoded records.
 #pragma once
 
 #include <filesystem>
 #include <string>
 
-#include "tools/rtrange/decoding.hpp"
+#include "tools/rtrange/run_options.hpp"
 
 namespace rtrange {
 
 /// Arguments of the command.
 struct decode_options {
     run_options run;
-    std::string interface_name;   ///< to decode live from, instead of captures; empty for captures
-    std::string kind = "csv";     ///< of output: "csv" or "hdf5"
-    std::filesystem::path output; ///< folder of CSV tables, or HDF5 file; empty for the usual name
+    std::string interface_name;   ///< interface to decode live; empty to decode captures
+    std::string kind = "csv";     ///< output format: "csv" or "hdf5"
+    std::filesystem::path output; ///< folder of CSV tables, or HDF5 file; empty for the default
 };
 
-/// Decodes captures, or what comes in on a network interface, and prints a summary. Gives the exit
-/// code; throws failure when nothing could be decoded.
+/// Decodes captures, or the traffic of a network interface, and prints a summary. Returns the exit
+/// code. Throws failure when nothing could be decoded.
 int decode(const decode_options& options);
 
 } // namespace rtrange

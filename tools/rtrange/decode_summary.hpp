@@ -1,4 +1,4 @@
-// The end of a decoding.
+// The summary of a run.
 #pragma once
 
 #include <cstdint>
@@ -6,30 +6,28 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/rtrange/frame_fates.hpp"
+#include "tools/rtrange/frame_outcomes.hpp"
 #include "tools/rtrange/outputs/record_output.hpp"
 
 namespace rtrange {
 
-/// So many frames met this fate.
-struct counted_fate {
+/// The number of frames with one outcome.
+struct counted_outcome {
     std::uint64_t count;
-    std::string what; ///< for people
+    std::string what; ///< human-readable
 };
 
-/// What became of the frames, without fates that none has met.
-std::vector<counted_fate> counted_fates(const frame_fates& fates);
+/// All outcomes that frames of the run had.
+std::vector<counted_outcome> counted_outcomes(const frame_outcomes& outcomes);
 
-/// "target 1 (195.0.0.21)" of "Successfully identified IP for target 1 (195.0.0.21)."
-std::string unit_and_address(std::string_view message);
+/// Why a run has no rows, human-readable.
+std::string_view reason_for_no_rows(const frame_outcomes& outcomes);
 
-/// Why a run that has come to an end has no rows, for people.
-std::string_view reason_for_no_rows(const frame_fates& fates);
+/// Prints the outcomes, the units, and the tables with their numbers of rows.
+void print_summary(const frame_outcomes& outcomes, const std::vector<written_table>& tables);
 
-/// Prints what became of the frames, and the tables with their numbers of rows.
-void print_summary(const frame_fates& fates, const std::vector<written_table>& tables);
-
-/// Prints what kept the input from being read to its end, after the summary. Gives the exit code.
+/// Prints on standard error, one line each, what kept the input from being read to its end. Returns
+/// the exit code of the run.
 int end_with_faults(const std::vector<std::string>& faults);
 
 } // namespace rtrange

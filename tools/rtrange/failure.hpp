@@ -1,17 +1,17 @@
-// Failures that the user is told about.
+// Failures that are reported to the user.
 #pragma once
 
 #include <stdexcept>
 
 namespace rtrange {
 
-/// Ends the program with one line on standard error: what was wrong, where, and what to do.
+/// Ends the program. Its message is one line: what is wrong, where, and what to do about it.
 class failure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Arguments that do not go together.
+/// Wrong arguments, or arguments that exclude each other.
 class usage_failure : public failure {
 public:
     using failure::failure;

@@ -1,12 +1,12 @@
-// rtrange fields: the tables of the decoded records.
+// rtrange fields: lists the fields of the decoded records.
 #pragma once
 
 namespace rtrange {
 
-/// Prints each field's name, offset, type, unit and meaning.
+/// Prints the name, offset, type, unit and meaning of each field.
 void print_fields();
 
-/// The same as the page docs/records.md.
+/// Prints the same as Markdown: the page docs/records.md.
 void print_fields_as_markdown();
 
 } // namespace rtrange

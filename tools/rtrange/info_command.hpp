@@ -1,4 +1,4 @@
-// rtrange info: what a plug-in says about itself.
+// rtrange info: shows the metadata and formatters of a plug-in.
 #pragma once
 
 #include <filesystem>

@@ -5,11 +5,11 @@
 namespace rtrange {
 namespace {
 
-volatile std::sig_atomic_t signal_came = 0;
+volatile std::sig_atomic_t signal_received = 0;
 
 void note_signal(int signal) {
-    signal_came = 1;
-    // Whoever asks twice is not willing to wait.
+    signal_received = 1;
+    // A second signal ends the program at once.
     std::signal(signal, SIG_DFL);
 }
 
@@ -21,7 +21,7 @@ void catch_interruptions() {
 }
 
 bool interrupted() {
-    return signal_came != 0;
+    return signal_received != 0;
 }
 
 } // namespace rtrange

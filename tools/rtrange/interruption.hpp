@@ -1,13 +1,13 @@
-// Ctrl-C.
+// Interruption by the user.
 #pragma once
 
 namespace rtrange {
 
-/// From here on, SIGINT and SIGTERM do not end the program: the work in hand looks at interrupted()
-/// and completes its output.
+/// From now on, SIGINT and SIGTERM only set interrupted(), so that the current command can complete
+/// its output. A second signal ends the program at once.
 void catch_interruptions();
 
-/// Whether the user wants the work to stop.
+/// Whether SIGINT or SIGTERM has been received.
 bool interrupted();
 
 } // namespace rtrange

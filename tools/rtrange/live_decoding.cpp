@@ -12,49 +12,52 @@
 namespace rtrange {
 namespace {
 
-/// Nanoseconds since 1970, as frames are stamped with.
+/// Nanoseconds since 1970, like the timestamps of frames.
 std::uint64_t now_ns() {
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     return static_cast<std::uint64_t>(std::chrono::nanoseconds(now).count());
 }
 
-/// Decodes until somebody or something ends it.
-void decode_all(live_capture& capture, decoding& run, record_output& output) {
+/// Decodes until an interruption or the upper time limit.
+void decode_all(live_capture& capture, frame_decoder& decoder, record_output& output) {
     using clock = std::chrono::steady_clock;
     status_line status;
     auto next_update = clock::now();
     while (!interrupted()) {
         const auto frame = capture.next();
         const std::uint64_t time_ns = frame ? frame->time_ns : now_ns();
-        if (run.fates().frames > 0 && run.selection().ends_before(time_ns))
+        if (decoder.outcomes().frames > 0 && decoder.selected().ends_before(time_ns))
             return;
         if (frame)
-            run.decode(*frame, output);
+            decoder.decode(*frame, output);
         if (clock::now() < next_update)
             continue;
         next_update += std::chrono::seconds(1);
-        status.show(fmt::format("{} frames, {} decoded", run.fates().frames, run.fates().decoded));
+        status.show(fmt::format("{} frames, {} decoded", decoder.outcomes().frames,
+                                decoder.outcomes().decoded));
     }
 }
 
 } // namespace
 
-std::vector<std::string> decode_live(live_capture& capture, decoding& run, record_output& output) {
+std::vector<std::string> decode_live(live_capture& capture, frame_decoder& decoder,
+                                     record_output& output) {
     const std::string& name = capture.interface_name();
-    std::printf("Decoding what comes in on %s; Ctrl-C ends it\n", name.c_str());
+    std::printf("Decoding frames from %s until Ctrl-C\n", name.c_str());
     std::fflush(stdout);
     std::vector<std::string> faults;
     try {
-        decode_all(capture, run, output);
+        decode_all(capture, decoder, output);
     } catch (const broken_capture& error) {
-        faults.emplace_back(error.what());
+        if (decoder.outcomes().frames == 0)
+            throw;
+        faults.push_back(fmt::format("{}; the frames before that are decoded", error.what()));
     }
-    if (run.fates().frames == 0)
-        throw failure(faults.empty() ? fmt::format("no frame came in on '{}'", name)
-                                     : faults.front());
+    if (decoder.outcomes().frames == 0)
+        throw failure(fmt::format("no frame was received on '{}'", name));
     if (const std::uint64_t lost = capture.lost(); lost > 0)
-        faults.push_back(fmt::format("{} frames on '{}' came in faster than they could be decoded "
-                                     "and are lost",
+        faults.push_back(fmt::format("{} frames on '{}' were lost: they came in faster than they "
+                                     "could be decoded",
                                      lost, name));
     return faults;
 }

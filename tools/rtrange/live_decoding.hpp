@@ -1,16 +1,19 @@
-// A run while it is driven.
+// Decoding of what a network interface receives.
 #pragma once
 
 #include <string>
 #include <vector>
 
 #include "tools/rtrange/captures/live_capture.hpp"
-#include "tools/rtrange/decoding.hpp"
+#include "tools/rtrange/frame_decoder.hpp"
+#include "tools/rtrange/outputs/record_output.hpp"
 
 namespace rtrange {
 
-/// Decodes what comes in until an interruption, or until the selection's upper time limit. Gives
-/// what ended it before or got lost, one line each. Throws failure when no frame came in at all.
-std::vector<std::string> decode_live(live_capture& capture, decoding& run, record_output& output);
+/// Decodes the frames that an interface receives until an interruption, or until the selection's
+/// upper time limit. Returns what ended it early or was lost, one line each. Throws failure when no
+/// frame was received at all.
+std::vector<std::string> decode_live(live_capture& capture, frame_decoder& decoder,
+                                     record_output& output);
 
 } // namespace rtrange

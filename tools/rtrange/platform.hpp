@@ -1,4 +1,4 @@
-// What each operating system does in a way of its own. File names are UTF-8 wherever they are text.
+// Functions that differ between operating systems. File names in strings are UTF-8.
 #pragma once
 
 #include <cstdint>
@@ -9,22 +9,22 @@
 
 namespace rtrange {
 
-/// Prepares the process; called before anything else. Throws failure when that is not possible.
+/// Prepares the process. Called first. Throws failure when that is not possible.
 void set_up_process();
 
-/// The arguments of the program, without its name.
+/// The arguments of the program, without the program's name.
 std::vector<std::string> program_arguments(int argc, char** argv);
 
-/// The file of this program.
+/// The executable file of this program.
 std::filesystem::path program_file();
 
-/// A new or emptied binary file; null with errno set when that is not possible.
+/// Creates or empties a binary file. Returns null and sets errno when that is not possible.
 std::FILE* open_for_writing(const std::filesystem::path& file);
 
-/// Bytes from the file's beginning; -1 when it has no positions.
+/// The current offset in bytes; -1 for a stream without one, such as a pipe.
 std::int64_t position_in(std::FILE* file);
 
-/// Whether a person reads standard error, on a terminal that obeys escape sequences.
+/// Whether standard error is a terminal that supports escape sequences.
 bool standard_error_is_terminal();
 
 } // namespace rtrange

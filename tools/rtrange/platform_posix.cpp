@@ -7,7 +7,7 @@
 namespace rtrange {
 
 void set_up_process() {
-    // A reader that goes away must not keep the tables from being completed.
+    // Tables are completed even when the reader of standard output has exited.
     std::signal(SIGPIPE, SIG_IGN);
 }
 

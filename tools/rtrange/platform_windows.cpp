@@ -3,6 +3,7 @@
 #include <array>
 #include <string_view>
 
+#include <fmt/format.h>
 #include <pcap/pcap.h>
 #include <windows.h>
 
@@ -15,7 +16,7 @@ namespace {
 
 std::string utf8(std::wstring_view text) {
     const int size = static_cast<int>(text.size());
-    std::string result(3 * text.size(), '\0'); // a UTF-16 unit never takes more
+    std::string result(3 * text.size(), '\0'); // at most three bytes per UTF-16 code unit
     result.resize(static_cast<std::size_t>(
         WideCharToMultiByte(CP_UTF8, 0, text.data(), size, result.data(),
                             static_cast<int>(result.size()), nullptr, nullptr)));
@@ -27,15 +28,15 @@ std::string utf8(std::wstring_view text) {
 void set_up_process() {
     std::array<char, PCAP_ERRBUF_SIZE> reason{};
     if (pcap_init(PCAP_CHAR_ENC_UTF_8, reason.data()) != 0)
-        throw failure(reason.data());
+        throw failure(fmt::format("cannot initialise libpcap: {}", reason.data()));
 }
 
 std::vector<std::string> program_arguments(int, char**) {
-    // Those of main have lost what the system's code page lacks.
+    // main's arguments are in the system's code page, which cannot represent all file names.
     int count = 0;
     wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
     if (arguments == nullptr)
-        throw failure("cannot read the arguments");
+        throw failure("cannot read the command line");
     std::vector<std::string> result;
     for (int i = 1; i < count; ++i)
         result.push_back(utf8(arguments[i]));

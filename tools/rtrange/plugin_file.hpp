@@ -1,12 +1,12 @@
-// Where the plug-in is.
+// The plug-in file.
 #pragma once
 
 #include <filesystem>
 
 namespace rtrange {
 
-/// The plug-in that belongs to this program: in the folder `plugin` of the package, otherwise
-/// beside the program, where the build leaves it.
+/// The plug-in installed with this program: in the folder `plugin` of the package, or, in a build
+/// tree, in the folder of the program.
 std::filesystem::path default_plugin_file();
 
 } // namespace rtrange

@@ -1,4 +1,4 @@
-// Progress of long work, shown on a terminal.
+// A progress bar on the terminal.
 #pragma once
 
 #include <cstdint>
@@ -8,13 +8,13 @@
 
 namespace rtrange {
 
-/// A bar that fills up.
+/// Shows how much of some work is done.
 class progress_bar {
 public:
-    /// `total` is the amount of work, in any unit.
+    /// `total` is the amount of work, in any unit; 0 shows a full bar.
     progress_bar(std::string label, std::uint64_t total);
 
-    /// Redraws when a new percent has been reached.
+    /// Redraws the bar when the percentage has changed.
     void update(std::uint64_t done);
 
 private:

@@ -1,9 +1,9 @@
-// rtrange report: a capture goes in, a page to look at comes out.
+// rtrange report: plots captures on an HTML page.
 #pragma once
 
 #include <filesystem>
 
-#include "tools/rtrange/decoding.hpp"
+#include "tools/rtrange/run_options.hpp"
 
 namespace rtrange {
 
@@ -13,8 +13,8 @@ struct report_command_options {
     std::filesystem::path output = "report.html";
 };
 
-/// Decodes captures into a page and prints a summary. Gives the exit code; throws failure when
-/// nothing could be decoded.
+/// Decodes captures, writes the page and prints a summary. Returns the exit code. Throws failure
+/// when nothing could be decoded.
 int report(const report_command_options& options);
 
 } // namespace rtrange

@@ -6,24 +6,25 @@
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/interruption.hpp"
 #include "tools/rtrange/progress_bar.hpp"
+#include "tools/rtrange/standard_output.hpp"
 
 namespace rtrange {
 
 void simulate(const simulate_options& options) {
     const zel::simulation::traffic_options& traffic = options.traffic;
-    fmt::print("Simulating {} s: a hunter and {} target{} at {} Hz, seed {}\n", traffic.duration_s,
-               traffic.targets, traffic.targets == 1 ? "" : "s", traffic.rate_hz, traffic.seed);
+    print("Simulating {} s: a hunter and {} target{} at {} Hz, seed {}\n", traffic.duration_s,
+          traffic.targets, traffic.targets == 1 ? "" : "s", traffic.rate_hz, traffic.seed);
     std::fflush(stdout);
 
     capture_writer capture(options.output);
     catch_interruptions();
-    const zel::simulation::scenario scenario(traffic.seed, traffic.targets);
+    const zel::simulation::scenario vehicles(traffic.seed, traffic.targets);
     const std::uint64_t ticks = tick_count(traffic);
     std::uint64_t frames = 0;
     {
         progress_bar progress("Simulating", ticks);
         for (std::uint64_t tick = 0; tick < ticks && !interrupted(); ++tick) {
-            send_tick(traffic, scenario, tick,
+            send_tick(traffic, vehicles, tick,
                       [&](std::uint64_t time_ns, std::span<const std::uint8_t> frame) {
                           capture.write(time_ns, frame);
                           ++frames;
@@ -35,7 +36,7 @@ void simulate(const simulate_options& options) {
     if (interrupted())
         throw failure(fmt::format("interrupted; '{}' holds the first {} frames",
                                   options.output.string(), frames));
-    fmt::print("{} frames in {}\n", frames, options.output.string());
+    print("{} frames in {}\n", frames, options.output.string());
 }
 
 } // namespace rtrange

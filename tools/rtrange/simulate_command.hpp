@@ -1,4 +1,4 @@
-// rtrange simulate: a capture without the vehicles.
+// rtrange simulate: writes the capture of a simulated run.
 #pragma once
 
 #include <filesystem>

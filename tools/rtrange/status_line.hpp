@@ -1,11 +1,11 @@
-// One line on the terminal that is written over and over.
+// A line of the terminal that is updated in place.
 #pragma once
 
 #include <string>
 
 namespace rtrange {
 
-/// Draws on standard error, and only when that is a terminal. Leaves nothing behind.
+/// Writes to standard error, and only when that is a terminal. The destructor erases the line.
 class status_line {
 public:
     status_line();
@@ -13,7 +13,7 @@ public:
     status_line(const status_line&) = delete;
     status_line& operator=(const status_line&) = delete;
 
-    /// Replaces what the line shows.
+    /// Replaces the text of the line.
     void show(const std::string& text);
 
 private:

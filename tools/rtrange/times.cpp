@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint64_t nanoseconds_per_second = 1'000'000'000;
 
-/// Takes a number of exactly `digits` digits off the front of a text.
+/// Removes a number of exactly `digits` digits from the start of a text, and returns it.
 std::optional<int> take_number(std::string_view& text, std::size_t digits) {
     int number = 0;
     const std::string_view part = text.substr(0, digits);
@@ -24,6 +24,7 @@ std::optional<int> take_number(std::string_view& text, std::size_t digits) {
     return number;
 }
 
+/// Removes the first character of a text if it is one of these.
 bool take_one_of(std::string_view& text, std::string_view characters) {
     if (text.empty() || characters.find(text.front()) == std::string_view::npos)
         return false;
@@ -31,7 +32,7 @@ bool take_one_of(std::string_view& text, std::string_view characters) {
     return true;
 }
 
-/// Seconds with any number of decimals, as nanoseconds.
+/// Parses seconds with any number of decimals. Returns nanoseconds.
 std::optional<std::uint64_t> parse_seconds(std::string_view text, double limit) {
     double seconds = 0;
     const auto end = text.data() + text.size();

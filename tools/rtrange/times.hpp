@@ -1,4 +1,4 @@
-// Times as people read and write them.
+// Times as text.
 #pragma once
 
 #include <cstdint>
@@ -13,12 +13,12 @@ std::string utc_text(std::uint64_t time_ns);
 
 /// A point in time.
 struct run_time {
-    std::uint64_t time_ns; ///< since 1970, or since a run's begin
-    bool since_begin;
+    std::uint64_t time_ns; ///< since 1970, or since the start of the run
+    bool since_start;
 };
 
-/// Reads seconds since a run's begin, such as "12.5", or a time in UTC, such as
-/// "2023-11-14 22:13:20.5", with or without " UTC", or "2023-11-14T22:13:20Z". Gives nothing for
+/// Parses seconds since the start of a run, such as "12.5", or a time in UTC, such as
+/// "2023-11-14 22:13:20.5", with or without " UTC", or "2023-11-14T22:13:20Z". Returns nothing for
 /// other text and for times before 1970 or after 2500.
 std::optional<run_time> parse_time(std::string_view text);
 

@@ -32,10 +32,10 @@ void capture_reader::closer::operator()(pcap* capture) const {
 capture_reader::capture_reader(const std::filesystem::path& file) : file_(file) {
     std::error_code ignored;
     if (std::filesystem::is_directory(file, ignored))
-        throw failure(fmt::format("'{}' is a folder; name a capture file", file.string()));
+        throw failure(fmt::format("'{}' is a folder; give a capture file", file.string()));
     if (std::filesystem::is_regular_file(file, ignored) &&
         std::filesystem::file_size(file, ignored) == 0)
-        throw failure(fmt::format("'{}' is empty; record a capture again", file.string()));
+        throw failure(fmt::format("'{}' is empty; record it again", file.string()));
 
     std::array<char, PCAP_ERRBUF_SIZE> reason{};
     capture_.reset(pcap_open_offline_with_tstamp_precision(
@@ -48,7 +48,7 @@ capture_reader::capture_reader(const std::filesystem::path& file) : file_(file) 
     if (link_type != DLT_EN10MB) {
         const char* const name = pcap_datalink_val_to_name(link_type);
         throw failure(fmt::format(
-            "'{}' holds frames of link type {}, not Ethernet; record on an Ethernet interface",
+            "'{}' contains frames of link type {}, not Ethernet; record on an Ethernet interface",
             file.string(), name != nullptr ? name : std::to_string(link_type)));
     }
     first_result_ = read();
@@ -59,7 +59,7 @@ int capture_reader::read() {
 }
 
 std::optional<captured_frame> capture_reader::next() {
-    const int result = std::exchange(first_is_due_, false) ? first_result_ : read();
+    const int result = std::exchange(first_is_next_, false) ? first_result_ : read();
     if (result == PCAP_ERROR_BREAK)
         return std::nullopt;
     if (result != 1)
@@ -67,12 +67,11 @@ std::optional<captured_frame> capture_reader::next() {
                                          frames_, pcap_geterr(capture_.get())));
     ++frames_;
     using seconds_type = decltype(header_->ts.tv_sec);
-    // Where they have 32 bits, they count without a sign and beyond 2038.
+    // 32-bit seconds are unsigned and reach beyond 2038.
     if (sizeof(seconds_type) == 8 && header_->ts.tv_sec < 0)
         throw broken_capture(
-            fmt::format("'{}' has a time before 1970 at frame {}; set the clock of "
-                        "the recorder",
-                        file_.string(), frames_));
+            fmt::format("frame {} of '{}' has a time before 1970; set the clock of the recorder",
+                        frames_, file_.string()));
     // With nanosecond precision, tv_usec counts nanoseconds.
     const auto seconds =
         std::uint64_t{static_cast<std::make_unsigned_t<seconds_type>>(header_->ts.tv_sec)};

@@ -1,4 +1,4 @@
-// Network captures, read frame by frame.
+// Reading of capture files.
 #pragma once
 
 #include <cstdint>
@@ -16,15 +16,14 @@ namespace rtrange {
 /// Reads a pcap or pcapng file of Ethernet frames.
 class capture_reader {
 public:
-    /// Opens the file, once, and looks for its first frame: a pipe cannot be read again. Throws
-    /// failure when the file is no such capture.
+    /// Opens the file and reads its first frame, which next() returns later: the file may be a
+    /// pipe, which cannot be read twice. Throws failure when the file is not such a capture.
     explicit capture_reader(const std::filesystem::path& file);
 
-    /// Whether the first frame can be read.
+    /// Whether the file has at least one readable frame.
     bool has_frames() const { return first_result_ == 1; }
 
-    /// The next frame; nothing at the end. Throws broken_capture when it is not readable from here
-    /// on.
+    /// The next frame; nothing at the end. Throws broken_capture when the rest cannot be read.
     std::optional<captured_frame> next();
 
     const std::filesystem::path& path() const { return file_; }
@@ -43,8 +42,8 @@ private:
     std::unique_ptr<pcap, closer> capture_;
     pcap_pkthdr* header_ = nullptr;
     const std::uint8_t* bytes_ = nullptr;
-    int first_result_ = 0; ///< of reading, in libpcap's words
-    bool first_is_due_ = true;
+    int first_result_ = 0; ///< what libpcap returned for the first frame
+    bool first_is_next_ = true;
     std::uint64_t frames_ = 0;
 };
 

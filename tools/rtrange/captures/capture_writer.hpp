@@ -1,4 +1,4 @@
-// Captures of Ethernet frames, written frame by frame.
+// Writing of capture files.
 #pragma once
 
 #include <cstdint>

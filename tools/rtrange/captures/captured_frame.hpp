@@ -1,4 +1,4 @@
-// One frame of a network.
+// A captured frame.
 #pragma once
 
 #include <cstdint>
@@ -6,11 +6,11 @@
 
 namespace rtrange {
 
-/// One captured frame; its bytes are valid until the next one is read.
+/// One captured Ethernet frame. Its bytes are valid until the next frame is read.
 struct captured_frame {
     std::uint64_t time_ns; ///< nanoseconds since 1970
     std::span<const std::uint8_t> bytes;
-    bool cut; ///< the recording kept only the frame's beginning
+    bool cut; ///< only the beginning of the frame was captured
 };
 
 } // namespace rtrange

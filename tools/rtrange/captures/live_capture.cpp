@@ -14,7 +14,7 @@ namespace {
 
 constexpr int whole_frame = 65535;
 constexpr int wait_ms = 10;
-constexpr int buffer_size = 16 << 20; // seconds of a full system's traffic
+constexpr int buffer_size = 16 << 20; // bytes; several seconds of traffic of five units
 
 } // namespace
 
@@ -36,13 +36,13 @@ live_capture::live_capture(const std::string& name) : interface_(name) {
         nanoseconds_per_tick_ = 1;
     const int result = pcap_activate(capture);
     if (result == PCAP_ERROR_PERM_DENIED)
-        throw failure(fmt::format("may not capture from '{}'; run this as root", name));
+        throw failure(fmt::format("no permission to capture from '{}'; run rtrange as root", name));
     if (result < 0)
         throw failure(
             fmt::format("cannot capture from '{}': {}", name,
                         result == PCAP_ERROR ? pcap_geterr(capture) : pcap_statustostr(result)));
     if (pcap_datalink(capture) != DLT_EN10MB)
-        throw failure(fmt::format("'{}' is no Ethernet interface; choose one that is", name));
+        throw failure(fmt::format("'{}' is not an Ethernet interface; choose another one", name));
     if (pcap_setnonblock(capture, 1, reason.data()) != 0)
         throw failure(fmt::format("cannot capture from '{}': {}", name, reason.data()));
 }
@@ -52,13 +52,13 @@ std::optional<captured_frame> live_capture::next() {
     const u_char* bytes = nullptr;
     const int result = pcap_next_ex(capture_.get(), &header, &bytes);
     if (result == 0) {
-        // A blocking capture would not come back as long as the network is silent.
+        // A blocking read would not return while there is no traffic, not even for Ctrl-C.
         std::this_thread::sleep_for(std::chrono::milliseconds(wait_ms));
         return std::nullopt;
     }
     if (result != 1)
         throw broken_capture(
-            fmt::format("'{}' gives no more frames: {}", interface_, pcap_geterr(capture_.get())));
+            fmt::format("capturing from '{}' failed: {}", interface_, pcap_geterr(capture_.get())));
     const auto seconds = static_cast<std::uint64_t>(header->ts.tv_sec);
     const auto ticks = static_cast<std::uint64_t>(header->ts.tv_usec);
     return captured_frame{seconds * 1'000'000'000 + ticks * nanoseconds_per_tick_,

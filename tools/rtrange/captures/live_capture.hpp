@@ -1,4 +1,4 @@
-// Frames as they come in on a network interface.
+// Live capture from a network interface.
 #pragma once
 
 #include <cstdint>
@@ -12,19 +12,19 @@ struct pcap;
 
 namespace rtrange {
 
-/// Captures all frames of an Ethernet interface, its own and foreign ones.
+/// Captures all frames that an Ethernet interface sends or receives.
 class live_capture {
 public:
     /// Throws failure when the interface cannot be captured from.
     explicit live_capture(const std::string& name);
 
-    /// The next frame; nothing when there is none at the moment, after a short wait. Throws
-    /// broken_capture when there won't be another, for example because the interface is gone.
+    /// The next frame; nothing when none arrives within 10 ms. Throws broken_capture when capturing
+    /// fails, for example because the interface was removed.
     std::optional<captured_frame> next();
 
     const std::string& interface_name() const { return interface_; }
 
-    /// Frames that came in and were lost, because they weren't fetched in time.
+    /// Frames that were lost because they were not read in time.
     std::uint64_t lost() const;
 
 private:

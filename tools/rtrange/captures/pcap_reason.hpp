@@ -1,4 +1,4 @@
-// What libpcap says about failures.
+// Error messages of libpcap.
 #pragma once
 
 #include <filesystem>
@@ -6,8 +6,8 @@
 
 namespace rtrange {
 
-/// The reason without the file's name, which libpcap puts before some and our own messages name
-/// anyway.
+/// Removes the file name that libpcap puts before some of its messages: the messages of this
+/// program contain it already.
 inline std::string_view without_name(std::string_view reason, const std::filesystem::path& file) {
     const std::string name = file.string() + ": ";
     if (reason.starts_with(name))

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstring>
 
-#include <fmt/format.h>
+#include "tools/rtrange/tables/ipv4.hpp"
 
 namespace rtrange {
 
@@ -79,8 +79,7 @@ char* format(field_type type, std::uint64_t content, char* begin) {
     case field_type::f64:
         return format_double(std::bit_cast<double>(content), begin);
     case field_type::ipv4:
-        return fmt::format_to(begin, "{}.{}.{}.{}", content & 0xFF, content >> 8 & 0xFF,
-                              content >> 16 & 0xFF, content >> 24);
+        return format_ipv4(static_cast<std::uint32_t>(content), begin);
     }
     return begin;
 }
@@ -104,12 +103,12 @@ csv_file::csv_file(const std::filesystem::path& file,
       buffer_(file_writer::buffer_size) {
     for (const std::string_view name : leading_columns)
         cell(name);
-    for (const field& field : fields) {
-        cell(field.name);
-        const std::size_t word_offset = std::min(field.offset, record_size - sizeof(std::uint64_t));
-        columns_.push_back({field.type, word_offset,
-                            static_cast<unsigned>(8 * (field.offset - word_offset)),
-                            ~std::uint64_t{0} >> (64 - 8 * size_of(field.type))});
+    for (const field& entry : fields) {
+        cell(entry.name);
+        const std::size_t word_offset = std::min(entry.offset, record_size - sizeof(std::uint64_t));
+        columns_.push_back({entry.type, word_offset,
+                            static_cast<unsigned>(8 * (entry.offset - word_offset)),
+                            ~std::uint64_t{0} >> (64 - 8 * size_of(entry.type))});
     }
     buffer_[used_ - 1] = '\n';
 }

@@ -6,8 +6,8 @@
 
 namespace rtrange {
 
-csv_output::csv_output(const std::filesystem::path& folder, const selection& selection)
-    : folder_(folder), selection_(selection) {
+csv_output::csv_output(const std::filesystem::path& folder, const selection& selected)
+    : folder_(folder), selected_(selected) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (error)
@@ -61,7 +61,7 @@ csv_file& csv_output::open(std::size_t table) {
         leading_columns.emplace_back("source");
     files_[table] =
         std::make_unique<csv_file>(file_of(folder_, table), leading_columns,
-                                   selection_.fields(table), record_size(table), writer_);
+                                   selected_.fields(table), record_size(table), writer_);
     return *files_[table];
 }
 

@@ -7,7 +7,8 @@
 
 #include "tools/rtrange/outputs/csv_file.hpp"
 #include "tools/rtrange/outputs/record_output.hpp"
-#include "tools/rtrange/selection.hpp"
+#include "tools/rtrange/tables/record_tables.hpp"
+#include "tools/rtrange/tables/selection.hpp"
 
 namespace rtrange {
 
@@ -16,7 +17,7 @@ class csv_output final : public record_output {
 public:
     /// Creates the folder. Throws failure when that is not possible. The selection has to outlive
     /// the output.
-    csv_output(const std::filesystem::path& folder, const selection& selection);
+    csv_output(const std::filesystem::path& folder, const selection& selected);
 
     /// The file of a table.
     static std::filesystem::path file_of(const std::filesystem::path& folder, std::size_t table);
@@ -33,7 +34,7 @@ private:
     csv_file& open(std::size_t table);
 
     std::filesystem::path folder_;
-    const selection& selection_;
+    const selection& selected_;
     std::array<std::unique_ptr<csv_file>, record_table_count> files_;
     file_writer writer_; // ends before the files that it writes
 };

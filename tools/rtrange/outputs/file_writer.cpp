@@ -1,6 +1,9 @@
 #include "tools/rtrange/outputs/file_writer.hpp"
 
+#include <system_error>
 #include <utility>
+
+#include <fmt/format.h>
 
 #include "tools/rtrange/failure.hpp"
 
@@ -12,7 +15,14 @@ constexpr std::size_t longest_queue = 8;
 
 } // namespace
 
-file_writer::file_writer() : thread_([this] { work(); }) {}
+file_writer::file_writer() {
+    try {
+        thread_ = std::thread([this] { work(); });
+    } catch (const std::system_error& error) {
+        throw failure(fmt::format("cannot start a thread that writes the output files: {}",
+                                  error.code().message()));
+    }
+}
 
 file_writer::~file_writer() {
     {

@@ -18,6 +18,7 @@ class file_writer {
 public:
     static constexpr std::size_t buffer_size = 1 << 18;
 
+    /// Starts the thread. Throws failure when the system does not permit another one.
     file_writer();
     file_writer(const file_writer&) = delete;
     file_writer& operator=(const file_writer&) = delete;
@@ -49,7 +50,7 @@ private:
     std::vector<std::vector<char>> free_buffers_;
     std::exception_ptr fault_; ///< of the first write that failed
     bool ending_ = false;
-    std::thread thread_; // started when all else is there
+    std::thread thread_;
 };
 
 } // namespace rtrange

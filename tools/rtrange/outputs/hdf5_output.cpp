@@ -61,8 +61,8 @@ hdf5_handle create_file(const std::filesystem::path& file) {
 
 } // namespace
 
-hdf5_output::hdf5_output(const std::filesystem::path& file, const selection& selection)
-    : path_(file), selection_(selection) {}
+hdf5_output::hdf5_output(const std::filesystem::path& file, const selection& selected)
+    : path_(file), selected_(selected) {}
 
 void hdf5_output::write(const record_row& row) {
     try {
@@ -98,7 +98,7 @@ std::vector<written_table> hdf5_output::tables() const {
 hdf5_table& hdf5_output::open(std::size_t table) {
     if (!file_)
         file_.emplace(create_file(path_));
-    tables_[table] = std::make_unique<hdf5_table>(*file_, table, selection_.fields(table));
+    tables_[table] = std::make_unique<hdf5_table>(*file_, table, selected_.fields(table));
     return *tables_[table];
 }
 

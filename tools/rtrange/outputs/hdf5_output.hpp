@@ -9,7 +9,8 @@
 #include "tools/rtrange/outputs/hdf5_handle.hpp"
 #include "tools/rtrange/outputs/hdf5_table.hpp"
 #include "tools/rtrange/outputs/record_output.hpp"
-#include "tools/rtrange/selection.hpp"
+#include "tools/rtrange/tables/record_tables.hpp"
+#include "tools/rtrange/tables/selection.hpp"
 
 namespace rtrange {
 
@@ -17,7 +18,7 @@ namespace rtrange {
 class hdf5_output final : public record_output {
 public:
     /// The file is created with the first row. The selection has to outlive the output.
-    hdf5_output(const std::filesystem::path& file, const selection& selection);
+    hdf5_output(const std::filesystem::path& file, const selection& selected);
 
     void write(const record_row& row) override;
     void close() override;
@@ -28,7 +29,7 @@ private:
     [[noreturn]] void fail(const hdf5_error& error) const;
 
     std::filesystem::path path_;
-    const selection& selection_;
+    const selection& selected_;
     std::optional<hdf5_handle> file_;
     std::array<std::unique_ptr<hdf5_table>, record_table_count> tables_;
 };

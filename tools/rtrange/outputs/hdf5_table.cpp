@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include <fmt/format.h>
+#include "tools/rtrange/tables/ipv4.hpp"
+#include "tools/rtrange/tables/record_tables.hpp"
 
 namespace rtrange {
 
@@ -22,8 +23,6 @@ constexpr unsigned compression_level = 1;
 constexpr std::size_t source_offset = sizeof(std::uint64_t);
 constexpr std::size_t source_size = 4;
 constexpr std::size_t record_offset = source_offset + source_size;
-
-constexpr std::size_t address_size = sizeof("255.255.255.255") - 1;
 
 hdf5_handle type_of(field_type type) {
     switch (type) {
@@ -46,14 +45,15 @@ hdf5_handle type_of(field_type type) {
     case field_type::ipv4:
         break;
     }
-    return hdf5_text_type(address_size);
+    return hdf5_text_type(longest_ipv4);
 }
 
 /// Writes an address as text, padded with zeros.
 void format_address(const std::uint8_t* bytes, std::uint8_t* text) {
-    std::memset(text, 0, address_size);
-    fmt::format_to(reinterpret_cast<char*>(text), "{}.{}.{}.{}", bytes[0], bytes[1], bytes[2],
-                   bytes[3]);
+    std::uint32_t address = 0;
+    std::memcpy(&address, bytes, sizeof(address));
+    std::memset(text, 0, longest_ipv4);
+    format_ipv4(address, reinterpret_cast<char*>(text));
 }
 
 /// An empty dataset of one dimension, extendible without limit.
@@ -87,14 +87,14 @@ hdf5_table::hdf5_table(hid_t file, std::size_t table, std::span<const field> fie
         create_column("source", source_offset, source_size, false, hdf5_text_type(source_size), "",
                       "packet that the row comes from: ncom for NCOM of the unit's own, rcom for "
                       "an RCOM packet about it");
-    for (const field& field : fields)
-        create_field_column(field);
+    for (const field& entry : fields)
+        create_field_column(entry);
     stored_rows_.reserve(chunk_rows * row_size_);
 }
 
-void hdf5_table::create_field_column(const field& field) {
-    create_column(field.name, record_offset + field.offset, size_of(field.type),
-                  field.type == field_type::ipv4, type_of(field.type), field.unit, field.meaning);
+void hdf5_table::create_field_column(const field& entry) {
+    create_column(entry.name, record_offset + entry.offset, size_of(entry.type),
+                  entry.type == field_type::ipv4, type_of(entry.type), entry.unit, entry.meaning);
 }
 
 void hdf5_table::create_column(const char* name, std::size_t offset, std::size_t size,
@@ -148,7 +148,7 @@ void hdf5_table::append(const dataset_column& column) {
 }
 
 void hdf5_table::gather(const dataset_column& column) {
-    const std::size_t element_size = column.is_address ? address_size : column.size;
+    const std::size_t element_size = column.is_address ? longest_ipv4 : column.size;
     chunk_.resize(stored_rows_.size() / row_size_ * element_size);
     std::uint8_t* element = chunk_.data();
     for (std::size_t row = column.offset; row < stored_rows_.size(); row += row_size_) {

@@ -6,7 +6,8 @@
 #include <vector>
 
 #include "tools/rtrange/outputs/hdf5_handle.hpp"
-#include "tools/rtrange/outputs/record_tables.hpp"
+#include "tools/rtrange/tables/record_rows.hpp"
+#include "zel_rt_range_formatter/records/field.hpp"
 
 namespace rtrange {
 
@@ -39,7 +40,7 @@ private:
 
     void create_column(const char* name, std::size_t offset, std::size_t size, bool is_address,
                        hdf5_handle type, const char* unit, const char* description);
-    void create_field_column(const zel::toolbox::rt_range::field& field);
+    void create_field_column(const zel::toolbox::rt_range::field& entry);
     void flush();
     void append(const dataset_column& column);
     void gather(const dataset_column& column);

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/rtrange/outputs/record_tables.hpp"
+#include "tools/rtrange/tables/record_rows.hpp"
 
 namespace rtrange {
 

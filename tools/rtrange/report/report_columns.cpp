@@ -30,10 +30,10 @@ ncom_unit_record unit_record(const record_row& row) {
     return record;
 }
 
-double number(const field& field, const record_row& row) {
+double number(const field& entry, const record_row& row) {
     std::uint64_t content = 0;
-    std::memcpy(&content, row.record.data() + field.offset, size_of(field.type));
-    switch (field.type) {
+    std::memcpy(&content, row.record.data() + entry.offset, size_of(entry.type));
+    switch (entry.type) {
     case field_type::s16:
         return static_cast<std::int16_t>(content);
     case field_type::s32:
@@ -72,15 +72,15 @@ double without_initial_zeros(double value, bool about_range, const record_row& r
     return filled ? value : nothing;
 }
 
-report_column column_of(const field& field, row_kind kind, bool is_double) {
-    report_column column{field.name, field.unit, field.meaning, is_double, {}};
+report_column column_of(const field& entry, row_kind kind, bool is_double) {
+    report_column column{entry.name, entry.unit, entry.meaning, is_double, {}};
     if (kind == row_kind::rcom)
-        column.value = [field](const record_row& row) {
-            return without_markers(number(field, row));
+        column.value = [entry](const record_row& row) {
+            return without_markers(number(entry, row));
         };
     else
-        column.value = [field, about_range = is_about_range(field.name)](const record_row& row) {
-            return without_markers(without_initial_zeros(number(field, row), about_range, row));
+        column.value = [entry, about_range = is_about_range(entry.name)](const record_row& row) {
+            return without_markers(without_initial_zeros(number(entry, row), about_range, row));
         };
     return column;
 }
@@ -115,9 +115,9 @@ std::vector<report_column> usual_columns(row_kind kind, local_plane& plane) {
     const std::span<const std::string_view> names =
         kind == row_kind::navigation ? std::span<const std::string_view>(navigation_fields)
                                      : range_fields;
-    for (const field& field : ncom_fields())
-        if (std::ranges::find(names, std::string_view(field.name)) != names.end())
-            columns.push_back(column_of(field, kind, false));
+    for (const field& entry : ncom_fields())
+        if (std::ranges::find(names, std::string_view(entry.name)) != names.end())
+            columns.push_back(column_of(entry, kind, false));
     return columns;
 }
 
@@ -127,8 +127,8 @@ std::vector<report_column> columns_of(std::span<const field> fields, row_kind ki
     if (kind != row_kind::rcom)
         columns = position_columns(plane);
     // Whole numbers and degrees on the globe need all their digits.
-    for (const field& field : fields)
-        columns.push_back(column_of(field, kind, true));
+    for (const field& entry : fields)
+        columns.push_back(column_of(entry, kind, true));
     return columns;
 }
 

@@ -7,8 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/rtrange/outputs/record_tables.hpp"
 #include "tools/rtrange/report/local_plane.hpp"
+#include "tools/rtrange/tables/record_rows.hpp"
+#include "zel_rt_range_formatter/records/field.hpp"
 
 namespace rtrange {
 

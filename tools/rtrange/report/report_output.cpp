@@ -31,9 +31,10 @@ endpoint_header endpoint_of(const record_row& row) {
 
 } // namespace
 
-report_output::report_output(report_options options, const selection& selection,
-                             const frame_fates& fates)
-    : options_(std::move(options)), selection_(selection), fates_(fates), file_(options_.output) {
+report_output::report_output(report_options options, const selection& selected,
+                             const frame_outcomes& outcomes)
+    : options_(std::move(options)), selected_(selected), outcomes_(outcomes),
+      file_(options_.output) {
     file_.write(report_page_head());
 }
 
@@ -41,7 +42,7 @@ void report_output::write(const record_row& row) {
     if (is_samples_table(row.table) || (row.table == rcom_table && !options_.named_fields))
         return;
     if (streams_.empty())
-        zero_ns_ = fates_.first_time_ns;
+        zero_ns_ = outcomes_.first_time_ns;
     const auto since_zero = static_cast<std::int64_t>(row.reference_timestamp - zero_ns_);
     stream_of(row).add(row, static_cast<double>(since_zero) * 1e-9, file_);
 }
@@ -59,8 +60,8 @@ row_kind report_output::kind_of(const record_row& row) {
 
 report_stream& report_output::stream_of(const record_row& row) {
     const row_kind kind = kind_of(row);
-    const bool is_mixed =
-        row.table == packet_table(hunter) && endpoint_of(row).source_ip != fates_.hunter_address();
+    const bool is_mixed = row.table == packet_table(hunter) &&
+                          endpoint_of(row).source_ip != outcomes_.hunter_address();
     const std::string_view unit = is_mixed ? unidentified : record_tables()[row.table].unit;
     const stream_key key{unit, kind};
     const auto found = streams_by_key_.find(key);
@@ -69,7 +70,7 @@ report_stream& report_output::stream_of(const record_row& row) {
 
 report_stream& report_output::open(const stream_key& key, std::size_t table) {
     const auto& [unit, kind] = key;
-    auto columns = options_.named_fields ? columns_of(selection_.fields(table), kind, plane_)
+    auto columns = options_.named_fields ? columns_of(selected_.fields(table), kind, plane_)
                                          : usual_columns(kind, plane_);
     streams_.push_back(
         std::make_unique<report_stream>(streams_.size(), unit, kind, std::move(columns)));
@@ -79,11 +80,11 @@ report_stream& report_output::open(const stream_key& key, std::size_t table) {
 
 void report_output::close() {
     if (streams_.empty())
-        zero_ns_ = fates_.first_time_ns;
+        zero_ns_ = outcomes_.first_time_ns;
     for (const auto& stream : streams_)
         stream->flush(file_);
     file_.write(
-        report_summary(fates_, zero_ns_, options_.captures, options_.named_fields, streams_));
+        report_summary(outcomes_, zero_ns_, options_.captures, options_.named_fields, streams_));
     file_.write(report_page_tail());
     file_.close();
 }

@@ -10,12 +10,13 @@
 #include <utility>
 #include <vector>
 
-#include "tools/rtrange/frame_fates.hpp"
+#include "tools/rtrange/frame_outcomes.hpp"
 #include "tools/rtrange/outputs/output_file.hpp"
 #include "tools/rtrange/outputs/record_output.hpp"
 #include "tools/rtrange/report/local_plane.hpp"
 #include "tools/rtrange/report/report_stream.hpp"
-#include "tools/rtrange/selection.hpp"
+#include "tools/rtrange/tables/record_tables.hpp"
+#include "tools/rtrange/tables/selection.hpp"
 
 namespace rtrange {
 
@@ -30,9 +31,10 @@ struct report_options {
 /// all units, in memory that does not grow with the run. Sample batches are left out.
 class report_output final : public record_output {
 public:
-    /// Creates the file. Throws failure when that is not possible. The selection and the fates, of
-    /// the run in hand, have to outlive the output.
-    report_output(report_options options, const selection& selection, const frame_fates& fates);
+    /// Creates the file. Throws failure when that is not possible. The selection and the outcomes
+    /// of the current run must outlive the output.
+    report_output(report_options options, const selection& selected,
+                  const frame_outcomes& outcomes);
 
     void write(const record_row& row) override;
     void close() override;
@@ -47,8 +49,8 @@ private:
     report_stream& open(const stream_key& key, std::size_t table);
 
     report_options options_;
-    const selection& selection_;
-    const frame_fates& fates_;
+    const selection& selected_;
+    const frame_outcomes& outcomes_;
     output_file file_;
     local_plane plane_;
     std::uint64_t zero_ns_ = 0; ///< what the times of the rows count from

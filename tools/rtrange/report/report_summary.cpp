@@ -4,6 +4,8 @@
 #include <nlohmann/json.hpp>
 
 #include "tools/rtrange/decode_summary.hpp"
+#include "tools/rtrange/tables/ipv4.hpp"
+#include "tools/rtrange/tables/record_tables.hpp"
 #include "version.hpp"
 
 namespace rtrange {
@@ -22,25 +24,26 @@ json captures_as_json(const std::vector<std::filesystem::path>& captures) {
     return result;
 }
 
-json fates_as_json(const frame_fates& fates) {
+json outcomes_as_json(const frame_outcomes& outcomes) {
     json result = json::array();
-    for (const counted_fate& fate : counted_fates(fates))
-        result.push_back({{"count", fate.count}, {"what", fate.what}});
+    for (const counted_outcome& outcome : counted_outcomes(outcomes))
+        result.push_back({{"count", outcome.count}, {"what", outcome.what}});
     return result;
 }
 
-json units_as_json(const frame_fates& fates, std::uint64_t zero_ns) {
+json units_as_json(const frame_outcomes& outcomes, std::uint64_t zero_ns) {
     json result = json::array();
-    for (const auto& [message, identification] : fates.identifications)
-        result.push_back({{"name", unit_and_address(message)},
+    for (const auto& [identified, identification] : outcomes.identifications)
+        result.push_back({{"unit", record_tables()[packet_table(identified.unit)].unit},
+                          {"address", ipv4_text(identified.address)},
                           {"time", seconds_between(zero_ns, identification.time_ns)},
                           {"count", identification.count}});
     return result;
 }
 
-json steps_as_json(const frame_fates& fates, std::uint64_t zero_ns) {
+json steps_as_json(const frame_outcomes& outcomes, std::uint64_t zero_ns) {
     json result = json::array();
-    for (const frame_fates::step_back& step : fates.first_steps_back)
+    for (const frame_outcomes::step_back& step : outcomes.first_steps_back)
         result.push_back({{"from", seconds_between(zero_ns, step.from_ns)},
                           {"to", seconds_between(zero_ns, step.to_ns)}});
     return result;
@@ -61,26 +64,27 @@ json stream_as_json(const report_stream& stream) {
 
 } // namespace
 
-std::string report_summary(const frame_fates& fates, std::uint64_t zero_ns,
+std::string report_summary(const frame_outcomes& outcomes, std::uint64_t zero_ns,
                            const std::vector<std::filesystem::path>& captures, bool named_fields,
                            const std::vector<std::unique_ptr<report_stream>>& streams) {
     json summary{
         {"version", ZEL_VERSION},
         {"captures", captures_as_json(captures)},
         {"zero_ms", static_cast<double>(zero_ns) * 1e-6},
-        {"begin", seconds_between(zero_ns, fates.first_time_ns)},
-        {"end", seconds_between(zero_ns, fates.last_time_ns)},
-        {"frames", fates.frames},
-        {"fates", fates_as_json(fates)},
-        {"units", units_as_json(fates, zero_ns)},
-        {"steps_back", {{"count", fates.steps_back}, {"first", steps_as_json(fates, zero_ns)}}},
+        {"begin", seconds_between(zero_ns, outcomes.first_time_ns)},
+        {"end", seconds_between(zero_ns, outcomes.last_time_ns)},
+        {"frames", outcomes.frames},
+        {"outcomes", outcomes_as_json(outcomes)},
+        {"units", units_as_json(outcomes, zero_ns)},
+        {"steps_back",
+         {{"count", outcomes.steps_back}, {"first", steps_as_json(outcomes, zero_ns)}}},
         {"named_fields", named_fields},
         {"streams", json::array()},
     };
     for (const auto& stream : streams)
         summary["streams"].push_back(stream_as_json(*stream));
     if (streams.empty())
-        summary["reason_for_no_rows"] = reason_for_no_rows(fates);
+        summary["reason_for_no_rows"] = reason_for_no_rows(outcomes);
 
     // File names need not be UTF-8, and may look like the end of the element.
     std::string text = summary.dump(-1, ' ', false, json::error_handler_t::replace);

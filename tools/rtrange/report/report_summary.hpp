@@ -7,15 +7,15 @@
 #include <string>
 #include <vector>
 
-#include "tools/rtrange/frame_fates.hpp"
+#include "tools/rtrange/frame_outcomes.hpp"
 #include "tools/rtrange/report/report_stream.hpp"
 
 namespace rtrange {
 
-/// A script element of JSON: the fates of the frames, the units, the streams and their columns, or
-/// why there are none.
-/// Times are in seconds from `zero_ns`, like those of the rows. No text in it can end the element.
-std::string report_summary(const frame_fates& fates, std::uint64_t zero_ns,
+/// A script element with JSON: the outcomes of the frames, the units, the streams and their
+/// columns, or why there are no rows. Times are in seconds from `zero_ns`, like those of the rows.
+/// No text in it can end the element.
+std::string report_summary(const frame_outcomes& outcomes, std::uint64_t zero_ns,
                            const std::vector<std::filesystem::path>& captures, bool named_fields,
                            const std::vector<std::unique_ptr<report_stream>>& streams);
 

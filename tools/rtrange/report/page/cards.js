@@ -74,20 +74,18 @@ function show_header(summary) {
 }
 
 function show_units(summary) {
-  const rows = summary.units.map(({ name, time, count }) => {
-    const [, text, address] = name.match(/^(.*) \((.*)\)$/) ?? [null, name, ""];
-    const unit = text.replace(" ", "");
-    const named = `at ${seconds_text(time)}${count > 1 ? `, ${count_text(count)} times` : ""}`;
-    return [swatch(unit), unit_names[unit] ?? text, address, named];
+  const rows = summary.units.map(({ unit, address, time, count }) => {
+    const identified = `at ${seconds_text(time)}${count > 1 ? `, ${count_text(count)} times` : ""}`;
+    return [swatch(unit), unit_names[unit], address, identified];
   });
   card("Units identified", rows.length > 0 ? table(rows, [3]) : "None: no RCOM packet named an address.");
 }
 
-function show_fates(summary) {
+function show_outcomes(summary) {
   card(
     "Frames",
     table(
-      summary.fates.map(({ count, what }) => [count_text(count), what]),
+      summary.outcomes.map(({ count, what }) => [count_text(count), what]),
       [0],
     ),
   );

@@ -35,7 +35,7 @@ function start() {
       : new TimeAxis(summary.begin, summary.end);
 
   show_units(summary);
-  show_fates(summary);
+  show_outcomes(summary);
   if (streams.length > 0) {
     show_gaps(summary, streams, axis);
     show_rows(streams);

@@ -1,4 +1,4 @@
-// The part of a run that the user wants to have.
+// The rows and fields that the user selects.
 #pragma once
 
 #include <array>
@@ -6,12 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "tools/rtrange/outputs/record_tables.hpp"
+#include "tools/rtrange/tables/record_rows.hpp"
+#include "tools/rtrange/tables/record_tables.hpp"
 #include "tools/rtrange/times.hpp"
 
 namespace rtrange {
 
-/// Arguments of all commands with an output. An empty one selects everything.
+/// Arguments of all commands that decode. An empty one selects everything.
 struct selection_options {
     std::vector<std::string> fields;
     std::vector<std::string> units;
@@ -19,29 +20,28 @@ struct selection_options {
     std::string to;
 };
 
-/// What is wrong with an argument, for people; empty if nothing is.
+/// A message that says what is wrong with an argument; empty if it is valid.
 std::string fault_of_field(const std::string& name);
 std::string fault_of_unit(const std::string& name);
 std::string fault_of_time(const std::string& text);
 
-/// Chooses rows by unit and time, and fields by name.
+/// Selects rows by unit and time, and fields by name.
 class selection {
 public:
-    /// The options have no faults of their own. Throws usage_failure when the run would have to end
-    /// before it begins.
+    /// Each option must be valid. Throws usage_failure when `from` is not before `to`.
     explicit selection(const selection_options& options);
 
-    /// The selected fields of a table, in the order in which they were asked for. A table without
-    /// any is not selected.
+    /// The selected fields of a table, in the order of the option. A table without any is not
+    /// selected.
     std::span<const zel::toolbox::rt_range::field> fields(std::size_t table) const;
 
-    /// Tells when the run begins, which limits in seconds count from.
-    void begin_run(std::uint64_t time_ns);
+    /// Sets the start of the run, from which limits in seconds count.
+    void set_start(std::uint64_t time_ns);
 
     /// Whether a row is selected.
     bool contains(const record_row& row) const;
 
-    /// Whether the run has come to its upper limit.
+    /// Whether all rows from this time on are after the upper limit.
     bool ends_before(std::uint64_t time_ns) const { return time_ns >= to_ns_; }
 
 private:

@@ -1,4 +1,4 @@
-#include "tools/rtrange/outputs/record_tables.hpp"
+#include "tools/rtrange/tables/record_rows.hpp"
 
 #include <algorithm>
 #include <cstring>
@@ -7,8 +7,7 @@
 #include <fmt/format.h>
 
 #include "tools/rtrange/failure.hpp"
-#include "zel_rt_range_formatter/records/ncom_fields.hpp"
-#include "zel_rt_range_formatter/records/rcom_fields.hpp"
+#include "tools/rtrange/tables/record_tables.hpp"
 #include "zel_rt_range_formatter/records/ncom_unit_record.hpp"
 #include "zel_rt_range_formatter/records/rcom_unit_record.hpp"
 
@@ -23,7 +22,7 @@ struct decoded_package {
     std::span<const std::uint8_t> record;
 };
 
-/// A decoded package's tag and record; nothing for a bare Ethernet frame.
+/// The tag and the record of a decoded package; nothing for a package that holds an Ethernet frame.
 std::optional<decoded_package> decoded(const zel_package_t& package) {
     const auto data = zel::host::data(package);
     decoded_package result{};
@@ -36,8 +35,8 @@ std::optional<decoded_package> decoded(const zel_package_t& package) {
 
 void require_size(std::span<const std::uint8_t> record, std::size_t size) {
     if (record.size() != size)
-        throw failure(fmt::format("the plug-in gave a record of {} bytes instead of {}; use the "
-                                  "plug-in that belongs to this program",
+        throw failure(fmt::format("the plug-in returned a record of {} bytes, not {}; use the "
+                                  "plug-in installed with this program",
                                   record.size(), size));
 }
 
@@ -50,31 +49,6 @@ std::optional<std::size_t> unit_with_tag(std::uint32_t tag) {
 }
 
 } // namespace
-
-const std::array<record_table, record_table_count>& record_tables() {
-    static constexpr std::array<record_table, record_table_count> tables{{
-        {"hunter", "hunter", "Packets of the hunter", true},
-        {"hunter_samples", "hunter", "Sample batches that the hunter's packets completed", true},
-        {"target1", "target1", "Packets of target 1", true},
-        {"target1_samples", "target1", "Sample batches that target 1's packets completed", true},
-        {"target2", "target2", "Packets of target 2", true},
-        {"target2_samples", "target2", "Sample batches that target 2's packets completed", true},
-        {"target3", "target3", "Packets of target 3", true},
-        {"target3_samples", "target3", "Sample batches that target 3's packets completed", true},
-        {"target4", "target4", "Packets of target 4", true},
-        {"target4_samples", "target4", "Sample batches that target 4's packets completed", true},
-        {"rcom", "rcom", "RCOM packets", false},
-    }};
-    return tables;
-}
-
-std::span<const field> fields_of(std::size_t table) {
-    return table == rcom_table ? rcom_fields() : ncom_fields();
-}
-
-std::size_t record_size(std::size_t table) {
-    return table == rcom_table ? sizeof(rcom_unit_record) : sizeof(ncom_unit_record);
-}
 
 void rows_of(const zel::host::package_array& packages, std::vector<record_row>& rows) {
     rows.clear();
@@ -90,7 +64,7 @@ void rows_of(const zel::host::package_array& packages, std::vector<record_row>& 
             from_rcom = true;
         } else if (const auto unit = unit_with_tag(package->tag)) {
             require_size(package->record, sizeof(ncom_unit_record));
-            // The packages of a sample batch stand before the one of the packet that completed it.
+            // The packages of a sample batch precede that of the packet that completed it.
             const bool sample = i + 1 < packages.size();
             rows.push_back({packet_table(*unit) + sample, timestamp, "ncom", package->record});
         }

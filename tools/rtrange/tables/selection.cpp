@@ -1,4 +1,4 @@
-#include "tools/rtrange/selection.hpp"
+#include "tools/rtrange/tables/selection.hpp"
 
 #include <algorithm>
 #include <numeric>
@@ -16,7 +16,7 @@ using namespace zel::toolbox::rt_range;
 
 namespace {
 
-/// Number of letters to insert, delete or replace to get from one name to the other.
+/// Number of characters to insert, delete or replace to turn one name into the other.
 std::size_t distance(std::string_view from, std::string_view to) {
     std::vector<std::size_t> row(to.size() + 1);
     std::iota(row.begin(), row.end(), std::size_t{0});
@@ -32,7 +32,7 @@ std::size_t distance(std::string_view from, std::string_view to) {
     return row.back();
 }
 
-/// Empty for a name of the list; otherwise what is wrong, with the nearest name.
+/// Empty if the list contains the name; otherwise a message that suggests the nearest name.
 std::string fault_of_name(std::string_view kind, std::string_view name,
                           const std::vector<std::string_view>& names) {
     if (std::ranges::find(names, name) != names.end())
@@ -44,7 +44,7 @@ std::string fault_of_name(std::string_view kind, std::string_view name,
 
 const field* find_field(std::span<const field> fields, std::string_view name) {
     const auto found =
-        std::ranges::find_if(fields, [&](const field& field) { return field.name == name; });
+        std::ranges::find_if(fields, [&](const field& entry) { return entry.name == name; });
     return found == fields.end() ? nullptr : &*found;
 }
 
@@ -52,7 +52,7 @@ bool names(const std::vector<std::string>& list, std::string_view name) {
     return std::ranges::find(list, name) != list.end();
 }
 
-/// The fields with these names, each once; all of them if there are no names.
+/// The fields with these names, each once; all fields if there are no names.
 std::vector<field> fields_with_names(std::span<const field> fields,
                                      const std::vector<std::string>& wanted) {
     if (wanted.empty())
@@ -70,11 +70,11 @@ std::vector<field> fields_with_names(std::span<const field> fields,
 
 std::string fault_of_field(const std::string& name) {
     if (name == "reference_timestamp" || name == "source")
-        return fmt::format("'{}' is always there; name other fields", name);
+        return fmt::format("'{}' is always written and cannot be selected", name);
     std::vector<std::string_view> all;
     for (const std::span<const field> fields : {ncom_fields(), rcom_fields()})
-        for (const field& field : fields)
-            all.emplace_back(field.name);
+        for (const field& entry : fields)
+            all.emplace_back(entry.name);
     return fault_of_name("field", name, all);
 }
 
@@ -88,8 +88,8 @@ std::string fault_of_unit(const std::string& name) {
 std::string fault_of_time(const std::string& text) {
     if (parse_time(text))
         return {};
-    return fmt::format("'{}' is no time; give seconds since the start, such as 12.5, or UTC, such "
-                       "as 2026-01-05T10:00:12.5",
+    return fmt::format("'{}' is not a time; give seconds since the first frame, such as 12.5, or "
+                       "UTC, such as 2026-01-05T10:00:12.5",
                        text);
 }
 
@@ -101,17 +101,17 @@ selection::selection(const selection_options& options) {
         from_ = parse_time(options.from).value();
     if (!options.to.empty())
         to_ = parse_time(options.to).value();
-    if (from_.since_begin == to_.since_begin && from_.time_ns >= to_.time_ns)
-        throw usage_failure("--from has to be before --to");
+    if (from_.since_start == to_.since_start && from_.time_ns >= to_.time_ns)
+        throw usage_failure("--from must be before --to");
 }
 
 std::span<const field> selection::fields(std::size_t table) const {
     return fields_[table];
 }
 
-void selection::begin_run(std::uint64_t time_ns) {
-    from_ns_ = from_.time_ns + (from_.since_begin ? time_ns : 0);
-    to_ns_ = to_.time_ns + (to_.since_begin ? time_ns : 0);
+void selection::set_start(std::uint64_t time_ns) {
+    from_ns_ = from_.time_ns + (from_.since_start ? time_ns : 0);
+    to_ns_ = to_.time_ns + (to_.since_start ? time_ns : 0);
 }
 
 bool selection::contains(const record_row& row) const {

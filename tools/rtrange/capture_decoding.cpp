@@ -1,0 +1,77 @@
+#include "tools/rtrange/capture_decoding.hpp"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+
+#include <fmt/format.h>
+
+#include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/interruption.hpp"
+#include "tools/rtrange/progress_bar.hpp"
+
+namespace rtrange {
+namespace {
+
+void decode_capture(capture_reader& capture, frame_decoder& decoder, record_output& output) {
+    constexpr std::uint64_t frames_per_update = 1024;
+    const std::filesystem::path& file = capture.path();
+    // Does not throw: the tables are completed even when standard output cannot be written.
+    std::printf("Decoding %s\n", file.string().c_str());
+    std::fflush(stdout);
+    std::error_code unknown_size;
+    const std::uintmax_t size = std::filesystem::file_size(file, unknown_size);
+    progress_bar progress(fmt::format("Decoding {}", file.filename().string()),
+                          unknown_size ? 0 : size);
+    std::uint64_t frames = 0;
+    while (const auto frame = capture.next()) {
+        decoder.decode(*frame, output);
+        if (++frames % frames_per_update != 0)
+            continue;
+        progress.update(capture.position());
+        if (interrupted())
+            throw broken_capture(
+                fmt::format("interrupted in '{}' after frame {}", file.string(), frames));
+    }
+}
+
+} // namespace
+
+std::vector<capture_reader> open_captures(const std::vector<std::filesystem::path>& captures) {
+    std::vector<capture_reader> readers;
+    readers.reserve(captures.size());
+    for (const auto& file : captures)
+        readers.emplace_back(file);
+    if (!readers.empty() && std::ranges::none_of(readers, &capture_reader::has_frames)) {
+        readers.front().next(); // throws if the file is broken instead of empty
+        throw failure(fmt::format("there are no frames in '{}'", captures.front().string()));
+    }
+    return readers;
+}
+
+void check_output(const std::filesystem::path& output,
+                  const std::vector<std::filesystem::path>& captures) {
+    for (const auto& capture : captures) {
+        std::error_code ignored;
+        if (std::filesystem::equivalent(output, capture, ignored))
+            throw usage_failure(fmt::format(
+                "'{}' is one of the captures; give the output another name", output.string()));
+    }
+}
+
+std::vector<std::string> decode_captures(std::vector<capture_reader>& captures,
+                                         frame_decoder& decoder, record_output& output) {
+    std::vector<std::string> faults;
+    for (capture_reader& capture : captures) {
+        if (interrupted())
+            break;
+        try {
+            decode_capture(capture, decoder, output);
+        } catch (const broken_capture& error) {
+            faults.push_back(fmt::format("{}; the frames before that are decoded", error.what()));
+        }
+    }
+    return faults;
+}
+
+} // namespace rtrange

@@ -1,0 +1,189 @@
+#include "tools/rtrange/command_line.hpp"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <utility>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include "tools/rtrange/decode_command.hpp"
+#include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/fields_command.hpp"
+#include "tools/rtrange/info_command.hpp"
+#include "tools/rtrange/plugin_file.hpp"
+#include "tools/rtrange/report_command.hpp"
+#include "tools/rtrange/simulate_command.hpp"
+#include "version.hpp"
+
+/// Arguments are UTF-8. A path made of a plain string would be in the system's code page on
+/// Windows.
+template <>
+bool CLI::detail::lexical_cast(const std::string& argument, std::filesystem::path& file) {
+    file = std::u8string(argument.begin(), argument.end());
+    return true;
+}
+
+namespace rtrange {
+namespace {
+
+/// A command of the program: its options, and what to call when they have been parsed.
+struct command {
+    CLI::App* parser;
+    std::function<int()> run; ///< returns the exit code
+};
+
+constexpr const char* plugin_help = "Plug-in file (default: the one installed with rtrange)";
+
+void add_selection(CLI::App& parser, selection_options& options) {
+    parser.add_option("--fields", options.fields, "Only these fields, for example heading,roll")
+        ->delimiter(',')
+        ->allow_extra_args(false) // a capture may come next
+        ->type_name("NAME,...")
+        ->check(fault_of_field, "");
+    parser
+        .add_option("--units", options.units, "Only these units: hunter, target1 to target4, rcom")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("NAME,...")
+        ->check(fault_of_unit, "");
+    parser
+        .add_option("--from", options.from,
+                    "Only rows at or after this time: seconds since the first frame, or UTC")
+        ->type_name("TIME")
+        ->check(fault_of_time, "");
+    parser.add_option("--to", options.to, "Only rows before this time")
+        ->type_name("TIME")
+        ->check(fault_of_time, "");
+}
+
+void add_run(CLI::App& parser, run_options& options) {
+    add_selection(parser, options.selection);
+    parser
+        .add_option("--format", options.format,
+                    "Format type of the raw packages that the plug-in is given")
+        ->check(CLI::IsMember({"zel.rtrange", "zel.eth.rtrange"}))
+        ->capture_default_str();
+    parser.add_option("--plugin", options.plugin, plugin_help)->type_name("FILE");
+}
+
+command add_decode(CLI::App& app) {
+    const auto options = std::make_shared<decode_options>();
+    CLI::App* const parser =
+        app.add_subcommand("decode", "Decode captures, or live traffic, into CSV or HDF5 tables");
+    CLI::Option* const captures =
+        parser->add_option("CAPTURE", options->run.captures, "pcap or pcapng files")
+            ->type_name("FILE");
+    CLI::Option* const live =
+        parser
+            ->add_option("-i,--interface", options->interface_name,
+                         "Decode live from this network interface until Ctrl-C")
+            ->check([](const std::string& name) { return name.empty() ? "the name is empty" : ""; },
+                    "")
+            ->type_name("NAME")
+            ->excludes(captures);
+    parser
+        ->add_option("--as", options->kind, "Output format: a folder of CSV files, or an HDF5 file")
+        ->check(CLI::IsMember({"csv", "hdf5"}))
+        ->capture_default_str();
+    parser
+        ->add_option("-o,--output", options->output,
+                     "Folder of the CSV files, or HDF5 file (default: decoded or decoded.h5)")
+        ->type_name("PATH");
+    add_run(*parser, options->run);
+    parser->callback([captures, live] {
+        if (captures->empty() && live->empty())
+            throw CLI::RequiredError("CAPTURE or --interface");
+    });
+    return {parser, [options] { return decode(*options); }};
+}
+
+command add_report(CLI::App& app) {
+    const auto options = std::make_shared<report_command_options>();
+    CLI::App* const parser =
+        app.add_subcommand("report", "Plot captures on one HTML page for a browser");
+    parser->add_option("CAPTURE", options->run.captures, "pcap or pcapng files")
+        ->type_name("FILE")
+        ->required();
+    parser->add_option("-o,--output", options->output, "HTML file to write")->capture_default_str();
+    add_run(*parser, options->run);
+    return {parser, [options] { return report(*options); }};
+}
+
+command add_simulate(CLI::App& app) {
+    const auto options = std::make_shared<simulate_options>();
+    auto& traffic = options->traffic;
+    CLI::App* const parser =
+        app.add_subcommand("simulate", "Write the capture of a simulated car-following run");
+    parser->add_option("CAPTURE", options->output, "pcap file to write")
+        ->type_name("FILE")
+        ->required();
+    parser->add_option("--duration", traffic.duration_s, "Duration in seconds")
+        ->check(CLI::Range(1, 86400))
+        ->capture_default_str();
+    parser->add_option("--rate", traffic.rate_hz, "NCOM packets per second of each unit")
+        ->check(CLI::Range(1, 1000))
+        ->capture_default_str();
+    parser->add_option("--targets", traffic.targets, "Number of targets")
+        ->check(CLI::Range(1, 4))
+        ->capture_default_str();
+    parser
+        ->add_option("--wrapped-every", traffic.wrapped_every,
+                     "Wrap every n-th NCOM packet of the targets in RCOM; 0 wraps none")
+        ->capture_default_str();
+    parser->add_option("--seed", traffic.seed, "Random seed; the same seed gives the same capture")
+        ->check(CLI::Range(std::uint64_t{0}, std::uint64_t{UINT32_MAX}))
+        ->capture_default_str();
+    return {parser, [options] {
+                simulate(*options);
+                return exit_success;
+            }};
+}
+
+command add_fields(CLI::App& app) {
+    const auto as_markdown = std::make_shared<bool>(false);
+    CLI::App* const parser = app.add_subcommand("fields", "List the fields of the decoded records");
+    parser->add_flag("--markdown", *as_markdown, "Print them as a Markdown page");
+    return {parser, [as_markdown] {
+                *as_markdown ? print_fields_as_markdown() : print_fields();
+                return exit_success;
+            }};
+}
+
+command add_info(CLI::App& app) {
+    const auto plugin = std::make_shared<std::filesystem::path>();
+    CLI::App* const parser = app.add_subcommand("info", "Show a plug-in's metadata and formatters");
+    parser->add_option("PLUGIN", *plugin, plugin_help)->type_name("FILE");
+    return {parser, [plugin] {
+                print_info(plugin->empty() ? default_plugin_file() : *plugin);
+                return exit_success;
+            }};
+}
+
+} // namespace
+
+int run_command_line(std::vector<std::string> arguments) {
+    CLI::App app("Decodes network captures of an RT-Range hunter/target system.", "rtrange");
+    app.set_version_flag("--version", ZEL_VERSION);
+    app.allow_windows_style_options(false); // a slash begins a path
+    const command commands[] = {add_decode(app), add_report(app), add_simulate(app),
+                                add_fields(app), add_info(app)};
+    try {
+        std::ranges::reverse(arguments); // the order that the parser takes
+        app.parse(std::move(arguments));
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == 0)
+            return app.exit(error);
+        throw usage_failure(fmt::format("{}; see 'rtrange --help'", error.what()));
+    }
+    for (const command& each : commands)
+        if (*each.parser)
+            return each.run();
+    throw usage_failure("no command is given; see 'rtrange --help'");
+}
+
+} // namespace rtrange

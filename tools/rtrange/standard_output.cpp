@@ -1,0 +1,27 @@
+#include "tools/rtrange/standard_output.hpp"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <system_error>
+
+#include "tools/rtrange/failure.hpp"
+
+namespace rtrange {
+
+void print_formatted(fmt::string_view format, fmt::format_args arguments) {
+    try {
+        fmt::vprint(stdout, format, arguments);
+    } catch (const std::system_error& error) {
+        throw failure(fmt::format("cannot write to standard output: {}", error.code().message()));
+    }
+}
+
+void flush_standard_output() {
+    if (std::fflush(stdout) != 0)
+        throw failure(fmt::format("cannot write to standard output: {}", std::strerror(errno)));
+    if (std::ferror(stdout) != 0) // of an earlier call, whose reason is no longer known
+        throw failure("cannot write to standard output");
+}
+
+} // namespace rtrange
