@@ -461,9 +461,9 @@ test("says what is missing from a run", async () => {
     (time, frame) => frame.readUInt16BE(12) !== 0x0800,
   );
   const cases = [
-    ["start.pcap", [], /mix them/, true],
-    ["whole.pcap", ["--from", "100"], /^Nothing to draw: no decoded row is in the selection/m, false],
-    ["foreign.pcap", [], /^Nothing to draw: there was no NCOM/m, false],
+    ["start.pcap", [], /are mixed/, true],
+    ["whole.pcap", ["--from", "100"], /^Nothing to plot: no decoded row is in the selection/m, false],
+    ["foreign.pcap", [], /^Nothing to plot: there was no NCOM/m, false],
   ];
   for (const [capture, options, text, has_plots] of cases) {
     run_rtrange("report", join(folder, capture), "--output", join(folder, "poor.html"), ...options);
