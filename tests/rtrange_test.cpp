@@ -219,7 +219,7 @@ TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_do) {
         {"info /dev/null", 1, "cannot load"},
         {"info " + (fs::path(RTRANGE).parent_path() / "libzelc.so").string(), 1,
          "is not a formatter plug-in"},
-        {"info " BROKEN_PLUGIN, 1, "gives no metadata"},
+        {"info " BROKEN_PLUGIN, 1, "returned no metadata"},
         {"simulate /no/such/folder/x.pcap", 1, "cannot write"},
         {"simulate " + in_folder("x.pcapng"), 1, "name it .pcap"},
         {"simulate /dev/full", 1, "No space left"},
