@@ -10,7 +10,7 @@ void write_vector(wire_writer& writer, const std::array<std::int32_t, 3>& vector
         writer.s24(element);
 }
 
-/// Each checksum is the sum of all bytes so far but the sync byte.
+/// Each checksum is the sum of all preceding bytes except the sync byte.
 void write_checksum(wire_writer& writer) {
     const bytes& written = writer.written();
     writer.u8(static_cast<std::uint8_t>(std::accumulate(written.begin() + 1, written.end(), 0U)));

@@ -1,4 +1,4 @@
-// The NCOM packet of structure A, to be sent.
+// Encoder of NCOM packets of structure A.
 #pragma once
 
 #include <array>
@@ -14,7 +14,7 @@ struct ncom_packet {
     std::uint16_t time_in_minute_ms = 0;
     std::array<std::int32_t, 3> acceleration{}; ///< 0.1 mm/s²
     std::array<std::int32_t, 3> rate{};         ///< 0.01 mrad/s
-    std::uint8_t navigation_status = 4;         ///< 4 is locked, 11 announces structure B
+    std::uint8_t navigation_status = 4;         ///< 4 is locked, 11 marks structure B
     double latitude = 0.0;                      ///< rad
     double longitude = 0.0;                     ///< rad
     float altitude = 0.0F;                      ///< m

@@ -1,4 +1,4 @@
-// RCOM packets, to be sent.
+// Encoders of RCOM packets.
 #pragma once
 
 #include <array>
@@ -10,8 +10,8 @@
 
 namespace zel::simulation {
 
-/// Packet type 2, fields in wire order and wire units. Names end in their frame offset where the
-/// meaning is unknown.
+/// Packet type 2, fields in wire order and wire units. A field without a known meaning is named
+/// after its offset in the packet.
 struct extended_range_packet {
     std::uint16_t packet_length = 65;
     std::uint16_t word_4 = 0;
@@ -63,7 +63,7 @@ struct lane_packet {
 /// The 133 bytes of the packet.
 bytes encode(const lane_packet& packet);
 
-/// Packet type 3: an NCOM packet of the unit at `unit_address`, relayed. `meta` are the twelve
+/// Packet type 3: a relayed NCOM packet of the unit at `unit_address`. `meta` holds the twelve
 /// bytes after the address.
 bytes encode_wrapped_ncom(const ip_address& unit_address, std::span<const std::uint8_t> ncom,
                           const std::array<std::uint8_t, 12>& meta = {});

@@ -11,8 +11,8 @@ using std::numbers::pi;
 
 constexpr double first_heading = 2.0 * pi / 180.0;
 
-/// The track in its own axes: how far it has drifted aside after `x` metres, and the first and
-/// second derivatives of that drift.
+/// The track in its own axes: the lateral offset after `x` metres, and its first and second
+/// derivatives.
 struct track_point {
     double drift;
     double slope;
@@ -41,7 +41,8 @@ track_point track_at(double x) {
             steepest - depth * (1.0 - std::cos(phase)), -depth * 2 * pi / wave * std::sin(phase)};
 }
 
-/// Uniform in [low, high); the standard's own distributions differ between libraries.
+/// Uniform in [low, high). The distributions of the standard library differ between
+/// implementations.
 double uniform(std::mt19937_64& random, double low, double high) {
     return low + (high - low) * static_cast<double>(random() >> 11) * 0x1p-53;
 }
@@ -105,7 +106,7 @@ relative_motion scenario::target(std::size_t target, double time) const {
     const double velocity_east = other.velocity_east - hunter.velocity_east;
     const double acceleration_north = other.acceleration_north - hunter.acceleration_north;
     const double acceleration_east = other.acceleration_east - hunter.acceleration_east;
-    // The hunter's axes turn with it, which moves a distant target sideways.
+    // The yaw rate of the hunter's axes contributes to the range rates.
     return {
         .range_longitudinal = forward(north, east),
         .range_lateral = right(north, east),

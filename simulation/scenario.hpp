@@ -1,4 +1,4 @@
-// The truth behind a simulated run: several vehicles on one track.
+// The motion of the vehicles in a simulated run.
 #pragma once
 
 #include <array>
@@ -8,7 +8,8 @@
 
 namespace zel::simulation {
 
-/// Motion of one vehicle at one moment; all derivatives belong to each other.
+/// Position, velocity, acceleration and heading of one vehicle at one time, consistent with each
+/// other.
 struct vehicle_motion {
     double north; ///< m from the start of the track
     double east;
@@ -20,7 +21,7 @@ struct vehicle_motion {
     double yaw_rate; ///< rad/s
 };
 
-/// A target as the hunter sees it: in the hunter's axes, lateral to the right.
+/// Motion of a target relative to the hunter, in the hunter's axes, lateral to the right.
 struct relative_motion {
     double range_longitudinal; ///< m
     double range_lateral;
@@ -30,7 +31,7 @@ struct relative_motion {
     double acceleration_lateral;
 };
 
-/// Where a vehicle is on the globe.
+/// Geographic position of a vehicle.
 struct geographic_position {
     double latitude;  ///< rad
     double longitude; ///< rad
@@ -38,16 +39,16 @@ struct geographic_position {
 };
 
 /// A hunter that follows up to four targets along a track that is straight at first and then bends
-/// gently. The seed chooses gaps and speeds.
+/// gently. The seed determines gaps and speeds.
 ///
-/// The headings are such that the decoder's heading filter lets all of them pass: the vehicles
-/// start at two degrees, turn away from north only, and never differ by five degrees.
+/// The decoder's heading filter passes all headings: the vehicles start at two degrees, only turn
+/// away from north, and their headings never differ by five degrees.
 class scenario {
 public:
     /// A hunter and 1 to 4 targets.
     scenario(std::uint64_t seed, std::size_t targets);
 
-    /// Unit 0 is the hunter; the time counts seconds from the start.
+    /// Motion of a unit: 0 is the hunter. The time is in seconds from the start.
     vehicle_motion unit(std::size_t unit, double time) const;
     relative_motion target(std::size_t target, double time) const;
 
@@ -55,7 +56,7 @@ public:
     static geographic_position geographic(const vehicle_motion& motion);
 
 private:
-    /// Motion along the track's axis: the sum of a steady drive and a slow wave.
+    /// Motion along the track's axis: a constant speed plus a slow oscillation.
     struct drive {
         double start;
         double speed;

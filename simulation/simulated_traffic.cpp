@@ -57,9 +57,8 @@ ncom_packet ncom_of(const vehicle_motion& motion, double time, std::uint64_t n) 
     return packet;
 }
 
-/// The hunter's first two packets come from a unit that is still looking for its heading and
-/// reports none. The decoder's heading filter refuses that whole degree from then on, so that no
-/// other heading of the run may lie in it.
+/// Makes a packet of a unit that is initialising and reports no heading. The decoder's heading
+/// filter rejects the degree from 0 to 1 from then on, so that no heading of the run may be in it.
 void make_initialising(ncom_packet& packet) {
     constexpr std::uint8_t initialising = 3;
     packet.navigation_status = initialising;
@@ -135,7 +134,7 @@ void send_tick(const traffic_options& options, const scenario& vehicles, std::ui
         make_initialising(hunter_ncom);
     send(udp_frame({unit_addresses[0], ncom_port}, {broadcast, ncom_port}, encode(hunter_ncom)));
     for (std::size_t target = 1; target <= options.targets; ++target) {
-        // An address is nobody's before the first tick has named it.
+        // The decoder knows the addresses of targets only after the first tick.
         if (tick > 0) {
             const bytes ncom = encode(ncom_of(vehicles.unit(target, time), time, tick));
             const ip_address& address = unit_addresses[target];

@@ -18,25 +18,26 @@ inline constexpr std::array<ip_address, 5> unit_addresses{
 /// 2026-01-05 10:00:00 UTC in nanoseconds since 1970.
 inline constexpr std::uint64_t start_time_ns = 1'767'607'200'000'000'000;
 
-/// What run to simulate.
+/// Parameters of a simulated run.
 struct traffic_options {
     std::uint32_t duration_s = 10;
     std::uint32_t rate_hz = 100; ///< NCOM and extended range packets per unit and second
     std::uint32_t wrapped_every =
-        4;                   ///< every n-th target NCOM packet comes wrapped in RCOM; 0 none
+        4;                   ///< every n-th NCOM packet of a target is wrapped in RCOM; 0 none
     std::size_t targets = 2; ///< 1 to 4
     std::uint64_t seed = 1;
 };
 
-/// Ticks in which the hunter's NCOM has no heading yet, and says so by its navigation status of 3.
+/// Number of ticks in which the hunter is initialising: its NCOM has navigation status 3 and no
+/// heading.
 inline constexpr std::uint64_t initialising_ticks = 2;
 
-/// Moments of a run at which all units send.
+/// The number of times in a run at which all units send.
 constexpr std::uint64_t tick_count(const traffic_options& options) {
     return std::uint64_t{options.duration_s} * options.rate_hz;
 }
 
-/// Time of a tick in seconds from the start. All frames of a tick describe this moment.
+/// Time of a tick in seconds from the start. All frames of a tick describe this time.
 constexpr double tick_time(const traffic_options& options, std::uint64_t tick) {
     return static_cast<double>(tick) / options.rate_hz;
 }
@@ -44,9 +45,9 @@ constexpr double tick_time(const traffic_options& options, std::uint64_t tick) {
 /// Takes one frame and its time in nanoseconds since 1970.
 using frame_sink = std::function<void(std::uint64_t time_ns, std::span<const std::uint8_t> frame)>;
 
-/// Sends one tick of the run: the hunter's NCOM, each target's NCOM (direct or wrapped, from the
-/// second tick on) and extended range packet, now and then a lane packet and foreign traffic. The
-/// same options give the same bytes.
+/// Sends the frames of one tick: the hunter's NCOM, each target's NCOM (direct or wrapped, from the
+/// second tick on) and extended range packet, in every fifth tick a lane packet, in every fiftieth
+/// foreign traffic. The same options give the same bytes.
 void send_tick(const traffic_options& options, const scenario& vehicles, std::uint64_t tick,
                const frame_sink& sink);
 

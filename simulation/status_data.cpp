@@ -15,7 +15,7 @@ constexpr std::array<std::uint8_t, 9> lane_channels{0, 1, 2, 6, 7, 8, 9, 10, 15}
 constexpr std::uint8_t rcom_channel_count = 22;
 constexpr std::uint8_t address_channel = 9;
 
-/// The first eight bytes written, filled up with zeros.
+/// The first eight bytes written, padded with zeros.
 status_data padded(const wire_writer& writer) {
     status_data data{};
     std::copy_n(writer.written().begin(), std::min(data.size(), writer.written().size()),
@@ -67,7 +67,8 @@ status_data ncom_status_data(std::uint8_t channel, std::int32_t gps_minutes) {
     case 15:
         return padded(writer.u16(10).u16(12).u16(2).u8(4));
     case 16: {
-        constexpr std::uint8_t valid_18_seconds = 0xDD; // -18 above the valid bit
+        constexpr std::uint8_t valid_18_seconds =
+            0xDD; // -18 in the upper seven bits, the valid bit below
         return padded(writer.u32(0).u16(0).u8(0).u8(valid_18_seconds));
     }
     case 20:

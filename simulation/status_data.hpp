@@ -1,4 +1,4 @@
-// Plausible contents of the status channels.
+// Plausible contents of status channels.
 #pragma once
 
 #include <array>
@@ -11,17 +11,17 @@ namespace zel::simulation {
 
 using status_data = std::array<std::uint8_t, 8>;
 
-/// Status channel of the n-th NCOM packet of a unit: they take turns.
+/// Status channel of the n-th NCOM packet of a unit. The channels are sent in turn.
 std::uint8_t ncom_channel_in_turn(std::uint64_t n);
 
 /// Data of an NCOM status channel; `gps_minutes` count from 1980-01-06.
 status_data ncom_status_data(std::uint8_t channel, std::int32_t gps_minutes);
 
-/// Status channel of the n-th extended range packet of a target: all 22 take turns, and the first
-/// one names the addresses.
+/// Status channel of the n-th extended range packet of a target. All 22 are sent in turn; the first
+/// one contains the addresses.
 std::uint8_t rcom_channel_in_turn(std::uint64_t n);
 
-/// What an extended range packet knows about its two vehicles.
+/// The two vehicles that an extended range packet is about.
 struct vehicle_pair {
     ip_address hunter_address;
     ip_address target_address;

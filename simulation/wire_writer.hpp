@@ -1,4 +1,4 @@
-// Writes wire fields one after the other.
+// Encoding of packet fields.
 #pragma once
 
 #include <bit>

@@ -265,7 +265,7 @@ TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_read_or_write) {
             {"report following.pcap -o /dev/full", 1, "No space left"},
             {"simulate /dev/full", 1, "No space left"},
             {"info " + zelc, 1, "is not a formatter plug-in"},
-            {"info " BROKEN_PLUGIN, 1, "gives no metadata"},
+            {"info " BROKEN_PLUGIN, 1, "returned no metadata"},
         },
         call);
 }

@@ -2,10 +2,10 @@
 
 FILE* open_capture(const char* file) {
     FILE* const capture = fopen(file, "rb");
-    uint32_t head[6] = {0}; /* the first word tells the kind of file */
+    uint32_t head[6] = {0}; /* the first word identifies the file format */
     if (capture != NULL && fread(head, sizeof(head), 1, capture) == 1 && head[0] == 0xA1B23C4D)
         return capture;
-    fprintf(stderr, "%s: no capture that this host can read\n", file);
+    fprintf(stderr, "%s: not a capture that this host can read\n", file);
     if (capture != NULL)
         fclose(capture);
     return NULL;
@@ -21,7 +21,7 @@ bool read_frame(FILE* capture, raw_frame_t* raw) {
     if (fread(head, sizeof(head), 1, capture) != 1 || head[2] > sizeof(raw->frame))
         return false;
     const size_t size = head[2];
-    raw->crc[0] = 1; /* any value will do but 0, which marks a corrupt frame */
+    raw->crc[0] = 1; /* any value except 0, which marks a corrupt frame */
     raw->header.reference_timestamp = head[0] * UINT64_C(1000000000) + head[1];
     raw->header.size = sizeof(raw->crc) + size;
     return fread(raw->frame, 1, size, capture) == size;

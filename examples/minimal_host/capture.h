@@ -13,15 +13,15 @@ typedef struct raw_frame_t {
     uint8_t frame[65536];
 } raw_frame_t;
 
-/* Opens a pcap file with times in nanoseconds and of this machine's byte order; the caller closes
- * it. Null, with a message on standard error, for any other file. */
+/* Opens a pcap file with nanosecond timestamps in this machine's byte order. The caller closes it.
+ * Returns null, after a message on standard error, for any other file. */
 FILE* open_capture(const char* file);
 
 /* Whether there are no more frames. */
 bool at_end(FILE* capture);
 
-/* Reads the next frame; false when it is cut off or too large. Leaves the rest of the header as it
- * is. */
+/* Reads the next frame. Returns false when it is truncated or too large. Does not change the other
+ * fields of the header. */
 bool read_frame(FILE* capture, raw_frame_t* raw);
 
 #endif

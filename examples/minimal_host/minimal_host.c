@@ -1,4 +1,4 @@
-/* A host at its smallest: decodes a capture, prints what the packages say, and ends at the first
+/* A minimal host: decodes a capture, prints a value of each package, and exits at the first
  * failure. usage: minimal_host PLUGIN CAPTURE */
 #include <stdlib.h>
 #include <string.h>
@@ -8,7 +8,7 @@
 #include "shared_library.h"
 #include "zel/formatter.h"
 
-static zel_error_details_t* error; /* of the call in hand; null between calls */
+static zel_error_details_t* error; /* of the current call; null between calls */
 
 static void check(bool good, const char* step) {
     if (!good) {
@@ -33,10 +33,10 @@ static const void* service_of(const zel_service_locator_t* locator, const char* 
     return service;
 }
 
-/* The zelc of this host keeps the format type in the host's own block of the header. */
+/* The zelc of this host stores the format type in the host's block of the header. */
 static void print(const zel_package_t* package) {
     if (strcmp((const char*)package->host_block, "zel.rtrange") != 0)
-        return; /* the bare frame, which comes before what was decoded from it */
+        return; /* the Ethernet frame, which precedes the packages decoded from it */
     uint32_t tag = 0;
     memcpy(&tag, package + 1, sizeof(tag));
     const bool rcom = tag == 0x00200000;

@@ -26,7 +26,7 @@ static zel_status_t can_resolve(void* handle, const char* service_type, bool* re
 static zel_status_t resolve(void* handle, const char* service_type, void** target,
                             zel_error_details_t** error) {
     if (strcmp(service_type, ZEL_LOG_SERVICE_TYPE) != 0)
-        return zel_error_details_create(error, failed, "this host offers nothing but a log");
+        return zel_error_details_create(error, failed, "this host has no service but a log");
     *target = handle;
     return 0;
 }

@@ -1,14 +1,14 @@
-/* What this host offers to an instance: a log, which goes to standard error, and memory. */
+/* The services of this host: a log, written to standard error, and an allocator. */
 #ifndef MINIMAL_HOST_SERVICES_H
 #define MINIMAL_HOST_SERVICES_H
 
 #include "zel/allocator.h"
 #include "zel/service_locator.h"
 
-/* Lives as long as the program. */
+/* The host's service locator. Exists until the program ends. */
 const zel_service_locator_t* host_services(void);
 
-/* Its arrays are given back with free. */
+/* Its arrays are released with free. */
 extern const zel_allocator_t host_allocator;
 
 #endif

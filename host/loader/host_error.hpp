@@ -8,7 +8,7 @@
 
 namespace zel::host {
 
-/// What a failing entry point returned: its status, and its description as the message.
+/// A failed call of the plug-in: the returned status, and its description as the message.
 class host_error : public std::runtime_error {
 public:
     host_error(zel_status_t status, const std::string& description)
@@ -20,9 +20,8 @@ private:
     zel_status_t status_;
 };
 
-/// Throws host_error unless `status` is 0. Takes the error record over in every case and leaves
-/// null. The record comes by reference, so that the failing call itself can stand as the first
-/// argument.
+/// Throws host_error unless `status` is 0. Destroys the error record in every case and sets it to
+/// null. The record is a reference because the call that sets it may be the first argument.
 void throw_if_failed(zel_status_t status, zel_error_details_t*& error);
 
 } // namespace zel::host

@@ -25,7 +25,7 @@ host_services::host_services(log_sink sink)
 zel_status_t host_services::resolve(void* handle, const char* service_type, void** target,
                                     zel_error_details_t** error) {
     if (!is_log_service(service_type)) {
-        const std::string text = std::string("this host offers no service '") + service_type + "'";
+        const std::string text = std::string("this host has no service '") + service_type + "'";
         return zel_error_details_create(error, failed, text.c_str());
     }
     *target = &static_cast<host_services*>(handle)->log_;

@@ -1,4 +1,4 @@
-// What this host offers to the instances of a plug-in.
+// Services of this host for the instances of a plug-in.
 #pragma once
 
 #include <functional>
@@ -8,10 +8,12 @@
 
 namespace zel::host {
 
-/// Takes one log record, which is borrowed. An exception is reported to the plug-in as a failure.
+/// Takes one log record, which is valid during the call. An exception is reported to the plug-in as
+/// a failure.
 using log_sink = std::function<void(const zel_log_info_t&)>;
 
-/// The host's service locator; it offers "zel_log_t". Must outlive the instances that use it.
+/// The host's service locator, with the service "zel_log_t". Must outlive the instances that use
+/// it.
 class host_services {
 public:
     /// Every log record of an instance goes to `sink`, on the thread that drives the instance.

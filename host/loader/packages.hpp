@@ -1,4 +1,4 @@
-// The packages on both sides of a transformation.
+// Raw packages, and the packages they are transformed into.
 #pragma once
 
 #include <array>
@@ -13,13 +13,12 @@
 
 namespace zel::host {
 
-/// A raw package to fill and to transform, reused from one frame to the next.
+/// A raw package whose storage is reused from one frame to the next.
 class raw_package_buffer {
 public:
     raw_package_buffer();
 
-    /// Makes room for `size` bytes of data and gives their place; what was there before is
-    /// undefined.
+    /// Resizes the data to `size` bytes and returns them. Their content is undefined.
     std::span<std::uint8_t> resize(std::size_t size);
 
     zel_raw_package_t& package();
@@ -29,7 +28,7 @@ private:
     std::vector<std::uint8_t> bytes_;
 };
 
-/// Identifier of the format of a package that this host created.
+/// The format type of a package of this host.
 std::string_view format_type(const zel_package_t& package);
 
 /// The data behind a package's header.

@@ -8,10 +8,11 @@ namespace {
 
 using dispatch_tables = std::vector<const zel_formatter_dispatch_table_t*>;
 
-/// A plug-in that promises something and gives nothing ends here, and not in a null pointer.
-void require(const void* gift, const std::string& what) {
-    if (gift == nullptr)
-        throw std::runtime_error("the plug-in gives no " + what);
+/// Throws std::runtime_error for a null pointer that a plug-in returned without reporting a
+/// failure.
+void require(const void* returned, const std::string& what) {
+    if (returned == nullptr)
+        throw std::runtime_error("the plug-in returned no " + what);
 }
 
 bool collect(const zel_formatter_dispatch_table_t* dispatch_table, void* context) {
@@ -33,7 +34,7 @@ plugin::plugin(const std::filesystem::path& file) : library_(file) {
         require(formatter->format_type, "format type of a formatter");
         if (formatter->create == nullptr || formatter->destroy == nullptr ||
             formatter->get_service_locator == nullptr)
-            throw std::runtime_error("the plug-in's formatter lacks an entry point");
+            throw std::runtime_error("a formatter of the plug-in lacks an entry point");
     }
 }
 

@@ -1,4 +1,4 @@
-// A formatter plug-in and its instances, as a host drives them.
+// Formatter plug-ins and their instances.
 #pragma once
 
 #include <filesystem>
@@ -16,7 +16,7 @@ namespace zel::host {
 /// A loaded plug-in file. Must outlive its instances.
 class plugin {
 public:
-    /// Throws std::runtime_error when the file is no formatter plug-in.
+    /// Throws std::runtime_error when the file is not a formatter plug-in.
     explicit plugin(const std::filesystem::path& file);
 
     /// key=value lines separated by line feeds.
@@ -27,7 +27,7 @@ public:
         return formatters_;
     }
 
-    /// The class that takes raw packages of this format. Throws std::runtime_error without one.
+    /// The class for raw packages of this format type. Throws std::runtime_error if there is none.
     const zel_formatter_dispatch_table_t& formatter(std::string_view format_type) const;
 
 private:
@@ -36,10 +36,10 @@ private:
     std::vector<const zel_formatter_dispatch_table_t*> formatters_;
 };
 
-/// One instance of a formatter class. All failures of the plug-in are thrown as host_error.
+/// One instance of a formatter class. Failures that the plug-in reports are thrown as host_error.
 class formatter_instance {
 public:
-    /// Creates the instance and looks its services up.
+    /// Creates the instance and resolves its transformation service.
     formatter_instance(const zel_formatter_dispatch_table_t& formatter,
                        const host_services& services);
     ~formatter_instance();

@@ -1,4 +1,4 @@
-// The two outer headers in which Ethernet frames become raw packages.
+// Ethernet frames as raw packages of the two format types.
 #pragma once
 
 #include <cstdint>
@@ -13,10 +13,10 @@ namespace zel::host {
 inline constexpr std::string_view recorder_frame_type = "zel.rtrange";
 inline constexpr std::string_view ethernet_frame_type = "zel.eth.rtrange";
 
-/// Puts a frame behind a 4-byte source header with its CRC32C, as "zel.rtrange" wants it.
+/// Makes a raw package for "zel.rtrange": four bytes of CRC32C, then the frame.
 void wrap_recorder_frame(std::span<const std::uint8_t> frame, raw_package_buffer& raw_package);
 
-/// Puts a frame behind a vehicle bus header of 16 zeros, as "zel.eth.rtrange" wants it.
+/// Makes a raw package for "zel.eth.rtrange": a vehicle bus header of 16 zeros, then the frame.
 void wrap_ethernet_frame(std::span<const std::uint8_t> frame, raw_package_buffer& raw_package);
 
 } // namespace zel::host

@@ -6,7 +6,7 @@
 
 namespace zel::host {
 
-/// Keeps a shared library loaded for as long as it lives.
+/// Loads a shared library, and unloads it when destroyed.
 class shared_library {
 public:
     /// Throws std::runtime_error with the system's reason when the file cannot be loaded.
@@ -15,7 +15,7 @@ public:
     shared_library(const shared_library&) = delete;
     shared_library& operator=(const shared_library&) = delete;
 
-    /// An exported function. Throws std::runtime_error when there is none of this name.
+    /// An exported function. Throws std::runtime_error if there is none of this name.
     template <typename Function>
     Function function(const char* name) const {
         return reinterpret_cast<Function>(symbol(name));

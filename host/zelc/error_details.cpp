@@ -7,7 +7,7 @@
 
 struct zel_error_details_t {
     std::uint32_t code;
-    char* description; ///< null if there is none; behind the record, in the same block
+    char* description; ///< null if there is none; stored after the record, in the same block
 };
 
 extern "C" zel_status_t zel_error_details_create(zel_error_details_t** target, std::uint32_t code,

@@ -1,5 +1,5 @@
-// This host keeps a package in one block of malloc, whatever the allocator, and the identifier of
-// its format in the 16 bytes of the header that belong to the host.
+// This host allocates a package as one block with malloc, for any allocator, and stores its format
+// type in the 16 bytes of the header that belong to the host.
 
 #include "zel/package.h"
 

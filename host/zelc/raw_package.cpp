@@ -5,7 +5,7 @@
 
 #include "host/zelc/error_code.hpp"
 
-/// In this host, 0 is the only good state.
+/// This host treats every state except 0 as an error.
 extern "C" zel_status_t zel_raw_package_check_state_value(std::uint32_t state_value,
                                                           std::uint16_t source_id, std::uint32_t,
                                                           zel_error_details_t** error) {

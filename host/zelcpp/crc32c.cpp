@@ -5,11 +5,10 @@
 namespace zel::utility::crc32c {
 namespace {
 
-/// Bytes taken in one step.
+/// Bytes per step.
 constexpr std::size_t stride = 8;
 
-/// tables[n][byte] is what `byte` becomes once it and n bytes of zeros behind it have passed
-/// through the register.
+/// tables[n][byte] is the register after `byte` and then n zero bytes.
 using table_set = std::array<std::array<std::uint32_t, 256>, stride>;
 
 constexpr table_set make_tables() {
@@ -31,8 +30,8 @@ constexpr table_set make_tables() {
 
 constexpr table_set tables = make_tables();
 
-/// The register after eight bytes. Their table look-ups do not wait for each other, unlike those of
-/// single bytes.
+/// The register after eight more bytes. Faster than eight single steps, because the table look-ups
+/// do not depend on each other.
 std::uint32_t take_stride(std::uint32_t crc, const std::uint8_t* data) {
     return tables[7][(crc ^ data[0]) & 0xFF] ^ tables[6][(crc >> 8 ^ data[1]) & 0xFF] ^
            tables[5][(crc >> 16 ^ data[2]) & 0xFF] ^ tables[4][crc >> 24 ^ data[3]] ^

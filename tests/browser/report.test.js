@@ -431,9 +431,9 @@ test("says what is missing from a run", async () => {
     (time, frame) => frame.readUInt16BE(12) !== 0x0800,
   );
   for (const [options, text, has_plots] of [
-    [["start.pcap"], /mix them/, true],
-    [["whole.pcap", "--from", "100"], /^Nothing to draw: no decoded row is in the selection/m, false],
-    [["foreign.pcap"], /^Nothing to draw: there was no NCOM/m, false],
+    [["start.pcap"], /are mixed/, true],
+    [["whole.pcap", "--from", "100"], /^Nothing to plot: no decoded row is in the selection/m, false],
+    [["foreign.pcap"], /^Nothing to plot: there was no NCOM/m, false],
   ])
     await with_report(options, async (shown) => {
       const words = await shown.locator("body").innerText();

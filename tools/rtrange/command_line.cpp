@@ -109,7 +109,9 @@ command add_report(CLI::App& app) {
     parser->add_option("CAPTURE", options->run.captures, "pcap or pcapng files")
         ->type_name("FILE")
         ->required();
-    parser->add_option("-o,--output", options->output, "HTML file to write")->capture_default_str();
+    parser->add_option("-o,--output", options->output, "HTML file to write")
+        ->type_name("FILE")
+        ->capture_default_str();
     add_run(*parser, options->run);
     return {parser, [options] { return report(*options); }};
 }

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int whole_frame = 65535;
 constexpr int wait_ms = 10;
-constexpr int buffer_size = 16 << 20; // bytes; several seconds of traffic of five units
+constexpr int buffer_size = 16 << 20; // 16 MiB
 
 } // namespace
 

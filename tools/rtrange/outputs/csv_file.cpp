@@ -17,22 +17,22 @@ namespace {
 
 constexpr std::size_t longest_cell = 32;
 
-/// Copies that are not longer than this are made in one piece, without a call: most texts between
-/// two changed cells are short.
+/// A shorter text is copied as a block of this size, which needs no call of memcpy. Most texts
+/// between two changed cells are short.
 constexpr std::size_t copied_at_once = 32;
 
-/// Writes a number with at most six decimals as to_chars does, only three times as fast: what the
-/// units send are integers over powers of ten. Gives nothing for other numbers.
+/// Writes a number with at most six decimals, as to_chars does but three times as fast. Most fields
+/// are integers divided by a power of ten. Returns null for other numbers.
 char* format_decimal(double number, char* begin) {
     constexpr double scale = 1e6;
     const double magnitude = std::abs(number);
-    // Within these limits, the plain notation is never longer than the one with an exponent.
+    // Within these limits, to_chars never chooses the notation with an exponent.
     if (!(magnitude >= 1e-3 && magnitude < 1e5))
         return nullptr;
-    // What this rounds the wrong way, the comparison refuses.
+    // The comparison below rejects numbers that this rounds incorrectly.
     // NOLINTNEXTLINE(bugprone-incorrect-roundings)
     const auto scaled = static_cast<std::uint64_t>(magnitude * scale + 0.5);
-    // No two decimals of up to 15 digits are the same double, so this one is the shortest.
+    // Decimals of up to 15 digits are distinct doubles, so this one is the shortest.
     if (static_cast<double>(scaled) / scale != magnitude)
         return nullptr;
     if (number < 0)
@@ -52,7 +52,7 @@ char* format_decimal(double number, char* begin) {
 }
 
 char* format_double(double number, char* begin) {
-    // A sign or a payload of "not a number" is nothing that a table reader knows.
+    // Readers of tables do not know signs and payloads of NaN.
     if (std::isnan(number))
         return std::ranges::copy(std::string_view("nan"), begin).out;
     if (char* const end = format_decimal(number, begin))
@@ -60,8 +60,8 @@ char* format_double(double number, char* begin) {
     return std::to_chars(begin, begin + longest_cell, number).ptr;
 }
 
-/// Formats the stored content of a field at `begin`, where there is room for the longest cell;
-/// gives its end.
+/// Formats the stored value of a field at `begin`, where there is room for the longest cell, and
+/// returns the end of the text.
 char* format(field_type type, std::uint64_t content, char* begin) {
     char* const limit = begin + longest_cell;
     switch (type) {
@@ -84,7 +84,7 @@ char* format(field_type type, std::uint64_t content, char* begin) {
     return begin;
 }
 
-/// Appends text, of which there are at least `copied_at_once` readable bytes; gives its end.
+/// Copies text, from which at least `copied_at_once` bytes can be read, and returns its end.
 char* copy_text(const char* text, std::size_t size, char* out) {
     if (size <= copied_at_once)
         std::memcpy(out, text, copied_at_once);
@@ -128,9 +128,9 @@ void csv_file::end_row(std::span<const std::uint8_t> record) {
     reserve(columns_.size() * longest_cell + copied_at_once);
     char* const begin = buffer_.data() + used_;
     char* end = begin;
-    std::size_t copied = 0;     // of the last row's text
-    std::size_t cell_begin = 0; // in the last row's text
-    std::size_t shift = 0;      // of the cells since the last one that changed
+    std::size_t copied = 0;     // bytes of the previous row's text
+    std::size_t cell_begin = 0; // in the previous row's text
+    std::size_t shift = 0;      // from the previous row's offsets to this one's
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         const std::uint64_t content = columns_[i].content_in(record.data());
         const std::size_t cell_end = cell_ends_[i];

@@ -14,25 +14,26 @@
 
 namespace rtrange {
 
-/// A table with one header row: comma, decimal point, shortest numbers that read back the same, no
-/// cell that needs quotes.
+/// A table with one header row, commas as separators and decimal points. Each number has the fewest
+/// digits that read back as the same number. No cell needs quotes.
 class csv_file {
 public:
-    /// Creates the file and writes the header row: the leading columns, then one per field of a
-    /// record of `record_size` bytes, at least 8. The writer has to finish before the file is
-    /// closed, and to end before the file does. Throws failure when it cannot be created.
+    /// Creates the file and writes the header row: the leading columns, then one column per field
+    /// of a record of `record_size` bytes, at least 8. The writer must have finished before
+    /// close(), and must be destroyed before the file. Throws failure when the file cannot be
+    /// created.
     csv_file(const std::filesystem::path& file, std::span<const std::string_view> leading_columns,
              std::span<const zel::toolbox::rt_range::field> fields, std::size_t record_size,
              file_writer& writer);
 
-    /// A leading cell of the row in hand.
+    /// Appends a leading cell to the current row.
     void cell(std::uint64_t value);
     void cell(std::string_view text);
 
-    /// Ends the row in hand with a cell for each field of the record.
+    /// Completes the current row with a cell for each field of the record.
     void end_row(std::span<const std::uint8_t> record);
 
-    /// Hands all rows over to the writer.
+    /// Hands all buffered rows to the writer.
     void flush();
 
     /// Completes the file. Throws failure when that is not possible.
@@ -42,7 +43,7 @@ public:
     std::uint64_t rows() const { return rows_; }
 
 private:
-    /// Where a column's content stands in a record: within eight bytes that all belong to it.
+    /// Where a field is in a record: in an eight-byte word that lies within the record.
     struct column {
         std::uint64_t content_in(const std::uint8_t* record) const;
 
@@ -56,11 +57,11 @@ private:
     void append(std::string_view text);
 
     std::vector<column> columns_;
-    // The last row: from one row to the next most fields stay as they are, and formatting costs
-    // many times as much as copying.
-    std::vector<std::uint64_t> contents_; ///< by column
-    std::vector<std::size_t> cell_ends_;  ///< by column, in its text, commas included
-    std::vector<char> row_;               ///< its text, with room for the longest
+    // The previous row: most fields keep their values from one row to the next, and copying a cell
+    // is much faster than formatting it.
+    std::vector<std::uint64_t> contents_; ///< stored values, by column
+    std::vector<std::size_t> cell_ends_;  ///< offsets in row_, by column, commas included
+    std::vector<char> row_;               ///< text, with room for the longest row
     output_file file_;
     file_writer& writer_;
     std::vector<char> buffer_;

@@ -1,4 +1,4 @@
-// A run as a folder of CSV files.
+// Output as a folder of CSV files.
 #pragma once
 
 #include <array>
@@ -15,8 +15,8 @@ namespace rtrange {
 /// Writes one file per table: hunter.csv, hunter_samples.csv, ..., rcom.csv.
 class csv_output final : public record_output {
 public:
-    /// Creates the folder. Throws failure when that is not possible. The selection has to outlive
-    /// the output.
+    /// Creates the folder. Throws failure when that is not possible. The selection must outlive the
+    /// output.
     csv_output(const std::filesystem::path& folder, const selection& selected);
 
     /// The file of a table.
@@ -24,8 +24,8 @@ public:
 
     void write(const record_row& row) override;
 
-    /// Also removes the tables that an earlier run left and this one has no rows for, unless this
-    /// one has no rows at all.
+    /// Also removes tables of an earlier run for which this run has no rows, unless this run has no
+    /// rows at all.
     void close() override;
 
     std::vector<written_table> tables() const override;
@@ -36,7 +36,7 @@ private:
     std::filesystem::path folder_;
     const selection& selected_;
     std::array<std::unique_ptr<csv_file>, record_table_count> files_;
-    file_writer writer_; // ends before the files that it writes
+    file_writer writer_; // declared last: it must be destroyed before the files
 };
 
 } // namespace rtrange

@@ -10,7 +10,7 @@
 namespace rtrange {
 namespace {
 
-/// Buffers that may wait to be written.
+/// Buffers that may be queued.
 constexpr std::size_t longest_queue = 8;
 
 } // namespace
@@ -59,7 +59,7 @@ void file_writer::work() {
         changed_.wait(lock, [this] { return !jobs_.empty() || ending_; });
         if (jobs_.empty())
             return;
-        job& first = jobs_.front(); // stays where it is while others are appended
+        job& first = jobs_.front(); // stays valid while others are appended
         lock.unlock();
         const std::exception_ptr fault = write(first);
         lock.lock();

@@ -1,4 +1,4 @@
-// Writing beside other work.
+// Writing of files on a second thread.
 #pragma once
 
 #include <condition_variable>
@@ -12,8 +12,8 @@
 
 namespace rtrange {
 
-/// Writes to any number of files, on a thread of its own: the system takes half as long to take the
-/// text of a run as it takes to make it.
+/// Writes to any number of files on a thread of its own, because writing the text of a run takes
+/// about half as long as producing it.
 class file_writer {
 public:
     static constexpr std::size_t buffer_size = 1 << 18;
@@ -22,15 +22,15 @@ public:
     file_writer();
     file_writer(const file_writer&) = delete;
     file_writer& operator=(const file_writer&) = delete;
-    /// Waits for what has been appended.
+    /// Waits until everything appended has been written.
     ~file_writer();
 
-    /// Appends the first `size` bytes of the buffer to a file, which nobody else may use until
-    /// finish(), and puts another buffer of at least buffer_size in the place of this one. Waits
-    /// when much is still to be written. Throws failure when an earlier append came to nothing.
+    /// Appends the first `size` bytes of the buffer to a file, which must not be used otherwise
+    /// until finish(). Replaces the buffer by another one of at least buffer_size bytes. Waits
+    /// while 8 buffers are queued. Throws failure when an earlier write has failed.
     void append(output_file& file, std::vector<char>& buffer, std::size_t size);
 
-    /// Waits until all is written. Throws failure when something could not be.
+    /// Waits until everything is written. Throws failure when a write has failed.
     void finish();
 
 private:
@@ -46,7 +46,7 @@ private:
 
     std::mutex mutex_;
     std::condition_variable changed_;
-    std::deque<job> jobs_; ///< the first of them is being written
+    std::deque<job> jobs_; ///< the first one is being written
     std::vector<std::vector<char>> free_buffers_;
     std::exception_ptr fault_; ///< of the first write that failed
     bool ending_ = false;

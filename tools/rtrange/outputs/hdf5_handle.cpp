@@ -9,7 +9,7 @@ namespace rtrange {
 namespace {
 
 [[noreturn]] void fail(const char* what) {
-    throw hdf5_error(fmt::format("{}: {}", what, std::strerror(errno)));
+    throw hdf5_error(fmt::format("{} (when {})", std::strerror(errno), what));
 }
 
 } // namespace
@@ -42,7 +42,7 @@ hdf5_handle hdf5_text_type(std::size_t size) {
 }
 
 void set_hdf5_attribute(hid_t object, const char* name, const std::string& text) {
-    // Of variable length: readers show that as text, and fixed lengths as bytes.
+    // Of variable length: common readers show fixed-length strings as bytes.
     const hdf5_handle type = hdf5_text_type(H5T_VARIABLE);
     check_hdf5(H5Tset_cset(type, H5T_CSET_UTF8), "creating a text type");
     const hdf5_handle space(H5Screate(H5S_SCALAR), "creating an attribute");

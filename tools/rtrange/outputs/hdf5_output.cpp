@@ -13,7 +13,7 @@
 namespace rtrange {
 namespace {
 
-/// Creates the file by hand first: the system tells why it cannot be written, the library does not.
+/// Creates the file without the library first, because the library does not report why it cannot.
 void check_writable(const std::filesystem::path& file) {
     std::FILE* const stream = open_for_writing(file);
     if (stream == nullptr)
@@ -21,40 +21,38 @@ void check_writable(const std::filesystem::path& file) {
     std::fclose(stream);
 }
 
-/// Keeps the library from holding on to the index of every dataset: memory must not grow with the
-/// run.
+/// Limits the library's cache of dataset indexes, so that memory does not grow with the run.
 hdf5_handle bounded_metadata_cache() {
     constexpr std::size_t size = 1 << 20;
-    hdf5_handle access(H5Pcreate(H5P_FILE_ACCESS), "creating it");
+    hdf5_handle access(H5Pcreate(H5P_FILE_ACCESS), "creating the file");
     H5AC_cache_config_t config{};
     config.version = H5AC__CURR_CACHE_CONFIG_VERSION;
-    check_hdf5(H5Pget_mdc_config(access, &config), "creating it");
+    check_hdf5(H5Pget_mdc_config(access, &config), "creating the file");
     config.set_initial_size = true;
     config.initial_size = size;
     config.min_size = size;
     config.max_size = size;
-    check_hdf5(H5Pset_mdc_config(access, &config), "creating it");
+    check_hdf5(H5Pset_mdc_config(access, &config), "creating the file");
     return access;
 }
 
-/// A file has hundreds of datasets, and each has an index of its chunks: with the library's own
-/// sizes, much of a short run's file would be empty indexes.
+/// A file has hundreds of datasets, each with an index of its chunks. With the library's default
+/// sizes, the file of a short run would consist mostly of empty indexes.
 hdf5_handle small_indexes() {
     constexpr unsigned half_of_the_chunks_per_node = 16;
-    hdf5_handle creation(H5Pcreate(H5P_FILE_CREATE), "creating it");
-    check_hdf5(H5Pset_istore_k(creation, half_of_the_chunks_per_node), "creating it");
+    hdf5_handle creation(H5Pcreate(H5P_FILE_CREATE), "creating the file");
+    check_hdf5(H5Pset_istore_k(creation, half_of_the_chunks_per_node), "creating the file");
     return creation;
 }
 
 hdf5_handle create_file(const std::filesystem::path& file) {
-    // When a file cannot be written, the library would try again at the end of the program, and
-    // crash.
+    // When a file cannot be written, the library's exit handler would write it again and crash.
     H5dont_atexit();
-    H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr); // its error stack means nothing to users
+    H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr); // the error stack does not help users
     check_writable(file);
     hdf5_handle handle(
         H5Fcreate(file.string().c_str(), H5F_ACC_TRUNC, small_indexes(), bounded_metadata_cache()),
-        "creating it");
+        "creating the file");
     set_hdf5_attribute(handle, "creator", "rtrange " ZEL_VERSION);
     return handle;
 }

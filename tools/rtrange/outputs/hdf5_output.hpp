@@ -1,4 +1,4 @@
-// A run as an HDF5 file.
+// Output as an HDF5 file.
 #pragma once
 
 #include <array>
@@ -17,7 +17,7 @@ namespace rtrange {
 /// Writes one file with a group per table: /hunter, /hunter_samples, ..., /rcom.
 class hdf5_output final : public record_output {
 public:
-    /// The file is created with the first row. The selection has to outlive the output.
+    /// The file is created with the first row. The selection must outlive the output.
     hdf5_output(const std::filesystem::path& file, const selection& selected);
 
     void write(const record_row& row) override;

@@ -13,10 +13,10 @@ using zel::toolbox::rt_range::field_type;
 
 namespace {
 
-/// Rows per chunk: enough for the compression to pay, few enough to be held in memory.
+/// Rows per chunk: enough for good compression, few enough to keep in memory.
 constexpr std::size_t chunk_rows = 4096;
 
-/// A fast level: beyond it, telemetry gets hardly smaller.
+/// Fast. Higher levels hardly make the data smaller.
 constexpr unsigned compression_level = 1;
 
 /// A row is stored as its timestamp, its source, and its record.
@@ -66,7 +66,7 @@ hdf5_handle create_dataset(hid_t group, const char* name, hid_t type) {
     check_hdf5(H5Pset_chunk(creation, 1, &chunk), "creating a dataset");
     check_hdf5(H5Pset_shuffle(creation), "creating a dataset");
     check_hdf5(H5Pset_deflate(creation, compression_level), "creating a dataset");
-    // Chunks are written whole; a cache of the library's would hold megabytes for each dataset.
+    // Chunks are written whole, so that the library's cache of 1 MiB per dataset is of no use.
     const hdf5_handle access(H5Pcreate(H5P_DATASET_ACCESS), "creating a dataset");
     check_hdf5(H5Pset_chunk_cache(access, 0, 0, H5D_CHUNK_CACHE_W0_DEFAULT), "creating a dataset");
     return {H5Dcreate2(group, name, type, space, H5P_DEFAULT, creation, access),

@@ -11,7 +11,7 @@
 
 namespace rtrange {
 
-/// A group with a dataset per field, all of one length. Datasets are chunked, compressed and
+/// A group with one dataset per field, all of the same length. Datasets are chunked, compressed and
 /// extendible; each has the attributes "unit" and "description".
 class hdf5_table {
 public:
@@ -29,11 +29,11 @@ public:
     std::uint64_t rows() const { return rows_; }
 
 private:
-    /// A dataset, and the bytes in a stored row that its elements come from.
+    /// A dataset, and the bytes of a stored row that become its elements.
     struct dataset_column {
         std::size_t offset;
         std::size_t size;
-        bool is_address; ///< shown as text, as people read addresses
+        bool is_address; ///< stored as text
         hdf5_handle type;
         hdf5_handle dataset;
     };
@@ -48,9 +48,9 @@ private:
     hdf5_handle group_;
     std::vector<dataset_column> columns_;
     std::size_t row_size_;
-    /// Rows that make up the chunk in hand, one after the other: timestamp, source, record.
+    /// Rows of the current chunk, one after the other: timestamp, source, record.
     std::vector<std::uint8_t> stored_rows_;
-    std::vector<std::uint8_t> chunk_; ///< one column of them
+    std::vector<std::uint8_t> chunk_; ///< one column of the current chunk
     std::uint64_t rows_ = 0;
 };
 

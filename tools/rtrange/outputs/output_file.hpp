@@ -1,4 +1,4 @@
-// Files that are written from their beginning to their end.
+// Sequential output files.
 #pragma once
 
 #include <cstdio>
@@ -8,7 +8,7 @@
 
 namespace rtrange {
 
-/// Loses nothing in silence. Unbuffered: what is written should come in large pieces.
+/// Never loses data silently. Unbuffered: callers should write large blocks.
 class output_file {
 public:
     /// Creates the file. Throws failure when that is not possible.

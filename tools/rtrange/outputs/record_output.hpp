@@ -1,4 +1,4 @@
-// Where decoded records go.
+// The interface of all outputs.
 #pragma once
 
 #include <cstdint>
@@ -11,11 +11,11 @@ namespace rtrange {
 
 /// A table that has been written.
 struct written_table {
-    std::string place; ///< for people: a file, or a group in a file
+    std::string place; ///< human-readable: a file, or a group in a file
     std::uint64_t rows;
 };
 
-/// Takes the rows of a run. A table without rows leaves no trace.
+/// Takes the rows of a run. Tables without rows are not written.
 class record_output {
 public:
     record_output() = default;

@@ -8,7 +8,7 @@ namespace {
 constexpr std::string_view digits =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
-/// The four digits of three bytes.
+/// Appends the four digits of three bytes.
 void append_group(std::uint32_t group, std::string& text) {
     for (int shift = 18; shift >= 0; shift -= 6)
         text += digits[group >> shift & 0x3F];

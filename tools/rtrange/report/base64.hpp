@@ -1,4 +1,4 @@
-// Bytes as text.
+// Base64 encoding.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 # Script: writes OUTPUT, the C++ source of report_page.hpp, from the files in PAGE and from UPLOT.
-# page.html has a comment line in place of each part to insert.
+# The page has a placeholder line for each part.
 
 function(put what text)
   string(REPLACE "<!-- ${what} -->" "${text}" page "${page}")
@@ -27,7 +27,7 @@ math(EXPR behind "${at} + ${length}")
 string(SUBSTRING "${page}" 0 ${at} head)
 string(SUBSTRING "${page}" ${behind} -1 tail)
 
-# As bytes, because compilers need not accept a string literal of this length.
+# An array of bytes, because compilers limit the length of string literals.
 function(as_bytes name text)
   file(WRITE ${OUTPUT}.part "${text}")
   file(READ ${OUTPUT}.part hexadecimal HEX)

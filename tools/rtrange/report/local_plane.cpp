@@ -23,7 +23,7 @@ local_plane::point local_plane::at(double latitude, double longitude) {
     }
     if (!origin_)
         origin_ = touching(latitude, longitude);
-    // The date line may lie between the two.
+    // Shortest way around the globe, also across the date line.
     const double to_the_east = std::remainder(longitude - origin_->longitude, 360.0);
     return {to_the_east * origin_->metres_per_degree_east,
             (latitude - origin_->latitude) * origin_->metres_per_degree_north};

@@ -1,12 +1,11 @@
-// Positions on a map of the run.
+// Positions in metres for the map.
 #pragma once
 
 #include <optional>
 
 namespace rtrange {
 
-/// A plane that touches the earth at the first position it is given. Over a proving ground it is
-/// true to the millimetre.
+/// A tangent plane of the earth at the first position that it converts.
 class local_plane {
 public:
     struct point {
@@ -14,7 +13,7 @@ public:
         double north;
     };
 
-    /// Where a position in degrees is on the plane. A pair of zeros is no position.
+    /// Converts a position in degrees. A pair of zeros is not a valid position.
     point at(double latitude, double longitude);
 
 private:

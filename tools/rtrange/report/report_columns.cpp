@@ -15,9 +15,9 @@ using namespace zel::toolbox::rt_range;
 
 namespace {
 
-constexpr double nothing = std::numeric_limits<double>::quiet_NaN();
+constexpr double no_value = std::numeric_limits<double>::quiet_NaN();
 
-/// What the usual plots show of a unit, by the packets that it comes from.
+/// Fields of the default plots, by the kind of row that updates them.
 constexpr std::string_view navigation_fields[]{"vehicle_velocity_x_kmh", "accel_x", "accel_y",
                                                "rate_z", "heading"};
 constexpr std::string_view range_fields[]{"range_longitudinal", "range_lateral",
@@ -47,10 +47,10 @@ double number(const field& entry, const record_row& row) {
     }
 }
 
-/// The records hold the smallest or the largest number where there is none.
+/// In records, the smallest and the largest double mean "no value".
 double without_markers(double value) {
     using limits = std::numeric_limits<double>;
-    return value == limits::min() || std::abs(value) == limits::max() ? nothing : value;
+    return value == limits::min() || std::abs(value) == limits::max() ? no_value : value;
 }
 
 bool is_about_range(std::string_view name) {
@@ -63,13 +63,13 @@ bool has_range(const ncom_unit_record& record) {
            record.range_rate_longitudinal != 0.0 || record.range_rate_lateral != 0.0;
 }
 
-/// A unit's record begins as zeros, which say nothing until the packets come that fill it.
+/// A unit's record is zero until packets fill it. Such zeros are not values.
 double without_initial_zeros(double value, bool about_range, const record_row& row) {
     if (value != 0.0)
         return value;
     const ncom_unit_record record = unit_record(row);
     const bool filled = about_range ? has_range(record) : record.endpoint.source_ip != 0;
-    return filled ? value : nothing;
+    return filled ? value : no_value;
 }
 
 report_column column_of(const field& entry, row_kind kind, bool is_double) {
@@ -110,7 +110,7 @@ std::string_view name_of(row_kind kind) {
     return "";
 }
 
-std::vector<report_column> usual_columns(row_kind kind, local_plane& plane) {
+std::vector<report_column> default_columns(row_kind kind, local_plane& plane) {
     std::vector<report_column> columns = position_columns(plane);
     const std::span<const std::string_view> names =
         kind == row_kind::navigation ? std::span<const std::string_view>(navigation_fields)
@@ -126,7 +126,7 @@ std::vector<report_column> columns_of(std::span<const field> fields, row_kind ki
     std::vector<report_column> columns;
     if (kind != row_kind::rcom)
         columns = position_columns(plane);
-    // Whole numbers and degrees on the globe need all their digits.
+    // As doubles: large integers, latitudes and longitudes need the precision.
     for (const field& entry : fields)
         columns.push_back(column_of(entry, kind, true));
     return columns;

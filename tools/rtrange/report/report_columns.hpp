@@ -1,4 +1,4 @@
-// What a report holds of a row.
+// The columns of a report.
 #pragma once
 
 #include <functional>
@@ -13,15 +13,15 @@
 
 namespace rtrange {
 
-/// Which part of a unit's state a row has brought up to date. The rest of the row is what earlier
-/// packets left, and drawing it would only repeat them.
+/// Which part of a unit's state a row updates. The rest of the row repeats the values of earlier
+/// packets and is not plotted.
 enum class row_kind {
     navigation, ///< the unit's own NCOM, wrapped or not
     range,      ///< an extended range packet about the unit
     rcom        ///< a row of the RCOM table
 };
 
-/// For people and for the page: "navigation", "range" or "rcom".
+/// The name on the page and in summaries: "navigation", "range" or "rcom".
 std::string_view name_of(row_kind kind);
 
 /// One column of a report.
@@ -30,14 +30,13 @@ struct report_column {
     std::string unit;
     std::string meaning;
     bool is_double;                                 ///< stored as 64 bits, otherwise 32
-    std::function<double(const record_row&)> value; ///< NaN where there is nothing to draw
+    std::function<double(const record_row&)> value; ///< NaN for values that are not plotted
 };
 
-/// Columns for the plots that every report has: for rows of units only. The plane has to outlive
-/// them.
-std::vector<report_column> usual_columns(row_kind kind, local_plane& plane);
+/// Columns for the default plots. Not for rows of RCOM. The plane must outlive them.
+std::vector<report_column> default_columns(row_kind kind, local_plane& plane);
 
-/// Columns for plots of these fields of a table. The plane has to outlive them.
+/// Columns for plots of these fields of a table. The plane must outlive them.
 std::vector<report_column> columns_of(std::span<const zel::toolbox::rt_range::field> fields,
                                       row_kind kind, local_plane& plane);
 

@@ -14,8 +14,8 @@ using namespace zel::toolbox::rt_range;
 
 namespace {
 
-/// Rows of the hunter's table that are of other units, or may be, because addresses are not known
-/// yet.
+/// Unit of rows in the hunter's table that may belong to other units, because the addresses were
+/// not known yet.
 constexpr std::string_view unidentified = "unidentified";
 
 bool is_samples_table(std::size_t table) {
@@ -50,7 +50,7 @@ void report_output::write(const record_row& row) {
 row_kind report_output::kind_of(const record_row& row) {
     if (row.table == rcom_table)
         return row_kind::rcom;
-    // A unit counts its NCOM datagrams, wrapped ones too; range packets leave the count as it is.
+    // NCOM, also wrapped NCOM, increments the count; range packets do not.
     const std::uint64_t count = endpoint_of(row).packet_count;
     std::optional<std::uint64_t>& last = packet_counts_[row.table];
     const bool counted = last ? count != *last && count != 0 : row.source == "ncom";
@@ -71,7 +71,7 @@ report_stream& report_output::stream_of(const record_row& row) {
 report_stream& report_output::open(const stream_key& key, std::size_t table) {
     const auto& [unit, kind] = key;
     auto columns = options_.named_fields ? columns_of(selected_.fields(table), kind, plane_)
-                                         : usual_columns(kind, plane_);
+                                         : default_columns(kind, plane_);
     streams_.push_back(
         std::make_unique<report_stream>(streams_.size(), unit, kind, std::move(columns)));
     streams_by_key_.emplace(key, streams_.back().get());

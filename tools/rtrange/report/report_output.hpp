@@ -1,4 +1,4 @@
-// A run as a page for a browser.
+// Output as an HTML page.
 #pragma once
 
 #include <cstdint>
@@ -23,12 +23,12 @@ namespace rtrange {
 /// Arguments of a report.
 struct report_options {
     std::filesystem::path output = "report.html";
-    std::vector<std::filesystem::path> captures; ///< to be named on the page
-    bool named_fields = false; ///< plot the selected fields instead of the usual ones
+    std::vector<std::filesystem::path> captures; ///< shown in the title
+    bool named_fields = false; ///< plot the selected fields instead of the default plots
 };
 
-/// Writes one HTML file that needs nothing else: the page, the plotting library, and the rows of
-/// all units, in memory that does not grow with the run. Sample batches are left out.
+/// Writes one self-contained HTML file: the page, the plotting library, and the rows of all units.
+/// Memory does not grow with the run. Sample batches are left out.
 class report_output final : public record_output {
 public:
     /// Creates the file. Throws failure when that is not possible. The selection and the outcomes
@@ -41,7 +41,7 @@ public:
     std::vector<written_table> tables() const override;
 
 private:
-    /// Streams are kept apart by the unit that their rows tell of.
+    /// One stream per unit and kind of row.
     using stream_key = std::pair<std::string, row_kind>;
 
     row_kind kind_of(const record_row& row);
@@ -53,10 +53,11 @@ private:
     const frame_outcomes& outcomes_;
     output_file file_;
     local_plane plane_;
-    std::uint64_t zero_ns_ = 0; ///< what the times of the rows count from
+    std::uint64_t zero_ns_ = 0; ///< origin of the times on the page
     std::vector<std::unique_ptr<report_stream>> streams_;
     std::map<stream_key, report_stream*> streams_by_key_;
-    std::array<std::optional<std::uint64_t>, record_table_count> packet_counts_; ///< last, by table
+    std::array<std::optional<std::uint64_t>, record_table_count>
+        packet_counts_; ///< of the previous row, by table
 };
 
 } // namespace rtrange

@@ -1,14 +1,14 @@
-// The page around the data, written by the build from the files in page/.
+// The page around the data. The build generates its source from the files in page/.
 #pragma once
 
 #include <string_view>
 
 namespace rtrange {
 
-/// All that stands before the data.
+/// The part of the page before the data.
 std::string_view report_page_head();
 
-/// All that stands behind them: the plotting library and the scripts.
+/// The part of the page after the data: the plotting library and the scripts.
 std::string_view report_page_tail();
 
 } // namespace rtrange

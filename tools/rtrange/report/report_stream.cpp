@@ -18,7 +18,7 @@ void append(T value, std::vector<std::uint8_t>& bytes) {
     bytes.insert(bytes.end(), begin, begin + sizeof(value));
 }
 
-/// Numbers beyond what 32 bits hold are of no use in a plot.
+/// NaN for numbers outside the range of a float, which no plot can show usefully.
 float narrowed(double value) {
     const bool fits = value >= static_cast<double>(std::numeric_limits<float>::lowest()) &&
                       value <= static_cast<double>(std::numeric_limits<float>::max());

@@ -1,4 +1,4 @@
-// A sequence of rows in a report.
+// The rows of one unit and kind in a report.
 #pragma once
 
 #include <cstdint>
@@ -10,19 +10,19 @@
 
 namespace rtrange {
 
-/// Collects rows and writes them block by block, so that memory does not grow with the run. A block
-/// is a script element of inert text: base64 of its columns, one after the other, little-endian.
-/// The first column is the time in seconds, as a double.
+/// Collects rows and writes them in blocks, so that memory does not grow with the run. A block is a
+/// script element that is not executed. Its text is the base64 of its columns, one after the other,
+/// little-endian. The first column is the time in seconds, as a double.
 class report_stream {
 public:
-    /// `number` tells the stream's blocks from those of others.
+    /// `number` identifies the blocks of this stream.
     report_stream(std::size_t number, std::string unit, row_kind kind,
                   std::vector<report_column> columns);
 
     /// Appends a row. Throws failure when a block cannot be written.
     void add(const record_row& row, double time_s, output_file& file);
 
-    /// Writes what is left. Throws failure when it cannot be written.
+    /// Writes the last block. Throws failure when it cannot be written.
     void flush(output_file& file);
 
     const std::string& unit() const { return unit_; }
@@ -35,8 +35,8 @@ private:
     std::string unit_;
     row_kind kind_;
     std::vector<report_column> columns_;
-    std::vector<double> times_;                     ///< of the block in hand
-    std::vector<std::vector<std::uint8_t>> values_; ///< of the block in hand, by column
+    std::vector<double> times_;                     ///< of the current block
+    std::vector<std::vector<std::uint8_t>> values_; ///< of the current block, by column
     std::string text_;
     std::uint64_t rows_ = 0;
 };

@@ -86,7 +86,7 @@ std::string report_summary(const frame_outcomes& outcomes, std::uint64_t zero_ns
     if (streams.empty())
         summary["reason_for_no_rows"] = reason_for_no_rows(outcomes);
 
-    // File names need not be UTF-8, and may look like the end of the element.
+    // File names may be invalid UTF-8, and may contain "</script>".
     std::string text = summary.dump(-1, ' ', false, json::error_handler_t::replace);
     for (std::size_t at = 0; (at = text.find('<', at)) != std::string::npos;)
         text.replace(at, 1, "\\u003c");

@@ -1,4 +1,4 @@
-// What a report says in words.
+// The summary of a run for the page.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// What the page says in words.
+// The cards with texts and tables.
 "use strict";
 
 function element(name, properties = {}, ...children) {
@@ -13,7 +13,7 @@ function card(title, ...content) {
   document.getElementById("cards").append(result);
 }
 
-/** A table of rows of cells; the columns named in `numbers` are aligned to the right. */
+/** A table element. Columns whose index is in `numbers` are aligned to the right. */
 function table(rows, numbers) {
   return element(
     "table",
@@ -34,7 +34,7 @@ function swatch(unit) {
   return result;
 }
 
-/** Swatches have the colours of the theme. */
+/** Gives all swatches the colours of the current theme. */
 function colour_swatches() {
   for (const each of document.querySelectorAll(".swatch"))
     each.style.background = unit_colour(each.dataset.unit);
@@ -70,7 +70,7 @@ function show_header(summary) {
   ];
   document.getElementById("subtitle").textContent = parts.join("  ·  ");
   document.getElementById("footer").textContent =
-    `Written by rtrange ${summary.version}. Plots by uPlot, MIT licence; its text stands in the source of this page.`;
+    `Written by rtrange ${summary.version}. Plots by uPlot, MIT licence (its text is in the source of this page).`;
 }
 
 function show_units(summary) {
@@ -78,7 +78,7 @@ function show_units(summary) {
     const identified = `at ${seconds_text(time)}${count > 1 ? `, ${count_text(count)} times` : ""}`;
     return [swatch(unit), unit_names[unit], address, identified];
   });
-  card("Units identified", rows.length > 0 ? table(rows, [3]) : "None: no RCOM packet named an address.");
+  card("Units identified", rows.length > 0 ? table(rows, [3]) : "None: no RCOM packet contained an address.");
 }
 
 function show_outcomes(summary) {
@@ -91,7 +91,7 @@ function show_outcomes(summary) {
   );
 }
 
-/** How many rows, and how many per second. */
+/** The number of rows, and of rows per second. */
 function rows_text({ rows, values: { time } }) {
   const span = time.at(-1) - time[0];
   return span > 0
@@ -115,7 +115,7 @@ function show_rows(streams) {
   card("Rows", table([head, ...rows], [2, 3, 4]));
 }
 
-/** A button that shows a moment in all plots. */
+/** A button that shows a range of time in all plots. */
 function time_link(axis, from, to) {
   const button = element("button", { type: "button", className: "link", textContent: seconds_text(from) });
   const margin = Math.max(2 * (to - from), 0.5);
@@ -157,7 +157,7 @@ function show_gaps(summary, streams, axis) {
   if (gaps.count === 0)
     content.push(
       element("p", {
-        textContent: "No gaps: no unit pauses for more than five times its usual interval and 50 ms.",
+        textContent: "No gaps: no pause is longer than both 50 ms and five times the usual interval.",
       }),
     );
   else
@@ -175,7 +175,7 @@ function show_gaps(summary, streams, axis) {
     ]);
     content.push(
       element("p", {
-        textContent: `${count_text(steps.count)} ${steps.count === 1 ? "reset: time steps" : "resets: time steps"} back and the decoder starts afresh`,
+        textContent: `${count_text(steps.count)} ${steps.count === 1 ? "reset: time steps" : "resets: time steps"} back and the decoder restarts`,
       }),
       table(rows, [1, 3]),
     );
@@ -187,7 +187,7 @@ function show_note(text) {
   document.getElementById("notes").append(element("p", { className: "note", textContent: text }));
 }
 
-/** Time under the cursor and in view. */
+/** Shows the time under the cursor, or else the range of time in view. */
 function show_readout(summary, axis) {
   const { from, to, cursor } = axis;
   const view = `${seconds_text(Math.max(from, summary.begin))} to ${seconds_text(Math.min(to, summary.end))}`;

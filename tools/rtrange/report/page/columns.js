@@ -1,4 +1,4 @@
-// Columns of numbers, out of the data blocks of the page.
+// Reads the columns of numbers from the data blocks of the page.
 "use strict";
 
 function bytes_of(base64) {
@@ -13,7 +13,7 @@ function empty_columns(stream) {
   return columns;
 }
 
-/** Puts a block's rows behind those that came before. */
+/** Decodes a block into the columns, from `row` on. Returns the number of its rows. */
 function append_block(block, columns, row) {
   const rows = Number(block.dataset.rows);
   const { buffer } = bytes_of(block.textContent);
@@ -31,7 +31,7 @@ function is_ascending(times) {
   return true;
 }
 
-/** After a step back in time rows come in the wrong order, and plots need them in the right one. */
+/** Plots need rows in order of time. After a step back in time they are not. */
 function sort_by_time(columns) {
   if (is_ascending(columns.time)) return columns;
   const { time } = columns;
@@ -41,14 +41,14 @@ function sort_by_time(columns) {
   return sorted;
 }
 
-/** The streams of the summary with their columns, each a typed array, by name. */
+/** The streams of the summary, each with its columns as typed arrays by name. */
 function read_streams(summary) {
   const columns = summary.streams.map(empty_columns);
   const filled = summary.streams.map(() => 0);
   for (const block of document.querySelectorAll("script[data-stream]")) {
     const stream = Number(block.dataset.stream);
     filled[stream] += append_block(block, columns[stream], filled[stream]);
-    block.remove(); // the text is larger than the numbers
+    block.remove(); // frees the text, which is larger than the numbers
   }
   return summary.streams.map((stream, i) => ({ ...stream, values: sort_by_time(columns[i]) }));
 }

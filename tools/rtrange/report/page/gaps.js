@@ -1,12 +1,12 @@
-// Pauses in a sequence of times.
+// Detection of gaps in a sequence of times.
 "use strict";
 
 const shortest_gap_s = 0.05;
 const gap_over_usual_interval = 5;
 
 /**
- * The usual interval between cycles. Several rows may come at once in each of them, so that the
- * median interval can be next to nothing.
+ * The usual interval between rows: the upper quartile. The median would be near zero for units that
+ * send several packets at a time.
  */
 function usual_interval(times) {
   const step = Math.max(1, Math.floor(times.length / 20000));
@@ -16,7 +16,7 @@ function usual_interval(times) {
   return intervals[Math.floor(intervals.length * 0.75)] ?? 0;
 }
 
-/** The indices of the rows that come after a pause. */
+/** The indices of the rows that follow a gap. */
 function rows_after_gaps(times) {
   const longest = Math.max(shortest_gap_s, gap_over_usual_interval * usual_interval(times));
   const rows = [];

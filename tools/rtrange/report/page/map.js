@@ -1,4 +1,4 @@
-// The paths over the ground, with one scale for both directions.
+// The map of the paths, with the same scale in both directions.
 "use strict";
 
 class MapView {
@@ -6,7 +6,7 @@ class MapView {
     this.paths = paths;
     this.axis = axis;
     this.extent = extent_of(paths);
-    // Enough for a view of everything; whoever comes closer sees all points.
+    // Fine enough for a view of the whole map. Closer views draw all points.
     this.spacing =
       Math.max(this.extent.east - this.extent.west, this.extent.north - this.extent.south) / 3000;
     for (const path of paths) path.coarse = coarse_points(path, this.spacing);
@@ -61,13 +61,13 @@ class MapView {
     };
   }
 
-  /** In pixels of the style sheet. The elements take on a new size only when the plot draws. */
+  /** The size of the plotting area in CSS pixels. From `bbox`: elements are resized only on drawing. */
   size() {
     const { width, height } = this.u.bbox;
     return { width: width / devicePixelRatio, height: height / devicePixelRatio };
   }
 
-  /** Metres per pixel of the style sheet, the same in both directions. */
+  /** Metres per CSS pixel, the same in both directions. */
   metres_per_pixel() {
     const { west, east, south, north } = this.extent;
     const { width, height } = this.size();
@@ -97,7 +97,7 @@ class MapView {
     this.place_markers();
   }
 
-  /** A path, with the part in view in the time plots in bold. */
+  /** Draws a path. The part that the time plots show is bold. */
   draw_path(ctx, path) {
     const { times } = path;
     const begin = lower_bound(times, this.axis.from);
@@ -138,7 +138,7 @@ class MapView {
       if (Number.isNaN(values[point])) continue;
       const x = x_of(values[point]);
       const y = y_of(north[point]);
-      // Steps that nobody can see make up nearly all of a long path.
+      // Skips steps of less than a pixel, which are most of a long path.
       if (pen_is_down && Math.abs(x - last_x) + Math.abs(y - last_y) < 0.7) continue;
       if (pen_is_down) ctx.lineTo(x, y);
       else ctx.moveTo(x, y);
@@ -148,7 +148,7 @@ class MapView {
     ctx.stroke();
   }
 
-  /** From metres to pixels of the canvas, as functions that cost next to nothing per point. */
+  /** A function from metres to canvas pixels, cheap enough to call for every point. */
   canvas_x() {
     const [west, east] = this.range_east();
     const { left, width } = this.u.bbox;
@@ -190,7 +190,7 @@ class MapView {
     return marker;
   }
 
-  /** Shows where each unit is at the time under the cursor. */
+  /** Marks the position of each unit at the time under the cursor. */
   place_markers() {
     this.markers?.forEach((marker, i) => {
       const path = this.paths[i];
@@ -225,7 +225,7 @@ class MapView {
     });
   }
 
-  /** When a unit was near a place on the map, in pixels; null if none ever was. */
+  /** The time at which a unit was nearest to a point on the map, in pixels; null if none came near. */
   time_near(x, y) {
     const metres = this.metres_per_pixel();
     const east = this.range_east()[0] + x * metres;
@@ -244,7 +244,7 @@ class MapView {
     return time;
   }
 
-  /** What is under the mouse stays there. */
+  /** Zooms around the point under the mouse. */
   zoom_with_wheel(event) {
     event.preventDefault();
     const before = this.metres_per_pixel();

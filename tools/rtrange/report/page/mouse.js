@@ -1,4 +1,4 @@
-// What the mouse does on a plot.
+// Mouse actions on plots.
 "use strict";
 
 function is_cursor_event(type) {
@@ -12,14 +12,14 @@ function select_with_mouse(u, axis) {
   u.setSelect({ left: 0, width: 0, top: 0, height: 0 }, false);
 }
 
-/** The plot that the mouse is over tells the time; the others only follow it. */
+/** Sets the time under the cursor from the plot that the mouse is over. The other plots follow. */
 function point_with_mouse(u, axis) {
   if (u.cursor.event) axis.point_to(u.cursor.left >= 0 ? u.posToVal(u.cursor.left, "x") : null);
 }
 
-/** Moves the cursor of a plot to where another part of the page has put it. */
+/** Moves the cursor of a plot to a time that the map has set. */
 function follow_cursor(u, axis) {
-  if (document.querySelector(".over-time:hover")) return; // the plots follow one another
+  if (document.querySelector(".over-time:hover")) return; // uPlot synchronises the plots
   u.setCursor({ left: axis.cursor === null ? -10 : u.valToPos(axis.cursor, "x"), top: 0 }, false);
 }
 
@@ -33,13 +33,13 @@ function pan_with_mouse(event, u, axis) {
   follow_mouse(move);
 }
 
-/** Calls `move` for every movement until the button is released. */
+/** Calls `move` for every mouse movement until the button is released. */
 function follow_mouse(move) {
   document.addEventListener("mousemove", move);
   document.addEventListener("mouseup", () => document.removeEventListener("mousemove", move), { once: true });
 }
 
-/** How much a turn of the wheel zooms, whatever it counts in. */
+/** The zoom factor for a turn of the wheel, in pixels or in lines. */
 function wheel_factor(event) {
   const pixels = event.deltaMode === 0 ? event.deltaY : event.deltaY * 40;
   return Math.exp(Math.max(-200, Math.min(200, pixels)) * 0.002);

@@ -1,5 +1,5 @@
-// Names and colours. The colours can be told apart with any colour vision, and are the same for a
-// unit everywhere.
+// Names and colours of units. The colours are distinguishable with colour vision deficiencies, and
+// each unit has the same one everywhere.
 "use strict";
 
 const unit_names = {
@@ -44,7 +44,7 @@ function style_colour(name) {
   return getComputedStyle(document.documentElement).getPropertyValue(name).trim();
 }
 
-/** Light or dark follows the system and a button; `redraw` is called after each switch. */
+/** The theme follows the system's setting and the button. Calls `redraw` after each switch. */
 function start_theme(redraw) {
   const button = document.getElementById("theme");
   const show = (theme) => {

@@ -1,7 +1,7 @@
-// Where the units were.
+// The paths of the units.
 "use strict";
 
-/** The positions of each unit: from its own navigation or, if there is none, from range packets. */
+/** The positions of each unit: from its NCOM or, if there is none, from range packets. */
 function paths_of(streams) {
   const paths = new Map();
   for (const kind of ["navigation", "range"])
@@ -15,7 +15,7 @@ function paths_of(streams) {
   return [...paths.values()];
 }
 
-/** The middle of all paths, and the metres that they take up in both directions. */
+/** The bounds of all paths in metres. */
 function extent_of(paths) {
   const extent = { west: Infinity, east: -Infinity, south: Infinity, north: -Infinity };
   for (const { values, north } of paths)
@@ -28,7 +28,7 @@ function extent_of(paths) {
   return extent;
 }
 
-/** The points of a path that are at least so many metres from the one before. */
+/** The points of a path that are at least `spacing` metres from the previous one. */
 function coarse_points({ values, north }, spacing) {
   const points = [];
   for (let i = 0, last = -1; i < values.length; ++i) {

@@ -1,9 +1,9 @@
-// What all plots have in common.
+// Parts that all plots share.
 "use strict";
 
 const plot_font = '12px system-ui, "Segoe UI", Roboto, "Helvetica Neue", sans-serif';
 
-/** What all axes of all plots have in common; colours are asked for at each drawing. */
+/** The style of all axes. Colours are looked up at each drawing, because the theme may change. */
 function axis_style(size) {
   return {
     size,
@@ -15,12 +15,12 @@ function axis_style(size) {
   };
 }
 
-/** Numbers without the noise of binary fractions. */
+/** A number without rounding errors of binary fractions. */
 function plain(number) {
   return String(Number(number.toPrecision(10))).replace("-", "−");
 }
 
-/** A frame with a title for a plot, and a function that tells the size of what is inside. */
+/** Creates a figure with a title, and the element in it that the plot is drawn in. */
 function plot_frame(title, hint, parent) {
   const figure = document.createElement("figure");
   const caption = document.createElement("figcaption");
@@ -37,7 +37,7 @@ function plot_frame(title, hint, parent) {
   return { figure, canvas };
 }
 
-/** Gives a legend the colours of the units, also after a switch of the theme, and keys to switch traces. */
+/** Makes a legend follow the theme, and lets the keyboard hide and show traces. */
 function complete_legend(u, traces) {
   const labels = [...u.root.querySelectorAll(".u-legend .u-series > th")].slice(-traces.length);
   for (const [i, label] of labels.entries()) {
@@ -54,12 +54,12 @@ function complete_legend(u, traces) {
   }
 }
 
-/** Fits a plot to its frame now and whenever that changes; `draw` is called after each. */
+/** Fits a plot to its figure, now and whenever the figure is resized. Calls `draw` each time. */
 function keep_fitting(u, canvas, draw) {
   const legend = u.root.querySelector(".u-legend");
   const fit = () => {
     const width = canvas.clientWidth;
-    legend.style.width = `${width}px`; // how many lines it takes depends on it
+    legend.style.width = `${width}px`; // before its height is read: the width decides how many lines it has
     u.setSize({ width, height: Math.max(canvas.clientHeight - legend.offsetHeight, 80) });
     draw();
   };

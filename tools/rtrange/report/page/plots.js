@@ -1,11 +1,11 @@
-// Which plots there are, and what is in them.
+// The plots over time and their traces.
 "use strict";
 
 /**
- * The plots that every report has. `least_span` keeps noise from filling a plot, `range` is fixed,
- * `decimals` are those of the legend.
+ * The default plots. The value axis spans at least `least_span`, so that noise does not fill the
+ * plot, or exactly `range`. `decimals` are those of the legend.
  */
-const usual_plots = [
+const default_plots = [
   {
     title: "Longitudinal range",
     unit: "m",
@@ -91,12 +91,12 @@ const usual_plots = [
   },
 ];
 
-/** Vehicles that move apart have a negative time to collision. */
+/** Removes negative times to collision, which mean that the vehicles move apart. */
 function only_collisions(values) {
   return values.map((value) => (value > 0 ? value : NaN));
 }
 
-/** Angles from 0 to 360, or from -180 to 180 if that makes fewer lines wrap. */
+/** Angles from 0 to 360, or from -180 to 180 if the lines then wrap less often. */
 function unwrapped_where_possible(all_values) {
   const wraps = (lists) =>
     lists.reduce(
@@ -108,23 +108,23 @@ function unwrapped_where_possible(all_values) {
   return wraps(centred) < wraps(all_values) ? centred : all_values;
 }
 
-/** The packets take turns with the fields, and are through after 200; as many rows may tell of ranges. */
-const rows_until_all_fields_came = 400;
+/** All status channels have come after 200 packets. As many rows may be from range packets. */
+const rows_until_all_channels = 400;
 
 /**
- * A record begins as zeros and tells nothing of a field before the packets come that bring it. Zeros
- * that last longer are values, such as the yaw rate on a straight road.
+ * Replaces the zeros at the start by NaN: a field is zero until a packet sets it. Zeros that last
+ * longer than all status channels take are values, such as the yaw rate on a straight road.
  */
 function without_leading_zeros(values) {
   const first = values.findIndex((value) => value !== 0 && !Number.isNaN(value));
-  return first > 0 && first <= rows_until_all_fields_came ? values.slice().fill(NaN, 0, first) : values;
+  return first > 0 && first <= rows_until_all_channels ? values.slice().fill(NaN, 0, first) : values;
 }
 
 function has_values(values) {
   return values.some((value) => !Number.isNaN(value));
 }
 
-function usual_plot(plot, streams) {
+function default_plot(plot, streams) {
   const found = streams.filter(
     ({ kind, unit }) => kind === plot.kind && (kind === "navigation" || unit !== "hunter"),
   );
@@ -137,7 +137,7 @@ function usual_plot(plot, streams) {
   return { ...plot, traces };
 }
 
-/** For each row of two streams, in order of time: its index in the first, or behind that one's end. */
+/** The rows of two streams in order of time: indices into the first, followed by the second. */
 function merged_order(first, second) {
   const order = new Uint32Array(first.length + second.length);
   let [i, j] = [0, 0];
@@ -147,7 +147,7 @@ function merged_order(first, second) {
   return order;
 }
 
-/** The rows of two streams of a unit as one, in order of time. */
+/** Merges the rows of two streams of a unit, in order of time. */
 function merged(first, second) {
   const order = merged_order(first.time, second.time);
   const columns = {};
@@ -158,7 +158,7 @@ function merged(first, second) {
   return columns;
 }
 
-/** The columns of each unit, whatever packets they come from. */
+/** The columns of each unit, with the rows of all kinds merged. */
 function columns_by_unit(streams) {
   const columns = new Map();
   for (const { unit, values } of streams)
@@ -166,8 +166,8 @@ function columns_by_unit(streams) {
   return columns;
 }
 
-/** As many decimals as tell a thousandth of what the traces span. */
-function telling_decimals(traces) {
+/** The number of decimals that resolves a thousandth of the span of the traces. */
+function resolving_decimals(traces) {
   const all = traces.flatMap(({ summary: { low, high } }) => [...low, ...high]).filter(Number.isFinite);
   if (traces.every(({ values }) => values.every((value) => Number.isNaN(value) || Number.isInteger(value))))
     return 0;
@@ -177,8 +177,8 @@ function telling_decimals(traces) {
 }
 
 /**
- * The units whose columns tell a field. Rows of RCOM do so of all targets in turn, which makes no line
- * where every target has one of its own.
+ * The units that have a field. Without RCOM if others have it: the rows of RCOM are about all targets
+ * in turn, and each target has a trace of its own.
  */
 function units_with(field, columns) {
   const units = [...columns.keys()].filter((unit) => field.name in columns.get(unit));
@@ -193,13 +193,13 @@ function field_plot(field, columns) {
     if (has_values(values)) traces.push(make_trace(unit, unit_names[unit], time, values, false));
   }
   const hint = field.meaning === field.name ? "" : field.meaning;
-  return { title: field.name, hint, unit: field.unit, decimals: telling_decimals(traces), traces };
+  return { title: field.name, hint, unit: field.unit, decimals: resolving_decimals(traces), traces };
 }
 
-/** All time plots of the run that have something to show. */
+/** All plots over time that have at least one trace. */
 function time_plots_of(summary, streams) {
   if (!summary.named_fields)
-    return usual_plots.map((plot) => usual_plot(plot, streams)).filter(({ traces }) => traces.length > 0);
+    return default_plots.map((plot) => default_plot(plot, streams)).filter(({ traces }) => traces.length > 0);
   const fields = new Map();
   for (const { columns } of streams)
     for (const column of columns) if (column.bits === 64) fields.set(column.name, column);

@@ -1,9 +1,9 @@
-// Puts the page together.
+// Builds the page.
 "use strict";
 
 /**
- * Until all units are identified, the NCOM of any of them counts as the hunter's. Such rows are
- * shown only if the run has nothing better.
+ * Until all units are identified, the NCOM of any unit is in the hunter's table. Such rows are shown
+ * only if there are no others of the hunter.
  */
 function without_mixed_rows(streams) {
   const mixed = streams.filter(({ unit }) => unit === "unidentified");
@@ -11,13 +11,13 @@ function without_mixed_rows(streams) {
   if (mixed.length === 0) return streams;
   if (!others.some(({ unit }) => unit === "hunter")) {
     show_note(
-      "No RCOM packet has named the hunter's address, so that all NCOM counts as the hunter's. If several units were sending, its traces mix them.",
+      "No RCOM packet contained the hunter's address, so all NCOM is shown as the hunter's. If several units sent NCOM, their values are mixed.",
     );
     return [...mixed.map((stream) => ({ ...stream, unit: "hunter" })), ...others];
   }
   const rows = mixed.reduce((sum, stream) => sum + stream.rows, 0);
   show_note(
-    `Not drawn: ${rows === 1 ? "the first row" : `${count_text(rows)} rows`} from before all units were identified. Until then all NCOM counts as the hunter's.`,
+    `Not plotted: ${rows === 1 ? "the first row" : `${count_text(rows)} rows`} from before all units were identified. Until then, the NCOM of any unit is in the hunter's table.`,
   );
   return others;
 }
@@ -42,7 +42,7 @@ function start() {
   }
   if (summary.steps_back.count > 0 && streams.length > 0)
     show_note(
-      "Time steps back in this run. The plots show all rows in order of their times, so that parts recorded twice lie over one another.",
+      "Time steps back in this run. The plots show all rows in order of time; parts that were recorded twice overlap.",
     );
 
   const parent = document.getElementById("plots");
@@ -51,8 +51,8 @@ function start() {
   const plots = time_plots_of(summary, streams).map((plot) => create_time_plot(plot, axis, parent));
 
   if (!map && plots.length === 0) {
-    const reason = summary.reason_for_no_rows ?? "the rows hold no values of these fields";
-    show_note(`Nothing to draw: ${reason}.`);
+    const reason = summary.reason_for_no_rows ?? "the rows contain no values of these fields";
+    show_note(`Nothing to plot: ${reason}.`);
     document.getElementById("toolbar").hidden = parent.hidden = true;
   }
 
@@ -68,7 +68,7 @@ function start() {
     colour_swatches();
     axis.redraw();
   });
-  // For whoever wants to look closer, from the console of the browser.
+  // For inspection in the browser's console.
   window.report = { summary, streams, axis, map, plots };
 }
 

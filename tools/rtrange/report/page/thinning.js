@@ -1,7 +1,7 @@
-// As many points as there is room for on the screen, with every peak among them.
+// Reduces traces to as many points as the screen can show. Keeps every peak.
 "use strict";
 
-/** The lowest and the highest of the values [begin, end), by way of whole buckets. */
+/** The lowest and the highest of the values [begin, end), from the summaries of whole buckets. */
 function extremes(trace, begin, end) {
   const { values, summary } = trace;
   let low = Infinity;
@@ -25,9 +25,9 @@ function extremes(trace, begin, end) {
 }
 
 /**
- * A trace on a grid of pixel columns with three places each: for a break, and for the two extremes
- * in the order that the values suggest. Places that the line just passes stay undefined; null
- * breaks it.
+ * A trace on a grid of pixel columns. Each column has three elements: one for a break, and one for
+ * each of the two extremes, in the order in which the trace reaches them. Undefined elements are
+ * skipped; null breaks the line.
  */
 function thin(trace, from, to, columns) {
   const { times, values, breaks, is_angle } = trace;
@@ -42,7 +42,7 @@ function thin(trace, from, to, columns) {
     let visible_begin = begin;
     for (; breaks[next_break] < end; ++next_break) {
       broken = true;
-      // Both sides of a wrap in one pixel column would make a line from top to bottom.
+      // The values before and after a wrap would make a line from top to bottom.
       if (is_angle) visible_begin = breaks[next_break];
     }
     const { low, high } = extremes(trace, visible_begin, end);
@@ -68,7 +68,7 @@ function grid(from, to, columns) {
   );
 }
 
-/** All points of a trace in a range, and one more on either side, with a null in each break. */
+/** The points [begin, end) of a trace, with a null in each break. */
 function excerpt(trace, begin, end) {
   const times = [];
   const values = [];
@@ -79,14 +79,14 @@ function excerpt(trace, begin, end) {
       times.push((trace.times[i - 1] + trace.times[i]) / 2);
       values.push(null);
     }
-    if (times.length > 0 && times.at(-1) === trace.times[i]) continue; // two rows of one moment
+    if (times.length > 0 && times.at(-1) === trace.times[i]) continue; // the plot needs distinct times
     times.push(trace.times[i]);
     values.push(Number.isNaN(trace.values[i]) ? null : trace.values[i]);
   }
   return [times, values];
 }
 
-/** The data of a plot of the traces: exact if they are few, otherwise thinned to pixel columns. */
+/** The data for plotting the traces: all points if they are few, otherwise thinned to pixel columns. */
 function plot_data(traces, from, to, columns) {
   const limits = traces.map(({ times }) => ({
     begin: Math.max(0, lower_bound(times, from) - 1),

@@ -1,8 +1,8 @@
-// The range of time in view and the time under the cursor, which all plots share.
+// The range of time in view and the time under the cursor. All plots share them.
 "use strict";
 
 class TimeAxis {
-  /** Knows the times of the whole run. */
+  /** `begin` and `end` are the times of the whole run in seconds. */
   constructor(begin, end) {
     const span = Math.max(end - begin, 0.01);
     this.whole = { from: begin - 0.01 * span, to: begin + 1.01 * span };
@@ -14,7 +14,7 @@ class TimeAxis {
     this.pending = false;
   }
 
-  /** Shows a range of time. Many calls within a frame of the screen cost one drawing. */
+  /** Shows a range of time. Several calls within an animation frame cause one redraw. */
   show(from, to) {
     const shortest = 1e-3;
     const limit = this.whole.to - this.whole.from;
@@ -47,7 +47,7 @@ class TimeAxis {
     this.show(this.from + seconds, this.to + seconds);
   }
 
-  /** Puts the cursor to a time, or takes it away with null. */
+  /** Moves the cursor to a time, or hides it for null. */
   point_to(time) {
     if (time === this.cursor) return;
     this.cursor = time;
@@ -55,7 +55,7 @@ class TimeAxis {
   }
 }
 
-/** The keys that move the view while the plots have the focus. */
+/** Handles the keys that move the view while the plots have the focus. */
 function listen_to_keys(element, axis) {
   const span = () => axis.to - axis.from;
   const middle = () => (axis.from + axis.to) / 2;

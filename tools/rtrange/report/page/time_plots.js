@@ -1,11 +1,11 @@
-// A plot over time.
+// Drawing of one plot over time.
 "use strict";
 
 function compass(degrees) {
   return plain((degrees + 360) % 360);
 }
 
-/** What a legend says at a time; the unit stands in the title. */
+/** The value of a trace at a time, for the legend. The unit is in the title. */
 function legend_value(plot, trace, time) {
   const point = time === null ? -1 : point_at(trace, time);
   if (point < 0 || Number.isNaN(trace.values[point])) return "–";
@@ -16,10 +16,10 @@ function value_text(plot, value) {
   return value.toFixed(plot.decimals).replace("-", "−");
 }
 
-/** The number of characters that the longest value of a plot takes up. */
+/** The length of the longest value of a plot in characters. */
 function longest_value(plot) {
   let longest = 5;
-  if (plot.range) return longest; // what lies far outside of it interests nobody
+  if (plot.range) return longest; // values outside the range may be cut off
   for (const { summary } of plot.traces)
     for (const bounds of [summary.low, summary.high])
       for (const value of bounds)
@@ -27,13 +27,13 @@ function longest_value(plot) {
   return longest;
 }
 
-/** Room for the labels of an axis, the same for all that are not unusually long. */
+/** The width for the labels of an axis, equal for all plots unless a label is very long. */
 function label_size(u, labels) {
   const longest = Math.max(0, ...(labels ?? []).map((label) => label.length));
   return Math.max(58, 14 + 7.4 * longest);
 }
 
-/** Keeps a distance between the lines and the frame, and noise from filling it. */
+/** The range of the value axis: with a margin, and at least `least_span`. */
 function value_range(plot) {
   if (plot.range) return () => plot.range;
   return (u, low, high) => {
@@ -74,7 +74,7 @@ function plot_options(plot, axis) {
         key: "time",
         setSeries: false,
         scales: ["x", null],
-        // Selecting is a matter of one plot; only where the cursor stands concerns all.
+        // Only the position of the cursor is synchronised, not selections.
         filters: { pub: is_cursor_event, sub: is_cursor_event },
       },
       points: { size: 7 },

@@ -1,9 +1,9 @@
-// One line of a plot: values over time, and where the line is broken.
+// The traces of a plot: values over time, and where their lines break.
 "use strict";
 
 const points_per_bucket = 64;
 
-/** The lowest and the highest value of every bucket of points; an empty range where all are NaN. */
+/** The lowest and the highest value of each bucket; Infinity and -Infinity where all are NaN. */
 function summarise(values) {
   const buckets = Math.ceil(values.length / points_per_bucket);
   const low = new values.constructor(buckets).fill(Infinity);
@@ -16,7 +16,7 @@ function summarise(values) {
   return { low, high };
 }
 
-/** The indices of values that no line may lead to: after a gap, after NaN, across the wrap of an angle. */
+/** The indices of values before which the line breaks: after gaps, after NaN, at wraps of an angle. */
 function find_breaks(times, values, is_angle) {
   const breaks = new Set(rows_after_gaps(times));
   for (let i = 1; i < values.length; ++i) {
