@@ -75,7 +75,7 @@ TEST_F(wrapped_ncom, target_record_and_packages) {
     const package& target = packages[1];
     EXPECT_EQ(target.data.size(), 873U);
     EXPECT_EQ(target.u32(0), unit_tags[2]);
-    EXPECT_EQ(target.reference_timestamp, 5000U);
+    EXPECT_EQ(+target.header.reference_timestamp, 5000U);
     EXPECT_EQ(target.at<ip_address>(unit), target_address);
     EXPECT_EQ(target.u32(unit + 4), 51000U);
     EXPECT_EQ(target.at<ip_address>(unit + 8), relay); // where the datagram came from
