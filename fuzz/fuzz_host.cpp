@@ -5,14 +5,11 @@
 #include "tests/harness/expectations.hpp"
 
 namespace fuzz {
-namespace {
 
-[[maybe_unused]] const bool failures_stop_the_program = [] {
+input::input(std::span<const std::uint8_t> bytes) : rest_(bytes) {
+    // A failed expectation ends the program, as a fuzzer wants it.
     GTEST_FLAG_SET(break_on_failure, true);
-    return true;
-}();
-
-} // namespace
+}
 
 std::uint8_t input::byte() {
     const auto taken = take(1);

@@ -10,7 +10,7 @@ namespace fuzz {
 /// Takes an input apart, byte after byte; gives zeros when it has come to its end.
 class input {
 public:
-    explicit input(std::span<const std::uint8_t> bytes) : rest_(bytes) {}
+    explicit input(std::span<const std::uint8_t> bytes);
 
     bool empty() const { return rest_.empty(); }
     std::uint8_t byte();

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <span>
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -28,18 +29,14 @@ void feed(const fs::path& file) {
 } // namespace
 
 int main(int argc, char** argv) {
-    std::size_t count = 0;
-    for (int i = 1; i < argc; ++i) {
-        if (!fs::is_directory(argv[i])) {
-            feed(argv[i]);
-            ++count;
-            continue;
-        }
-        for (const auto& entry : fs::directory_iterator(argv[i])) {
-            feed(entry.path());
-            ++count;
-        }
-    }
-    std::printf("%zu inputs\n", count);
-    return count > 0 ? 0 : 1;
+    std::vector<fs::path> files;
+    for (const fs::path argument : std::span(argv, static_cast<std::size_t>(argc)).subspan(1))
+        if (fs::is_directory(argument))
+            files.insert(files.end(), fs::directory_iterator(argument), {});
+        else
+            files.push_back(argument);
+    for (const fs::path& file : files)
+        feed(file);
+    std::printf("%zu inputs\n", files.size());
+    return files.empty() ? 1 : 0;
 }

@@ -48,11 +48,10 @@ struct translation {
 };
 
 std::vector<translation> translations() {
-    const auto system_error = [](int value, const std::error_category& category) {
-        return [value, &category] { throw std::system_error(value, category, "io"); };
-    };
-    const auto text = [](int value, const std::error_category& category) -> std::string {
-        return std::system_error(value, category, "io").what();
+    const auto system_error = [](int value, const std::error_category& category,
+                                 std::uint32_t code) -> translation {
+        const std::system_error error(value, category, "io");
+        return {category.name(), [error] { throw error; }, code, error.what()};
     };
     return {
 #ifdef _WIN32
@@ -67,12 +66,9 @@ std::vector<translation> translations() {
         {"timed out", [] { throw runtime::timed_out_error("late"); }, 0xA00005B4, "late"},
         {"file exists", [] { throw runtime::file_exists_error("there"); }, 0xA0030011, "there"},
         {"argument", [] { throw std::invalid_argument("bad"); }, 0xA0030016, "bad"},
-        {"generic", system_error(2, std::generic_category()), 0xA0030002,
-         text(2, std::generic_category())},
-        {"iostream", system_error(1, std::iostream_category()), 0xA0050001,
-         text(1, std::iostream_category())},
-        {"system", system_error(5, std::system_category()), 0xA0070005,
-         text(5, std::system_category())},
+        system_error(2, std::generic_category(), 0xA0030002),
+        system_error(1, std::iostream_category(), 0xA0050001),
+        system_error(5, std::system_category(), 0xA0070005),
         {"logic", [] { throw std::logic_error("wrong"); }, 0xA0000FA5, "wrong"},
         {"runtime", [] { throw std::runtime_error("failed"); }, 0xA0000FA5, "failed"},
         {"other", [] { throw 42; }, 0xA0000FA5, "unknown error"},

@@ -155,6 +155,17 @@ TEST_F(windows_package, decodes_like_the_linux_build) {
     expect_same_tables(program, scratch / "größer.pcapng");
 }
 
+TEST_F(windows_package, writes_files_of_any_name) {
+    const std::pair<std::string, const char*> cases[] = {
+        {"simulate 'Läufe.pcap' --duration 1 --rate 50", "Läufe.pcap"},
+        {"decode 'Läufe.pcap' --as hdf5 -o 'Läufe.h5'", "Läufe.h5"},
+        {"report 'Läufe.pcap' -o 'Läufe.html'", "Läufe.html"}};
+    for (const auto& [arguments, file] : cases) {
+        EXPECT_EQ(call(program, arguments).exit_code, 0) << arguments;
+        EXPECT_TRUE(fs::exists(scratch / "elsewhere" / file)) << file;
+    }
+}
+
 TEST_F(windows_package, finds_its_plug_in_and_names_what_it_cannot_find) {
     const result info = call(program, "info");
     EXPECT_EQ(info.exit_code, 0) << info.output;

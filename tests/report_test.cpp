@@ -59,20 +59,15 @@ struct report_page {
         const std::size_t rows = std::stoul(between(block, "data-rows=\"", "\""));
         const std::string bytes = decode_base64(block.substr(block.find('>') + 1));
         const char* at = bytes.data();
-        const auto read = [&](const std::string& name, bool is_double) {
-            std::vector<double>& column = streams[key(stream)][name];
-            for (std::size_t row = 0; row < rows; ++row) {
-                double wide = 0;
-                float narrow = 0;
-                std::memcpy(&wide, at, is_double ? sizeof(wide) : 0);
-                std::memcpy(&narrow, at, is_double ? 0 : sizeof(narrow));
-                column.push_back(is_double ? wide : static_cast<double>(narrow));
-                at += is_double ? sizeof(wide) : sizeof(narrow);
+        const auto read = [&](const std::string& name, auto number) {
+            for (std::size_t row = 0; row < rows; ++row, at += sizeof(number)) {
+                std::memcpy(&number, at, sizeof(number));
+                streams[key(stream)][name].push_back(static_cast<double>(number));
             }
         };
-        read("time", true);
+        read("time", double{});
         for (const json& column : stream["columns"])
-            read(column["name"], column["bits"] == 64);
+            column["bits"] == 64 ? read(column["name"], double{}) : read(column["name"], float{});
         EXPECT_EQ(at, bytes.data() + bytes.size());
     }
 

@@ -47,12 +47,13 @@ inline std::string too_short(const std::string& what, std::size_t least, std::si
 
 /// The header values of a package made from a raw package.
 inline void expect_header(const package& actual, const raw_package& raw, std::uint32_t nibble) {
-    EXPECT_EQ(actual.source_id, raw.source_id);
-    EXPECT_EQ(actual.source_info, raw.source_info);
-    EXPECT_EQ(actual.nibble, nibble);
-    EXPECT_EQ(actual.pass_through_block, raw.pass_through_block);
-    EXPECT_EQ(actual.reference_timestamp, raw.reference_timestamp);
-    EXPECT_EQ(actual.reserved_48 + actual.reserved_52 + actual.reserved_54, 0U);
+    const zel_package_t header = actual.header;
+    EXPECT_EQ(+header.source_id, raw.source_id);
+    EXPECT_EQ(+header.source_info, raw.source_info);
+    EXPECT_EQ(+header.source_info_nibble, nibble);
+    EXPECT_EQ(std::memcmp(header.pass_through_block, raw.pass_through_block.data(), 16), 0);
+    EXPECT_EQ(+header.reference_timestamp, raw.reference_timestamp);
+    EXPECT_EQ(header.reserved_48 + header.reserved_52 + header.reserved_54, 0U);
 }
 
 /// What every result has to be, whatever came in.
@@ -63,7 +64,7 @@ inline void expect_sound(const outcome& result, std::uint64_t timestamp) {
     }
     for (std::size_t i = 0; i < result.packages.size(); ++i) {
         const package& each = result.packages[i];
-        EXPECT_EQ(each.reference_timestamp, timestamp);
+        EXPECT_EQ(+each.header.reference_timestamp, timestamp);
         if (i == 0 && each.format_type == "zel.eth")
             continue;
         ASSERT_EQ(each.format_type, "zel.rtrange");

@@ -56,20 +56,8 @@ void* allocate_array(std::size_t count, std::size_t element_size, void* context)
 
 package copy_of(const zel_package_t& source) {
     EXPECT_TRUE(recording_host_block_untouched(&source));
-    package copy{source.source_id,
-                 source.source_info,
-                 source.source_info_nibble,
-                 {},
-                 source.reference_timestamp,
-                 source.reserved_48,
-                 source.reserved_52,
-                 source.reserved_54,
-                 recording_format_type(&source),
-                 {}};
-    std::memcpy(copy.pass_through_block.data(), source.pass_through_block, 16);
     const auto* const data = reinterpret_cast<const std::uint8_t*>(&source + 1);
-    copy.data.assign(data, data + source.size);
-    return copy;
+    return {source, recording_format_type(&source), bytes(data, data + source.size)};
 }
 
 raw_package wrapped(const bytes& header, const bytes& frame, std::uint64_t timestamp) {

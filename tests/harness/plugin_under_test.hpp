@@ -27,14 +27,7 @@ const zel_formatter_dispatch_table_t& ethernet_formatter();
 
 /// A package as the plug-in handed it over.
 struct package {
-    std::uint16_t source_id;
-    std::uint16_t source_info;
-    std::uint32_t nibble;
-    std::array<std::uint8_t, 16> pass_through_block;
-    std::uint64_t reference_timestamp;
-    std::uint32_t reserved_48;
-    std::uint16_t reserved_52;
-    std::uint8_t reserved_54;
+    zel_package_t header;
     std::string format_type;
     bytes data;
 
