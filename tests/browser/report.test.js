@@ -129,7 +129,6 @@ test("zooms, pans and resets all plots together", async () => {
     return all[0];
   };
   const whole = await span();
-  const middle = await point_on(page, "Heading", 0.5, 0.5);
   await page.locator('figure[data-plot="Heading"]').scrollIntoViewIfNeeded();
   const over = await point_on(page, "Heading", 0.25, 0.5);
   await page.mouse.move(...over);
