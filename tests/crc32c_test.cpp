@@ -30,7 +30,6 @@ TEST(crc32c, the_seed_continues_an_earlier_part) {
     for (std::size_t split = 0; split <= text.size(); ++split)
         EXPECT_EQ(crc_of(text.substr(split), ~crc_of(text.substr(0, split))), crc_of(text))
             << "split at " << split;
-    EXPECT_EQ(crc_of("56789", ~crc_of("1234")), 0xE3069283U);
 }
 
 } // namespace

@@ -7,22 +7,6 @@
 namespace harness {
 namespace {
 
-TEST(hostile_input, raw_packages_of_every_length) {
-    std::mt19937 random(1);
-    for (const auto* const formatter : {&recorder_formatter(), &ethernet_formatter()}) {
-        instance plugin(*formatter);
-        for (std::size_t size = 0; size <= 200; ++size) {
-            for (const int filler : {0x00, 0xFF, 0x57, 0xE7, -1}) {
-                raw_package raw{bytes(size)};
-                for (std::uint8_t& byte : raw.data)
-                    byte = static_cast<std::uint8_t>(filler >= 0 ? filler
-                                                                 : static_cast<int>(random()));
-                expect_sound(plugin.transform(raw), 1000);
-            }
-        }
-    }
-}
-
 TEST(hostile_input, mutated_frames_in_one_instance) {
     std::mt19937 random(2);
     const std::vector<bytes> seeds{

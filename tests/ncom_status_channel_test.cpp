@@ -88,14 +88,14 @@ TEST(ncom_status_channel, writes_its_own_bytes_and_keeps_those_of_the_others) {
         });
 }
 
-// Without bit 0 set, the time stays invalid and nothing else of the record depends on the byte.
+// The odd byte in front gives the checksum behind the data another bit 0.
 TEST(ncom_status_channel, tells_by_bit_0_whether_the_leap_seconds_are_valid) {
     const struct {
         std::uint8_t byte, value;
     } cases[] = {{0x81, 64}, {0xFF, 1}, {0xFD, 2}, {0x01, 0}, {0x7F, 63}};
     instance plugin;
     for (const auto& [byte, value] : cases) {
-        const auto packet = status_packet(16, {0, 0, 0, 0, 0, 0, 0, byte});
+        const auto packet = status_packet(16, {1, 0, 0, 0, 0, 0, 0, byte});
         const package record = first_package(plugin.decode(ncom_frame(packet)));
         EXPECT_EQ(record.u8(unit + 440), value) << unsigned{byte};
         EXPECT_EQ(record.u8(unit + 441), 1) << unsigned{byte};

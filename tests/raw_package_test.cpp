@@ -68,6 +68,7 @@ TEST(raw_package, the_bare_frame_comes_first_with_its_macs_exchanged) {
     EXPECT_EQ(package.data, (bytes{7, 8, 9, 10, 11, 12, 1, 2, 3, 4, 5, 6, 0x08, 0x00, 15, 16, 17}));
     expect_header(package, raw, 0xCDCDCDCD); // the host's own bytes
 
+    EXPECT_EQ(plugin.decode(cut(ncom_frame(ncom_packet{}), 14)).packages.size(), 1U);
     const outcome decoded = plugin.decode(ncom_frame(ncom_packet{}));
     ASSERT_EQ(decoded.packages.size(), 2U);
     EXPECT_EQ(decoded.packages[0].format_type, "zel.eth");

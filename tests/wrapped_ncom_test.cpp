@@ -117,6 +117,10 @@ TEST(wrapped_ncom_units, targets_are_asked_before_the_hunter) {
     expect_refusal(plugin.decode(wrapped_frame(hunter_address)), 200,
                    "Unknown target (IP ' 195.0.0.10 ).");
     EXPECT_EQ(tag_of({0, 0, 0, 0}), unit_tags[1]); // which is every unknown target's address
+    for (const ip_address& high : {ip_address{10, 0, 0, 200}, {200, 0, 0, 1}}) {
+        plugin.decode(identification(4, hunter_address, high));
+        EXPECT_EQ(tag_of(high), unit_tags[4]);
+    }
     plugin.decode(identification(3, hunter_address, hunter_address));
     EXPECT_EQ(tag_of(hunter_address), unit_tags[3]);
     EXPECT_EQ(first_package(plugin.decode(ncom_frame(ncom_packet{}))).u32(0), unit_tags[0]);
