@@ -91,9 +91,9 @@ protected:
         for (const char* const file :
              {"README.md", "LICENSE", "CHANGELOG.md", "docs/hosts.md", "docs/records.md",
               "examples/minimal_host/services.h", "captures/following.pcap",
-              "include/zel/formatter.h", "include/zel/utility/crc32c.hpp",
-              "reference-host/libzelcpp.a", "licenses/CLI11.txt", "licenses/fmtlib.txt",
-              "licenses/nlohmann-json.txt", "licenses/uPlot.txt"})
+              "include/zel/formatter.h", "include/zelcpp/crc32c.hpp", "reference-host/libzelcpp.a",
+              "licenses/CLI11.txt", "licenses/fmtlib.txt", "licenses/nlohmann-json.txt",
+              "licenses/uPlot.txt"})
             EXPECT_TRUE(fs::exists(package / file)) << file;
     }
 };
