@@ -58,7 +58,7 @@ instance::instance(const char* format_type)
       formatter_(formatter(format_type)) {
     *recording_zelc() = {};
     REQUIRE(formatter_.create(&handle_, &services_, nullptr) == 0);
-    zel_service_locator_t* locator = nullptr;
+    const zel_service_locator_t* locator = nullptr;
     REQUIRE(formatter_.get_service_locator(handle_, &locator, nullptr) == 0);
     void* service = nullptr;
     REQUIRE(locator->resolve(locator->handle,

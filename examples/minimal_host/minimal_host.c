@@ -60,7 +60,7 @@ static void decode(const zel_raw_package_t* raw, void* instance,
 
 static void run(const zel_formatter_dispatch_table_t* formatter, FILE* capture) {
     void* instance = NULL;
-    zel_service_locator_t* locator = NULL;
+    const zel_service_locator_t* locator = NULL;
     check(formatter->create(&instance, host_services(), &error) == 0, "create an instance");
     check(formatter->get_service_locator(instance, &locator, &error) == 0, "get its locator");
     const zel_formatter_data_source_binding_t* const binding =
