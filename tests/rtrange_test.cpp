@@ -275,6 +275,8 @@ TEST_F(rtrange_program, shows_the_plug_in_and_the_records) {
     EXPECT_TRUE(contains(fields.output, "curvature"));
     EXPECT_EQ(rtrange("fields --markdown").output, content(RECORD_REFERENCE))
         << "write it again: rtrange fields --markdown > docs/records.md";
+    EXPECT_EQ(rtrange("fields --c").output, content(RECORD_HEADER))
+        << "write it again: rtrange fields --c > include/zel/rt_range_records.h";
 }
 
 } // namespace rtrange_test

@@ -3,7 +3,7 @@
 #define ZEL_FORMAT_TYPE_H
 
 /* Raw packages: a CRC32C of 4 bytes, then an Ethernet frame. Packages: a tag of 4 bytes, then a
- * record as described in docs/records.md. */
+ * record of zel/rt_range_records.h. */
 #define ZEL_FORMAT_TYPE_RTRANGE "zel.rtrange"
 
 /* Raw packages: a vehicle bus header of 16 bytes, then an Ethernet frame. */

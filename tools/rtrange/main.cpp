@@ -132,9 +132,12 @@ int run(std::vector<std::string> arguments) {
                              "Plug-in file; the one of this program by default");
 
     bool as_markdown = false;
+    bool as_c = false;
     CLI::App* const fields_command =
         app.add_subcommand("fields", "Show the fields of the decoded records");
-    fields_command->add_flag("--markdown", as_markdown, "Write them as a page of documentation");
+    CLI::Option* const markdown = fields_command->add_flag("--markdown", as_markdown,
+                                                           "Write them as a page of documentation");
+    fields_command->add_flag("--c", as_c, "Write them as a C header")->excludes(markdown);
 
     simulate_options simulation;
     const CLI::App* const simulate_command = add_simulate(app, simulation);
@@ -161,7 +164,7 @@ int run(std::vector<std::string> arguments) {
     if (*info_command)
         print_info(plugin_to_show.empty() ? default_plugin_file() : plugin_to_show);
     if (*fields_command)
-        as_markdown ? print_fields_as_markdown() : print_fields();
+        as_c ? print_fields_as_c() : as_markdown ? print_fields_as_markdown() : print_fields();
     if (*simulate_command)
         simulate(simulation);
     return exit_success;
