@@ -36,10 +36,10 @@ typedef struct zel_formatter_dispatch_table_t {
 
 /* Service of an instance: raw packages in, packages out. */
 typedef struct zel_formatter_raw_package_transformation_support_t {
-    /* Decodes one borrowed raw package. On success *packages is the array that the allocator gave
-     * for *package_count packages, null possibly if there are none; the caller owns the array and
-     * each package. A raw package that cannot be decoded is a success without packages. One
-     * thread. */
+    /* Decodes one borrowed raw package. On success *packages is the array from the allocator, which
+     * may be null if *package_count is 0; the caller owns the array and each package in it. A raw
+     * package that cannot be decoded is no failure. One thread, and from within the log function of
+     * a call that is in progress. */
     zel_status_t (*transform)(void* instance, const zel_raw_package_t* raw_package,
                               zel_package_t*** packages, size_t* package_count,
                               const zel_allocator_t* allocator, zel_error_details_t** error);

@@ -30,8 +30,8 @@ typedef struct zel_log_info_t {
 
 /* The service itself. It must remain valid until all instances that found it are destroyed. */
 typedef struct zel_log_t {
-    /* Takes one record. A failure makes the plug-in's call that logged fail. It may call the
-     * plug-in, also `transform` on the instance that is logging, but must not destroy that
+    /* Takes one record. A failure makes the call that logged fail. The function may call the
+     * plug-in, even `transform` on the instance that is logging, but must not destroy that
      * instance. Any thread. */
     zel_status_t (*log)(void* handle, const zel_log_info_t* record, zel_error_details_t** error);
     void* handle; /* first argument of log; not null */
