@@ -9,7 +9,7 @@ install(TARGETS zelc zelcpp
   RUNTIME DESTINATION reference-host
   LIBRARY DESTINATION reference-host
   ARCHIVE DESTINATION reference-host)
-install(DIRECTORY include/zel DESTINATION include)
+install(DIRECTORY include/zel include/zelcpp DESTINATION include)
 install(DIRECTORY docs captures DESTINATION .)
 install(DIRECTORY examples/minimal_host DESTINATION examples FILES_MATCHING PATTERN *.[ch])
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION .)

@@ -1,5 +1,16 @@
 # Writes version.hpp on every build, so that the metadata always names the revision built.
 
+# Hosts recognise the interface by the minor version in the metadata.
+file(STRINGS ${PROJECT_SOURCE_DIR}/include/zel/api.h interface_version
+  REGEX "^#define ZEL_INTERFACE_VERSION ")
+if(NOT interface_version STREQUAL "#define ZEL_INTERFACE_VERSION ${PROJECT_VERSION_MINOR}"
+   OR NOT PROJECT_VERSION_MAJOR EQUAL 0)
+  message(FATAL_ERROR "The project's version is ${PROJECT_VERSION}, but include/zel/api.h says "
+    "'${interface_version}': with interface version N, the project's version is 0.N.<patch>.")
+endif()
+# A change of the header is noticed by the next build.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/include/zel/api.h)
+
 set(version ${CMAKE_CXX_COMPILER_VERSION})
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND version MATCHES "^[0-9]+\\.0")
   # No release of GCC has a minor version of 0. Debian's MinGW-w64 says so everywhere, in its macros

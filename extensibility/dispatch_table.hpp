@@ -32,7 +32,7 @@ zel_status_t destroy(void* instance) {
 }
 
 template <typename T>
-zel_status_t get_service_locator(void* instance, zel_service_locator_t** target,
+zel_status_t get_service_locator(void* instance, const zel_service_locator_t** target,
                                  zel_error_details_t** error) {
     return runtime::guarded(error, [&] {
         runtime::check_argument(target, "target");

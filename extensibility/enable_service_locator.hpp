@@ -28,7 +28,7 @@ public:
     void unregister_service(const char* service_type) noexcept;
 
     /// The record through which the host looks up services; valid for the lifetime of the object.
-    zel_service_locator_t* service_locator_record() { return &record_; }
+    const zel_service_locator_t* service_locator_record() const { return &record_; }
 
 private:
     static zel_status_t resolve(void* handle, const char* service_type, void** target,

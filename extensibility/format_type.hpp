@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "zel/format_type.h"
+
 namespace zel::extensibility {
 
 /// 16-bit codes of the format families that the plug-in uses: the low 4 bits select a group, the
@@ -17,11 +19,11 @@ inline constexpr std::uint16_t eth_rtrange = 0xA3F;
 constexpr const char* format_type_identifier(std::uint16_t code) {
     switch (code) {
     case format_type_code::eth:
-        return "zel.eth";
+        return ZEL_FORMAT_TYPE_ETH;
     case format_type_code::rtrange:
-        return "zel.rtrange";
+        return ZEL_FORMAT_TYPE_RTRANGE;
     case format_type_code::eth_rtrange:
-        return "zel.eth.rtrange";
+        return ZEL_FORMAT_TYPE_ETH_RTRANGE;
     default:
         return nullptr;
     }

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "zel/utility/crc32c.hpp"
+#include "zelcpp/crc32c.hpp"
 
 namespace {
 

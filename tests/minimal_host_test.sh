@@ -52,6 +52,13 @@ expect_refusal() { # last line on standard error, arguments
   expect "refusal" "minimal_host: cannot $1" "$(tail -n 1 <<<"$log")"
 }
 head -c 2000 "$capture" >"$folder/cut.pcap"
+# The same file with the versions 1.N and 0.N7 in its metadata, in place of 0.N.
+version=$(grep -oE 'zel-sdk-version=0\.[0-9]+\.' <<<"$output")
+other=$folder/other.${plugin##*.}
+for changed in "${version/=0./=1.}" "${version%.}7"; do
+  LC_ALL=C sed "s/$version/$changed/" "$plugin" >"$other"
+  expect_refusal "use a plug-in with another interface version: no reason" "$other" "$capture"
+done
 expect_refusal "start without PLUGIN and CAPTURE: no reason" "$plugin"
 expect_refusal "open both files: no reason" "$folder/missing.so" "$capture"
 expect_refusal "open both files: no reason" "$plugin" "$0"

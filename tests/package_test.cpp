@@ -66,7 +66,7 @@ protected:
         expect_files(unpacked / name,
                      {"README.md", "LICENSE", "CHANGELOG.md", "docs/hosts.md", "docs/records.md",
                       "examples/minimal_host/services.h", "captures/following.pcap",
-                      "include/zel/formatter.h", "include/zel/utility/crc32c.hpp",
+                      "include/zel/formatter.h", "include/zelcpp/crc32c.hpp",
                       "reference-host/libzelcpp.a", "licenses/CLI11.txt", "licenses/fmtlib.txt",
                       "licenses/nlohmann-json.txt", "licenses/uPlot.txt"});
         return unpacked / name;

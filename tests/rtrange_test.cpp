@@ -299,6 +299,8 @@ TEST_F(rtrange_program, shows_the_plug_in_and_the_records) {
     expect_contains(succeed("fields"), {"curvature"});
     EXPECT_EQ(succeed("fields --markdown"), content(RECORD_REFERENCE))
         << "write it again: rtrange fields --markdown > docs/records.md";
+    EXPECT_EQ(rtrange("fields --c").output, content(RECORD_HEADER))
+        << "write it again: rtrange fields --c > include/zel/rt_range_records.h";
 }
 
 } // namespace rtrange_test

@@ -115,12 +115,12 @@ TEST(services, null_instances_are_harmless) {
     for (const auto* const formatter : {&recorder_formatter(), &ethernet_formatter()}) {
         EXPECT_EQ(formatter->destroy(nullptr), 0U);
         zel_service_locator_t some{};
-        zel_service_locator_t* target = &some;
+        const zel_service_locator_t* target = &some;
         EXPECT_EQ(formatter->get_service_locator(nullptr, &target, nullptr), 0U);
         EXPECT_EQ(target, nullptr);
 
         expect_checks(
-            [&](zel_service_locator_t** out, zel_error_details_t** error) {
+            [&](const zel_service_locator_t** out, zel_error_details_t** error) {
                 return formatter->get_service_locator(nullptr, out, error);
             },
             {"target"}, &target);

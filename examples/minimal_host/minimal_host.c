@@ -7,6 +7,7 @@
 #include "services.h"
 #include "shared_library.h"
 #include "zel/formatter.h"
+#include "zel/rt_range_records.h"
 
 static zel_error_details_t* error; /* of the current call; null between calls */
 
@@ -20,9 +21,16 @@ static void check(bool good, const char* step) {
     error = NULL;
 }
 
+/* Whether the plug-in was built with this version of the interface. */
+static bool is_compatible(const char* metadata) {
+    char line[40];
+    snprintf(line, sizeof(line), "\nzel-sdk-version=0.%d.", ZEL_INTERFACE_VERSION);
+    return strstr(metadata, line) != NULL;
+}
+
 static bool select_formatter(const zel_formatter_dispatch_table_t* formatter, void* selected) {
     printf("formatter %s\n", formatter->format_type);
-    if (strcmp(formatter->format_type, "zel.rtrange") == 0)
+    if (strcmp(formatter->format_type, ZEL_FORMAT_TYPE_RTRANGE) == 0)
         *(const zel_formatter_dispatch_table_t**)selected = formatter;
     return true;
 }
@@ -35,14 +43,20 @@ static const void* service_of(const zel_service_locator_t* locator, const char* 
 
 /* The zelc of this host stores the format type in the host's block of the header. */
 static void print(const zel_package_t* package) {
-    if (strcmp((const char*)package->host_block, "zel.rtrange") != 0)
+    if (strcmp((const char*)package->host_block, ZEL_FORMAT_TYPE_RTRANGE) != 0)
         return; /* the Ethernet frame, which precedes the packages decoded from it */
+    const char* const data = (const char*)(package + 1);
     uint32_t tag = 0;
-    memcpy(&tag, package + 1, sizeof(tag));
-    const bool rcom = tag == 0x00200000;
-    double value = 0;
-    memcpy(&value, (const char*)(package + 1) + sizeof(tag) + (rcom ? 343 : 192), sizeof(value));
-    printf("%08X %s %.4f\n", (unsigned)tag, rcom ? "range" : "velocity north", value);
+    memcpy(&tag, data, sizeof(tag));
+    if (tag == ZEL_RT_RANGE_TAG_RCOM) {
+        zel_rt_range_rcom_record_t record;
+        memcpy(&record, data + sizeof(tag), sizeof(record));
+        printf("%08X range %.4f\n", (unsigned)tag, record.range_longitudinal);
+    } else {
+        zel_rt_range_ncom_record_t record;
+        memcpy(&record, data + sizeof(tag), sizeof(record));
+        printf("%08X velocity north %.4f\n", (unsigned)tag, record.velocity_north);
+    }
 }
 
 static void decode(const zel_raw_package_t* raw, void* instance,
@@ -60,7 +74,7 @@ static void decode(const zel_raw_package_t* raw, void* instance,
 
 static void run(const zel_formatter_dispatch_table_t* formatter, FILE* capture) {
     void* instance = NULL;
-    zel_service_locator_t* locator = NULL;
+    const zel_service_locator_t* locator = NULL;
     check(formatter->create(&instance, host_services(), &error) == 0, "create an instance");
     check(formatter->get_service_locator(instance, &locator, &error) == 0, "get its locator");
     const zel_formatter_data_source_binding_t* const binding =
@@ -88,7 +102,9 @@ int main(int argc, char** argv) {
         (zel_enum_formatter_dispatch_table_t)find_function(
             plugin, ZEL_ENUM_FORMATTER_DISPATCH_TABLE_EXPORT);
     check(query_metadata != NULL && enumerate != NULL, "find the exports");
-    printf("%s\n", query_metadata());
+    const char* const metadata = query_metadata();
+    printf("%s\n", metadata);
+    check(is_compatible(metadata), "use a plug-in with another interface version");
     const zel_formatter_dispatch_table_t* formatter = NULL;
     enumerate(select_formatter, &formatter);
     check(formatter != NULL, "find the formatter");

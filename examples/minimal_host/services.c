@@ -6,12 +6,10 @@
 
 #include "zel/log.h"
 
-static const uint32_t failed = 0xA0000FA5;
-
 static zel_status_t write_log(void* handle, const zel_log_info_t* record,
                               zel_error_details_t** error) {
     if (fprintf(handle, "log %u: %s\n", (unsigned)record->level, record->message) < 0)
-        return zel_error_details_create(error, failed, "the log cannot be written");
+        return zel_error_details_create(error, ZEL_ERROR_FAILED, "the log cannot be written");
     return 0;
 }
 
@@ -26,7 +24,8 @@ static zel_status_t can_resolve(void* handle, const char* service_type, bool* re
 static zel_status_t resolve(void* handle, const char* service_type, void** target,
                             zel_error_details_t** error) {
     if (strcmp(service_type, ZEL_LOG_SERVICE_TYPE) != 0)
-        return zel_error_details_create(error, failed, "this host has no service but a log");
+        return zel_error_details_create(error, ZEL_ERROR_FAILED,
+                                        "this host has no service but a log");
     *target = handle;
     return 0;
 }

@@ -1,6 +1,5 @@
 #include "host/loader/host_services.hpp"
 
-#include <cstdint>
 #include <exception>
 #include <string>
 #include <string_view>
@@ -8,8 +7,6 @@
 
 namespace zel::host {
 namespace {
-
-constexpr std::uint32_t failed = 0xA0000FA5;
 
 bool is_log_service(const char* service_type) {
     return std::string_view(service_type) == ZEL_LOG_SERVICE_TYPE;
@@ -26,7 +23,7 @@ zel_status_t host_services::resolve(void* handle, const char* service_type, void
                                     zel_error_details_t** error) {
     if (!is_log_service(service_type)) {
         const std::string text = std::string("this host has no service '") + service_type + "'";
-        return zel_error_details_create(error, failed, text.c_str());
+        return zel_error_details_create(error, ZEL_ERROR_FAILED, text.c_str());
     }
     *target = &static_cast<host_services*>(handle)->log_;
     return 0;
@@ -44,9 +41,9 @@ zel_status_t host_services::log(void* handle, const zel_log_info_t* record,
         static_cast<host_services*>(handle)->sink_(*record);
         return 0;
     } catch (const std::exception& error_in_sink) {
-        return zel_error_details_create(error, failed, error_in_sink.what());
+        return zel_error_details_create(error, ZEL_ERROR_FAILED, error_in_sink.what());
     } catch (...) {
-        return zel_error_details_create(error, failed, "the log sink failed");
+        return zel_error_details_create(error, ZEL_ERROR_FAILED, "the log sink failed");
     }
 }
 

@@ -57,7 +57,7 @@ private:
 
     const zel_formatter_dispatch_table_t& formatter_;
     void* instance_ = nullptr;
-    zel_service_locator_t* locator_ = nullptr;
+    const zel_service_locator_t* locator_ = nullptr;
     const zel_formatter_raw_package_transformation_support_t* transformation_ = nullptr;
 };
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 
-#include "zel/utility/crc32c.hpp"
+#include "zelcpp/crc32c.hpp"
 
 namespace zel::host {
 namespace {

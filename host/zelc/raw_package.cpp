@@ -3,8 +3,6 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "host/zelc/error_code.hpp"
-
 /// This host treats every state except 0 as an error.
 extern "C" zel_status_t zel_raw_package_check_state_value(std::uint32_t state_value,
                                                           std::uint16_t source_id, std::uint32_t,
@@ -14,5 +12,5 @@ extern "C" zel_status_t zel_raw_package_check_state_value(std::uint32_t state_va
     char description[64];
     std::snprintf(description, sizeof(description), "raw package of source %u has state 0x%08X",
                   unsigned{source_id}, static_cast<unsigned>(state_value));
-    return zel_error_details_create(error, zel::zelc::error_code::failed, description);
+    return zel_error_details_create(error, ZEL_ERROR_FAILED, description);
 }

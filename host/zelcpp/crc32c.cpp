@@ -1,4 +1,4 @@
-#include "zel/utility/crc32c.hpp"
+#include "zelcpp/crc32c.hpp"
 
 #include <array>
 

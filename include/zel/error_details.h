@@ -1,4 +1,4 @@
-/* Error records: a code and a description, created and freed by the host alone. */
+/* Error records: a code and a description, created and freed by the host's library alone. */
 #ifndef ZEL_ERROR_DETAILS_H
 #define ZEL_ERROR_DETAILS_H
 
@@ -8,12 +8,14 @@
 extern "C" {
 #endif
 
-/* One error, opaque to everybody but the host. */
+/* One error; only the host's library knows its content. */
 typedef struct zel_error_details_t zel_error_details_t;
 
-/* Codes of error records. A plug-in reports its failures with those from ZEL_ERROR_FAILED on; other
- * codes occur, too, for example those of the operating system. */
-#define ZEL_ERROR_NOTE UINT32_C(1) /* not a failure, although it comes in an error record */
+/* Codes of error records. A plug-in reports its own failures with those from ZEL_ERROR_FAILED on;
+ * it may use further codes, for example for errors of the operating system. A record with a code
+ * other than ZEL_ERROR_NOTE is a failure, even with code 0; only in
+ * zel_raw_package_check_state_value does code 0 mean success. */
+#define ZEL_ERROR_NOTE UINT32_C(1)
 #define ZEL_ERROR_FAILED UINT32_C(0xA0000FA5)
 #define ZEL_ERROR_NOT_IMPLEMENTED UINT32_C(0xA0000FA1)
 #define ZEL_ERROR_TIMED_OUT UINT32_C(0xA00005B4)
@@ -21,16 +23,21 @@ typedef struct zel_error_details_t zel_error_details_t;
 #define ZEL_ERROR_FILE_EXISTS UINT32_C(0xA0030011)
 #define ZEL_ERROR_INVALID_ARGUMENT UINT32_C(0xA0030016)
 
-/* Stores a new record in *target; the caller owns it and gives it to zel_error_details_destroy.
- * `description` is borrowed and copied. Returns the status that the failing call has to return:
- * the code itself. Any thread. */
+/* When a function of the host fails within a call into the plug-in, that call fails, too: with the
+ * same code and text for TIMED_OUT, FILE_EXISTS and INVALID_ARGUMENT; with the same code and the
+ * text "function not implemented" for NOT_IMPLEMENTED; with ZEL_ERROR_FAILED and the same text for
+ * any other code, ZEL_ERROR_OUT_OF_MEMORY and 0 included. */
+
+/* Stores a new record in *target, for the caller to own and to destroy. `description` is borrowed
+ * and copied; it may be null. `target` may be null: then there is no record. Always returns `code`,
+ * also when memory runs out; a plug-in returns it as the status of the failing call. Any thread. */
 ZEL_API zel_status_t zel_error_details_create(zel_error_details_t** target, uint32_t code,
                                               const char* description);
 
-/* The record's code; 1 is a note, not a failure. Any thread. */
+/* The record's code. Any thread. */
 ZEL_API uint32_t zel_error_details_get_code(const zel_error_details_t* error);
 
-/* The record's description, owned by the record; null if it has none. Any thread. */
+/* The record's description, valid as long as the record; null if it has none. Any thread. */
 ZEL_API const char* zel_error_details_get_description(const zel_error_details_t* error);
 
 /* Frees the record; null does nothing. Any thread. */

@@ -134,7 +134,7 @@ public:
 
     host_services services;
     void* handle = nullptr;
-    zel_service_locator_t* locator = nullptr;
+    const zel_service_locator_t* locator = nullptr;
     const zel_formatter_raw_package_transformation_support_t* transformation = nullptr;
     zel_allocator_t allocator;
     int live_arrays = 0;

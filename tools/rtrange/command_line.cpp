@@ -19,6 +19,7 @@
 #include "tools/rtrange/report_command.hpp"
 #include "tools/rtrange/simulate_command.hpp"
 #include "version.hpp"
+#include "zel/format_type.h"
 
 /// Arguments are UTF-8. A path made of a plain string would be in the system's code page on
 /// Windows.
@@ -66,7 +67,7 @@ void add_run(CLI::App& parser, run_options& options) {
     parser
         .add_option("--format", options.format,
                     "Format type of the raw packages that the plug-in is given")
-        ->check(CLI::IsMember({"zel.rtrange", "zel.eth.rtrange"}))
+        ->check(CLI::IsMember({ZEL_FORMAT_TYPE_RTRANGE, ZEL_FORMAT_TYPE_ETH_RTRANGE}))
         ->capture_default_str();
     parser.add_option("--plugin", options.plugin, plugin_help)->type_name("FILE");
 }
@@ -147,11 +148,22 @@ command add_simulate(CLI::App& app) {
 }
 
 command add_fields(CLI::App& app) {
-    const auto as_markdown = std::make_shared<bool>(false);
+    struct flags {
+        bool markdown = false;
+        bool c = false;
+    };
+    const auto as = std::make_shared<flags>();
     CLI::App* const parser = app.add_subcommand("fields", "List the fields of the decoded records");
-    parser->add_flag("--markdown", *as_markdown, "Print them as a Markdown page");
-    return {parser, [as_markdown] {
-                *as_markdown ? print_fields_as_markdown() : print_fields();
+    CLI::Option* const markdown =
+        parser->add_flag("--markdown", as->markdown, "Print them as a Markdown page");
+    parser->add_flag("--c", as->c, "Print them as a C header")->excludes(markdown);
+    return {parser, [as] {
+                if (as->markdown)
+                    print_fields_as_markdown();
+                else if (as->c)
+                    print_fields_as_c();
+                else
+                    print_fields();
                 return exit_success;
             }};
 }

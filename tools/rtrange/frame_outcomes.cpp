@@ -2,14 +2,11 @@
 
 #include <algorithm>
 
+#include "zel/log.h"
 #include "zel_rt_range_formatter/records/units.hpp"
 
 namespace rtrange {
-namespace {
-
-constexpr std::uint32_t notable_level = 400;
-
-} // namespace
+namespace {} // namespace
 
 /// Classifies a frame by the header fields that the decoder looks at.
 frame_outcomes::traffic frame_outcomes::traffic_of(std::span<const std::uint8_t> frame) {
@@ -24,7 +21,7 @@ frame_outcomes::traffic frame_outcomes::traffic_of(std::span<const std::uint8_t>
 }
 
 void frame_outcomes::log(const zel_log_info_t& record) {
-    if (record.level >= notable_level) {
+    if (record.level >= ZEL_LOG_LEVEL_NOTABLE) {
         if (const auto unit = parse_identification(record.message)) {
             identified_.push_back(*unit);
             if (unit->unit == zel::toolbox::rt_range::hunter)

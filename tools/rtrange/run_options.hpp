@@ -6,14 +6,15 @@
 #include <vector>
 
 #include "tools/rtrange/tables/selection.hpp"
+#include "zel/format_type.h"
 
 namespace rtrange {
 
 /// Arguments of all commands that decode.
 struct run_options {
     std::vector<std::filesystem::path> captures;
-    std::string format = "zel.rtrange"; ///< format type of the raw packages made of the frames
-    std::filesystem::path plugin;       ///< empty for the plug-in installed with rtrange
+    std::string format = ZEL_FORMAT_TYPE_RTRANGE; ///< format type of the raw packages
+    std::filesystem::path plugin;                 ///< empty for the plug-in installed with rtrange
     selection_options selection;
 };
 

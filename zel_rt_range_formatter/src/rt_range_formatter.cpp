@@ -6,12 +6,12 @@
 
 #include "extensibility/dispatch_table.hpp"
 #include "extensibility/format_type.hpp"
-#include "zel/utility/crc32c.hpp"
 #include "zel_rt_range_formatter/src/dispatch_tables.hpp"
 #include "zel_rt_range_formatter/src/field_readers.hpp"
 #include "zel_rt_range_formatter/src/package_output.hpp"
 #include "zel_rt_range_formatter/src/raw_package.hpp"
 #include "zel_rt_range_formatter/src/size_check.hpp"
+#include "zelcpp/crc32c.hpp"
 
 namespace zel::toolbox::rt_range {
 

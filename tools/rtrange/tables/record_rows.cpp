@@ -8,6 +8,7 @@
 
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/tables/record_tables.hpp"
+#include "zel/format_type.h"
 #include "zel_rt_range_formatter/records/ncom_unit_record.hpp"
 #include "zel_rt_range_formatter/records/rcom_unit_record.hpp"
 
@@ -26,7 +27,8 @@ struct decoded_package {
 std::optional<decoded_package> decoded(const zel_package_t& package) {
     const auto data = zel::host::data(package);
     decoded_package result{};
-    if (zel::host::format_type(package) != "zel.rtrange" || data.size() < sizeof(result.tag))
+    if (zel::host::format_type(package) != ZEL_FORMAT_TYPE_RTRANGE ||
+        data.size() < sizeof(result.tag))
         return std::nullopt;
     std::memcpy(&result.tag, data.data(), sizeof(result.tag));
     result.record = data.subspan(sizeof(result.tag));
