@@ -3,7 +3,6 @@
 // [SEED]]
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -11,6 +10,7 @@
 #include <random>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "host/loader/plugin.hpp"
 #include "host/loader/raw_frames.hpp"

@@ -1,6 +1,7 @@
 // Turns a formatter class into something that the host can drive.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <utility>
 

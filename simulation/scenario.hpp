@@ -1,7 +1,6 @@
 // The truth behind a simulated run: several vehicles on one track.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>

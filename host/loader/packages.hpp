@@ -1,7 +1,6 @@
 // The packages on both sides of a transformation.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>

@@ -1,6 +1,8 @@
 #include "zel/utility/crc32c.hpp"
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 
 namespace zel::utility::crc32c {
 namespace {

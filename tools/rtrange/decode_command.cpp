@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "tools/rtrange/decode_summary.hpp"
 #include "tools/rtrange/failure.hpp"

@@ -1,6 +1,7 @@
 // Objects of the HDF5 library.
 #pragma once
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <utility>

@@ -1,6 +1,7 @@
 #include "tools/rtrange/report/report_output.hpp"
 
 #include <cstring>
+#include <string_view>
 
 #include <fmt/format.h>
 

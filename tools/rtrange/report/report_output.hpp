@@ -1,6 +1,8 @@
 // A run as a page for a browser.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <map>

@@ -1,6 +1,7 @@
 // A sequence of rows in a report.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
