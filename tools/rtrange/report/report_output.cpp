@@ -91,6 +91,7 @@ void report_output::close() {
 
 std::vector<written_table> report_output::tables() const {
     std::vector<written_table> result;
+    result.reserve(streams_by_key_.size());
     for (const auto& [key, stream] : streams_by_key_)
         result.push_back({fmt::format("{} ({}, {})", file_.path().string(), stream->unit(),
                                       name_of(stream->kind())),
