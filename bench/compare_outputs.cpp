@@ -3,7 +3,6 @@
 // usage: compare_outputs PLUG-IN PLUG-IN [FRAMES [SEED]]
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <ratio>
+#include <span>
 #include <vector>
 
 #include "host/loader/plugin.hpp"

@@ -1,5 +1,6 @@
 #include "extensibility/enable_service_locator.hpp"
 
+#include <cstddef>
 #include <exception>
 #include <stdexcept>
 

@@ -1,6 +1,7 @@
 // Base class through which the host drives a formatter.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <utility>
 

@@ -1,6 +1,5 @@
 #include "extensibility/module_name.hpp"
 
-#include <cstdint>
 #include <cstring>
 
 #ifdef _WIN32

@@ -1,5 +1,8 @@
 // Any sequence of raw packages, while the host fails at any call and in any way.
 
+#include <cstddef>
+#include <cstdint>
+
 #include "fuzz/fuzz_host.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -1,5 +1,7 @@
 #include "simulation/ethernet_frame.hpp"
 
+#include <cstddef>
+
 namespace zel::simulation {
 namespace {
 

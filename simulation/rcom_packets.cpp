@@ -1,5 +1,7 @@
 #include "simulation/rcom_packets.hpp"
 
+#include <cstddef>
+
 namespace zel::simulation {
 namespace {
 

@@ -1,7 +1,6 @@
 // The motion of the vehicles in a simulated run.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>

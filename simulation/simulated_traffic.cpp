@@ -1,6 +1,7 @@
 #include "simulation/simulated_traffic.hpp"
 
 #include <cmath>
+#include <cstddef>
 
 #include "simulation/ncom_packet.hpp"
 #include "simulation/rcom_packets.hpp"

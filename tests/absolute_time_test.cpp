@@ -1,5 +1,9 @@
 // Absolute time: minutes from channel 0 and the roll-over, validity from channel 16.
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <limits>
+#include <vector>
 
 #include "tests/harness/expectations.hpp"
 

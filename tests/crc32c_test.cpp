@@ -1,5 +1,7 @@
 // The host's CRC-32C.
 
+#include <cstddef>
+#include <cstdint>
 #include <numeric>
 #include <string>
 

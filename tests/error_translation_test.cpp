@@ -1,11 +1,16 @@
 // Exceptions of a formatter class on their way to the host.
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <ios>
 #include <memory>
 #include <new>
 #include <stdexcept>
+#include <string>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 

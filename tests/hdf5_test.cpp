@@ -1,11 +1,15 @@
 // HDF5 files, read back with the library that everybody reads them with, against the CSV tables of
 // the same capture.
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
+#include <string>
+#include <vector>
 
 #include <hdf5.h>
 

@@ -1,5 +1,9 @@
 // The heading filter: what it lets through, what it holds back.
+#include <bit>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
 
 #include "tests/harness/expectations.hpp"
 

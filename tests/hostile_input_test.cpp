@@ -1,6 +1,9 @@
 // Bytes that nobody should send.
 
+#include <cstddef>
+#include <cstdint>
 #include <random>
+#include <vector>
 
 #include "tests/harness/expectations.hpp"
 

@@ -3,7 +3,12 @@
 
 #include <array>
 #include <csignal>
+#include <cstdint>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
 
 #include <net/if.h>
 #include <netpacket/packet.h>

@@ -1,6 +1,10 @@
 // The packet's fixed part: every field from its bytes on the wire to its place in the record.
+#include <bit>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <numeric>
+#include <vector>
 
 #include "tests/harness/expectations.hpp"
 

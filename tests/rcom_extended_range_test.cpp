@@ -1,6 +1,8 @@
 // The fixed fields of the extended range packet, the packages it leads to, and which packets are
 // taken at all.
+#include <cstdint>
 #include <limits>
+#include <string>
 
 #include "tests/harness/expectations.hpp"
 

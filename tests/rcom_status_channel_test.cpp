@@ -1,6 +1,10 @@
 // The status channels of the extended range packet: each writes its own bytes of the record and no
 // others. Bytes that a channel leaves unread are 0x99.
+#include <cstdint>
 #include <limits>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "tests/harness/expectations.hpp"
 

@@ -1,6 +1,10 @@
 // The plug-in in the project's own host: loading and unloading, and instances on several threads.
 
 #include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>

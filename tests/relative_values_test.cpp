@@ -1,5 +1,9 @@
 // Values derived from the hunter's packet: other frames of reference, differences, curvature.
+#include <bit>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
 
 #include "tests/harness/expectations.hpp"
 

@@ -1,9 +1,13 @@
 // Reports: every number on the page, against the CSV tables of the same capture.
 
 #include <cmath>
+#include <cstdint>
 #include <cstring>
+#include <filesystem>
 #include <limits>
 #include <map>
+#include <string>
+#include <vector>
 
 #include <nlohmann/json.hpp>
 

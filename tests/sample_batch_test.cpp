@@ -1,5 +1,9 @@
 // Sample batches: thirty packets in, thirty filtered samples out.
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
 
 #include "tests/harness/expectations.hpp"
 

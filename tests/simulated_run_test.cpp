@@ -1,7 +1,10 @@
 // A simulated run, decoded: what comes out is what the vehicles did, to the resolution of the wire.
 
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <numbers>
+#include <span>
 
 #include "simulation/simulated_traffic.hpp"
 #include "tests/harness/expectations.hpp"

@@ -1,5 +1,9 @@
 // Times to collision, through extended range packets.
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
 
 #include "tests/harness/expectations.hpp"
 

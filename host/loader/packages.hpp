@@ -1,7 +1,6 @@
 // Raw packages, and the packages they are transformed into.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>

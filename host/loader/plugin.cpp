@@ -1,5 +1,6 @@
 #include "host/loader/plugin.hpp"
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 

@@ -1,6 +1,8 @@
 #include "zelcpp/crc32c.hpp"
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 
 namespace zel::utility::crc32c {
 namespace {

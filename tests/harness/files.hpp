@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <ios>
 #include <set>
 #include <sstream>
 #include <string>

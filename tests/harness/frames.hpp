@@ -2,6 +2,9 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
 
 #include "simulation/ethernet_frame.hpp"
 #include "simulation/ncom_packet.hpp"

@@ -1,5 +1,6 @@
 #include "tests/harness/plugin_under_test.hpp"
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 

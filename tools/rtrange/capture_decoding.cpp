@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <system_error>
 
 #include <fmt/format.h>
 

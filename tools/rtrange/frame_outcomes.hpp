@@ -1,6 +1,7 @@
 // What became of the frames of a run.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>

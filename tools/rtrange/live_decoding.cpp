@@ -1,6 +1,7 @@
 #include "tools/rtrange/live_decoding.hpp"
 
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 
 #include <fmt/format.h>

@@ -1,6 +1,11 @@
 #include "tools/rtrange/platform.hpp"
 
 #include <csignal>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
 
 #include <unistd.h>
 

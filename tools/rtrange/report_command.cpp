@@ -1,5 +1,7 @@
 #include "tools/rtrange/report_command.hpp"
 
+#include <cstddef>
+
 #include <fmt/format.h>
 
 #include "tools/rtrange/capture_decoding.hpp"

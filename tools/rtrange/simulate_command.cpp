@@ -1,5 +1,8 @@
 #include "tools/rtrange/simulate_command.hpp"
 
+#include <cstdint>
+#include <span>
+
 #include <fmt/format.h>
 
 #include "tools/rtrange/captures/capture_writer.hpp"

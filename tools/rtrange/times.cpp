@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cmath>
 #include <ctime>
+#include <system_error>
 
 #include <fmt/chrono.h>
 

@@ -1,6 +1,7 @@
 // The NCOM packet of structure A on the wire.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace zel::toolbox::rt_range {

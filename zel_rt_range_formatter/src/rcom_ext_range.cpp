@@ -1,4 +1,5 @@
 #include <cmath>
+#include <cstdint>
 
 #include "zel_rt_range_formatter/src/conversions.hpp"
 #include "zel_rt_range_formatter/src/field_readers.hpp"

@@ -1,3 +1,4 @@
+#include <cstdint>
 #include <optional>
 
 #include "zel_rt_range_formatter/src/field_readers.hpp"

@@ -1,6 +1,7 @@
 #include "zel_rt_range_formatter/src/relative_values.hpp"
 
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 #include "zel_rt_range_formatter/src/conversions.hpp"

@@ -1,5 +1,6 @@
 #include "zel_rt_range_formatter/src/rt_range_ethernet_formatter.hpp"
 
+#include <cstdint>
 #include <utility>
 
 #include "extensibility/dispatch_table.hpp"

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <string>
 #include <string_view>
+#include <system_error>
 #include <type_traits>
 #include <utility>
 

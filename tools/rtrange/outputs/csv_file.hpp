@@ -1,7 +1,7 @@
 // CSV files of records.
 #pragma once
 
-#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <span>

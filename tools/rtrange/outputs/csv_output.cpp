@@ -1,5 +1,9 @@
 #include "tools/rtrange/outputs/csv_output.hpp"
 
+#include <cstddef>
+#include <system_error>
+#include <vector>
+
 #include <fmt/format.h>
 
 #include "tools/rtrange/failure.hpp"

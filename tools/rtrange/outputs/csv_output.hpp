@@ -2,8 +2,10 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 #include "tools/rtrange/outputs/csv_file.hpp"
 #include "tools/rtrange/outputs/record_output.hpp"

@@ -1,5 +1,6 @@
 #include "tools/rtrange/outputs/hdf5_handle.hpp"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 

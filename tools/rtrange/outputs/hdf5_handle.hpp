@@ -1,6 +1,7 @@
 // Handles of HDF5 objects.
 #pragma once
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <utility>

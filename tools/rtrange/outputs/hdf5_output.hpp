@@ -2,9 +2,11 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "tools/rtrange/outputs/hdf5_handle.hpp"
 #include "tools/rtrange/outputs/hdf5_table.hpp"

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <span>
+#include <utility>
 
 #include "tools/rtrange/tables/ipv4.hpp"
 #include "tools/rtrange/tables/record_tables.hpp"

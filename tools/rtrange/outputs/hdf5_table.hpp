@@ -1,8 +1,9 @@
 // One table of an HDF5 file.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <string>
+#include <span>
 #include <vector>
 
 #include "tools/rtrange/outputs/hdf5_handle.hpp"

@@ -1,5 +1,6 @@
 #include "tools/rtrange/report/base64.hpp"
 
+#include <cstddef>
 #include <string_view>
 
 namespace rtrange {

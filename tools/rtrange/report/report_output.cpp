@@ -1,6 +1,7 @@
 #include "tools/rtrange/report/report_output.hpp"
 
 #include <cstring>
+#include <string_view>
 
 #include <fmt/format.h>
 
@@ -91,6 +92,7 @@ void report_output::close() {
 
 std::vector<written_table> report_output::tables() const {
     std::vector<written_table> result;
+    result.reserve(streams_by_key_.size());
     for (const auto& [key, stream] : streams_by_key_)
         result.push_back({fmt::format("{} ({}, {})", file_.path().string(), stream->unit(),
                                       name_of(stream->kind())),

@@ -1,6 +1,8 @@
 // Output as an HTML page.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <map>

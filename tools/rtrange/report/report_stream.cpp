@@ -1,5 +1,6 @@
 #include "tools/rtrange/report/report_stream.hpp"
 
+#include <cstddef>
 #include <limits>
 #include <utility>
 

@@ -1,6 +1,7 @@
 // The rows of one unit and kind in a report.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>

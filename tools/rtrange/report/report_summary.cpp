@@ -1,5 +1,7 @@
 #include "tools/rtrange/report/report_summary.hpp"
 
+#include <cstddef>
+
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 

@@ -1,8 +1,11 @@
 #include "tools/rtrange/tables/selection.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <numeric>
 #include <optional>
+#include <span>
+#include <string_view>
 
 #include <fmt/format.h>
 
