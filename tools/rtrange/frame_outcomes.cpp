@@ -6,7 +6,6 @@
 #include "zel_rt_range_formatter/records/units.hpp"
 
 namespace rtrange {
-namespace {} // namespace
 
 /// Classifies a frame by the header fields that the decoder looks at.
 frame_outcomes::traffic frame_outcomes::traffic_of(std::span<const std::uint8_t> frame) {
