@@ -218,7 +218,7 @@ TEST_F(report, keeps_what_came_before_a_truncated_end) {
 
 TEST_F(report, is_one_file_that_no_name_can_break_out_of) {
     if (is_windows_program())
-        GTEST_SKIP() << "takes no such file name";
+        GTEST_SKIP() << "Windows permits no such file name";
     fs::copy_file(example, folder / "<script>alert(1)<!-- \"'&\xff.pcap");
     succeed("report *script* -o run.html");
     const report_page page(folder / "run.html");

@@ -155,7 +155,7 @@ TEST_F(rtrange_program, keeps_an_earlier_result_if_there_is_no_new_one) {
 
 TEST_F(rtrange_program, reads_a_pipe_and_takes_a_capture_behind_a_list) {
     if (is_windows_program())
-        GTEST_SKIP() << "has no /dev/stdin";
+        GTEST_SKIP() << "Windows has no /dev/stdin";
     expect_contains(succeed("decode -o out --fields roll,pitch /dev/stdin < following.pcap"),
                     {"260 frames"});
     run("cd " + folder.string() + "; cat following.pcap | " + program() +
@@ -272,7 +272,7 @@ TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_read_or_write) {
 
 TEST_F(rtrange_program, names_the_thread_that_it_cannot_start) {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    GTEST_SKIP() << "the sanitizers do not work with such a stack";
+    GTEST_SKIP() << "sanitizers do not permit a stack of any size";
 #endif
     if (is_windows_program())
         return; // which has no such limit
@@ -280,7 +280,7 @@ TEST_F(rtrange_program, names_the_thread_that_it_cannot_start) {
     const result result = run("ulimit -s 200000000000 || exit 77; cd " + folder.string() + " && " +
                               program() + " decode following.pcap -o out");
     if (result.exit_code == 77)
-        GTEST_SKIP() << "this system does not permit such a stack";
+        GTEST_SKIP() << "this system does not permit a stack of any size";
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_TRUE(result.output.starts_with("rtrange: cannot start a thread")) << result.output;
     EXPECT_FALSE(fs::exists(folder / "out"));
