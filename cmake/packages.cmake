@@ -9,6 +9,7 @@ install(TARGETS zelc zelcpp
   RUNTIME DESTINATION reference-host
   LIBRARY DESTINATION reference-host
   ARCHIVE DESTINATION reference-host)
+install(TARGETS zelc_check RUNTIME DESTINATION reference-host)
 install(DIRECTORY include/zel include/zelcpp DESTINATION include)
 install(DIRECTORY docs captures DESTINATION .)
 install(DIRECTORY examples/minimal_host DESTINATION examples FILES_MATCHING PATTERN *.[ch])

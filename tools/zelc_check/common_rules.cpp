@@ -1,0 +1,105 @@
+#include <cstdint>
+#include <future>
+#include <latch>
+#include <utility>
+#include <vector>
+
+#include "tools/zelc_check/rule.hpp"
+
+namespace zelc_check {
+namespace {
+
+/// Judges the result of one call, and empties `error` for the next one.
+void expect_agreement(const zelc& library, zel_status_t status, error_slot& error) {
+    if (error.get() == nullptr)
+        return; // a success; otherwise, memory has run out or another rule is broken
+    const std::uint32_t code = library.get_code(error.get());
+    if (code == ZEL_ERROR_NOTE)
+        expect_equal(0, status, "with a note, status");
+    else
+        expect(status != 0 && status == code, "a failure's status to be the code of its record",
+               "status " + hexadecimal(status) + " and code " + hexadecimal(code));
+    error.clear();
+}
+
+void returns_what_the_record_says(const zelc& library) {
+    error_slot error(library);
+    zel_package_t* created = nullptr;
+    zel_status_t status = library.create_package(&allocator, 100, &created, error.target());
+    expect_agreement(library, status, error);
+    if (created != nullptr) {
+        status = library.assign_format_type(created, ZEL_FORMAT_TYPE_RTRANGE, error.target());
+        expect_agreement(library, status, error);
+        status = library.destroy_package(&allocator, created, error.target());
+        expect_agreement(library, status, error);
+    }
+    created = nullptr;
+    status = library.create_package_with_data(&allocator, ZEL_FORMAT_TYPE_ETH, "data", 4, &created,
+                                              error.target());
+    const package with_data(library, created);
+    expect_agreement(library, status, error);
+    created = nullptr;
+    status = library.create_package(&allocator, SIZE_MAX, &created, error.target());
+    expect_agreement(library, status, error);
+}
+
+void accepts_a_null_error(const zelc& library) {
+    zel_package_t* created = nullptr;
+    library.create_package(&allocator, SIZE_MAX, &created, nullptr);
+    library.create_package(&allocator, 100, &created, nullptr);
+    expect(created != nullptr, "a package without an 'error'", "a null pointer");
+    expect_equal(0, library.assign_format_type(created, ZEL_FORMAT_TYPE_RTRANGE, nullptr),
+                 "without an 'error', status");
+    expect_equal(0, library.destroy_package(&allocator, created, nullptr),
+                 "without an 'error', status");
+    created = nullptr;
+    library.create_package_with_data(&allocator, ZEL_FORMAT_TYPE_ETH, "data", 4, &created, nullptr);
+    expect(created != nullptr, "a package without an 'error'", "a null pointer");
+    library.destroy_package(&allocator, created, nullptr);
+    for_each_state([&](std::uint32_t state, std::uint16_t source_id, std::uint32_t nibble) {
+        library.check_state(state, source_id, nibble, nullptr);
+    });
+}
+
+} // namespace
+
+std::vector<rule> common_rules() {
+    return {
+        {"A1", returns_what_the_record_says, nullptr},
+        {"A2", accepts_a_null_error, nullptr},
+        {"A3", nullptr, "needs an instance of a plug-in"},
+    };
+}
+
+void check_on_threads(const zelc& library, const std::vector<rule>& kept) {
+    constexpr int threads = 4, rounds = 3;
+    // Made here, and used and destroyed there.
+    std::vector<package> packages;
+    std::vector<error_slot> errors;
+    for (int i = 0; i < threads; ++i) {
+        packages.push_back(make_package(library, 100));
+        errors.push_back(make_error(library, ZEL_ERROR_FAILED, "text"));
+    }
+    std::latch start(threads);
+    const auto run = [&](const package one, const error_slot error) {
+        start.arrive_and_wait();
+        one.fill(1, 100);
+        expect_equal(ZEL_ERROR_FAILED, library.get_code(error.get()),
+                     "on another thread, the code");
+        for (int round = 0; round < rounds; ++round)
+            for (const rule& rule : kept)
+                rule.check(library);
+    };
+    std::vector<std::future<void>> runs;
+    for (std::size_t i = 0; i < threads; ++i)
+        runs.push_back(
+            std::async(std::launch::async, run, std::move(packages[i]), std::move(errors[i])));
+    try {
+        for (auto& one : runs)
+            one.get();
+    } catch (const not_checkable& error) {
+        throw broken_rule("what one thread gets", error.what());
+    }
+}
+
+} // namespace zelc_check
