@@ -1,18 +1,29 @@
 # What cpack puts into a package, of what is built. The plug-in stands in a folder alone, to be copied into a host, which
-# has a zelc of its own. The reference host's libraries, for those who write a host, stand apart, too;
-# rtrange has its own copy of zelc, because a program finds its libraries beside it.
+# has a zelc of its own. The reference host's libraries, for those who write a host, stand apart, too, with
+# targets for find_package(zel); rtrange has its own copy of zelc, because a program finds its libraries beside it.
 install(TARGETS zel_rt_range_formatter LIBRARY DESTINATION plugin)
 if(ZEL_BUILD_TOOLS)
   install(TARGETS rtrange zelc RUNTIME DESTINATION bin LIBRARY DESTINATION bin)
 endif()
-install(TARGETS zelc zelcpp
+set_target_properties(zel_interface PROPERTIES EXPORT_NAME interface)
+set_target_properties(zel_host_loader PROPERTIES EXPORT_NAME loader)
+install(TARGETS zel_interface zelc zelcpp zel_host_loader EXPORT zel
   RUNTIME DESTINATION reference-host
   LIBRARY DESTINATION reference-host
   ARCHIVE DESTINATION reference-host)
+install(EXPORT zel NAMESPACE zel:: FILE zel-config.cmake DESTINATION cmake)
+include(CMakePackageConfigHelpers)
+write_basic_package_version_file(zel-config-version.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zel-config-version.cmake DESTINATION cmake)
 install(TARGETS zelc_check RUNTIME DESTINATION reference-host)
+if(WIN32)
+  install(FILES host/zelc/zelc.def DESTINATION reference-host)
+endif()
 install(DIRECTORY include/zel include/zelcpp DESTINATION include)
+install(DIRECTORY host/loader DESTINATION include/host FILES_MATCHING PATTERN *.hpp)
 install(DIRECTORY docs captures DESTINATION .)
-install(DIRECTORY examples/minimal_host DESTINATION examples FILES_MATCHING PATTERN *.[ch])
+install(DIRECTORY examples/minimal_host DESTINATION examples
+  FILES_MATCHING PATTERN *.[ch] PATTERN CMakeLists.txt)
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION .)
 
 if(WIN32)

@@ -66,9 +66,10 @@ protected:
         expect_files(unpacked / name,
                      {"README.md", "LICENSE", "CHANGELOG.md", "docs/hosts.md", "docs/records.md",
                       "examples/minimal_host/services.h", "captures/following.pcap",
-                      "include/zel/formatter.h", "include/zelcpp/crc32c.hpp",
-                      "reference-host/libzelcpp.a", "licenses/CLI11.txt", "licenses/fmtlib.txt",
-                      "licenses/nlohmann-json.txt", "licenses/uPlot.txt"});
+                      "examples/minimal_host/CMakeLists.txt", "include/zel/formatter.h",
+                      "include/zelcpp/crc32c.hpp", "include/host/loader/plugin.hpp",
+                      "cmake/zel-config.cmake", "reference-host/libzelcpp.a", "licenses/CLI11.txt",
+                      "licenses/fmtlib.txt", "licenses/nlohmann-json.txt", "licenses/uPlot.txt"});
         return unpacked / name;
     }
 
@@ -113,6 +114,55 @@ TEST_F(linux_package, decodes_like_the_build) {
     EXPECT_TRUE(call(program, "info").output.starts_with((package / "plugin").string()));
 }
 
+/// The commands or lines of code in the page's block that starts so.
+std::string quoted_block(const fs::path& page, const std::string& language,
+                         const std::string& start) {
+    const std::string fence = "```", text = content(page);
+    const std::size_t block = text.find(fence + language + "\n" + start);
+    if (block == text.npos)
+        return "false # no block starts with " + start;
+    const std::size_t first = text.find('\n', block) + 1;
+    return text.substr(first, text.find(fence, first) - first);
+}
+
+TEST_F(linux_package, builds_the_example_as_documented) {
+    for (const std::string start : {"gcc ", "cmake -B "}) {
+        const std::string commands = quoted_block(package / "docs/hosts.md", "sh", start);
+        const result result = run("cd " + quoted(package) + " && set -e\n" + commands);
+        EXPECT_EQ(result.exit_code, 0) << result.output;
+        expect_contains(result.output, {"formatter zel.rtrange\n", "00200000 range 45.8330\n"});
+    }
+}
+
+TEST_F(linux_package, offers_its_libraries_to_cmake) {
+    const fs::path project = scratch / "own host";
+    fs::create_directories(project);
+    write(project / "CMakeLists.txt", "cmake_minimum_required(VERSION 3.25)\n"
+                                      "project(own_host LANGUAGES CXX)\n"
+                                      "find_package(zel " VERSION " REQUIRED)\n"
+                                      "add_executable(own_host main.cpp)\n"
+                                      "target_link_libraries(own_host zel::loader zel::zelc)\n");
+    write(project / "main.cpp",
+          "#include <cstdio>\n"
+          "#include \"host/loader/plugin.hpp\"\n"
+          "#include \"host/loader/raw_frames.hpp\"\n"
+          "void use(std::span<const std::uint8_t> data) {\n"
+          "    std::printf(\"%zu bytes\\n\", data.size());\n"
+          "}\n"
+          "int main() {\n"
+          "    const std::uint8_t ethernet_frame[61]{};\n"
+          "    const std::uint64_t time_ns = 1;\n" +
+              quoted_block(package / "docs/hosts.md", "cpp", "zel::host::plugin") + "}\n");
+    const result result =
+        run("cd " + quoted(project) + " && cmake -B build -DCMAKE_PREFIX_PATH=" + quoted(package) +
+            " && cmake --build build && cd " + quoted(package / "plugin") + " && " +
+            quoted(project / "build/own_host"));
+    EXPECT_EQ(result.exit_code, 0) << result.output;
+    expect_contains(result.output, {"\n61 bytes\n"});
+    const fs::path zelc_check = package / "reference-host/zelc_check";
+    EXPECT_EQ(call(quoted(zelc_check), quoted(package / "reference-host/libzelc.so")).exit_code, 0);
+}
+
 class windows_package : public package_test {
 protected:
     static void SetUpTestSuite() {
@@ -138,6 +188,7 @@ TEST_F(windows_package, holds_what_its_users_need) {
     expect_binaries(package, "x86_64-w64-mingw32-objdump", "zel_rt_range_formatter.dll",
                     {"rtrange.exe", "zelc.dll"});
     expect_files(package, {"reference-host/libzelc.dll.a", "reference-host/zelc.dll",
+                           "reference-host/zelc.def", "reference-host/zelc_check.exe",
                            "licenses/gcc.txt", "licenses/hdf5.txt", "licenses/libpcap.txt",
                            "licenses/mingw-w64.txt", "licenses/zlib.txt"});
 }
