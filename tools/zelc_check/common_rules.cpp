@@ -1,6 +1,9 @@
+#include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <future>
 #include <latch>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -61,6 +64,24 @@ void accepts_a_null_error(const zelc& library) {
     });
 }
 
+/// Creates records and packages that contain `value`, which other threads do not use.
+void use_own_values(const zelc& library, std::uint8_t value) {
+    const std::string text(100, static_cast<char>('a' + value));
+    const std::vector<std::uint8_t> data(20'000, value);
+    // Long enough for the threads to run at the same time on a busy machine.
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(200);
+    while (std::chrono::steady_clock::now() < end) {
+        const error_slot error = make_error(library, value, text.c_str());
+        const package one = make_package(library, ZEL_FORMAT_TYPE_ETH, data);
+        expect_equal(value, library.get_code(error.get()), "on one of several threads, the code");
+        const char* const seen = library.get_description(error.get());
+        expect(seen != nullptr && seen == text, "the description of this thread",
+               "that of another thread");
+        expect(std::ranges::equal(one.data(data.size()), data), "the data of this thread",
+               "those of another thread");
+    }
+}
+
 } // namespace
 
 std::vector<rule> common_rules() {
@@ -81,19 +102,20 @@ void check_on_threads(const zelc& library, const std::vector<rule>& kept) {
         errors.push_back(make_error(library, ZEL_ERROR_FAILED, "text"));
     }
     std::latch start(threads);
-    const auto run = [&](const package one, const error_slot error) {
+    const auto run = [&](const package one, const error_slot error, std::uint8_t value) {
         start.arrive_and_wait();
         one.fill(1, 100);
         expect_equal(ZEL_ERROR_FAILED, library.get_code(error.get()),
                      "on another thread, the code");
+        use_own_values(library, value);
         for (int round = 0; round < rounds; ++round)
             for (const rule& rule : kept)
                 rule.check(library);
     };
     std::vector<std::future<void>> runs;
     for (std::size_t i = 0; i < threads; ++i)
-        runs.push_back(
-            std::async(std::launch::async, run, std::move(packages[i]), std::move(errors[i])));
+        runs.push_back(std::async(std::launch::async, run, std::move(packages[i]),
+                                  std::move(errors[i]), static_cast<std::uint8_t>(i + 2)));
     try {
         for (auto& one : runs)
             one.get();

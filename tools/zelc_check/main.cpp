@@ -48,6 +48,8 @@ void check_exports(const zelc& library) {
 }
 
 void check_threads(const zelc& library) {
+    if (!all_kept)
+        throw not_checkable("another rule is broken on a single thread");
     check_on_threads(library, kept);
 }
 

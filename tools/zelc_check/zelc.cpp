@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
+#include <cstring>
 #include <stdexcept>
 
 #include "tools/zelc_check/rule.hpp"
@@ -88,7 +89,7 @@ void package::fill(std::uint8_t value, std::size_t size) const {
         all.subspan(offsetof(zel_package_t, pass_through_block),
                     offsetof(zel_package_t, size) - offsetof(zel_package_t, pass_through_block)),
         value);
-    std::ranges::fill(data(size), value);
+    std::memset(package_ + 1, value, size);
 }
 
 package make_package(const zelc& library, std::size_t size) {
