@@ -174,8 +174,9 @@ outcome instance::transform(const raw_package& raw) {
         result.packages.push_back(copy_of(*packages[i]));
         zel_package_destroy(&allocator, packages[i], nullptr);
     }
+    if (packages != nullptr) // An empty result needs no array.
+        --live_arrays;
     std::free(packages);
-    --live_arrays;
     return result;
 }
 
