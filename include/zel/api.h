@@ -7,7 +7,7 @@
  *                the status. A plug-in evaluates the record alone: a failing function of the host
  *                must store one, or else the failure counts as success
  *   *error       null before the call; it is overwritten, not read. The caller owns the record that
- *                is stored in it. A null `error` asks for no record. When memory runs out, a failure
+ *                is stored in it. With a null `error`, the caller gets no record. When memory runs out, a failure
  *                may come without a record
  *   note         a record with the code ZEL_ERROR_NOTE and status 0: a success. The caller destroys
  *                it like any other record

@@ -15,7 +15,7 @@ extern "C" {
  * frames, level 400 a success. Filter by value, not by a threshold. */
 #define ZEL_LOG_LEVEL_SKIPPED UINT32_C(200)   /* a frame that is not for the decoder */
 #define ZEL_LOG_LEVEL_MALFORMED UINT32_C(300) /* a malformed or unusable frame */
-#define ZEL_LOG_LEVEL_NOTABLE UINT32_C(400)   /* an event that occurs once, such as a new address */
+#define ZEL_LOG_LEVEL_NOTABLE UINT32_C(400)   /* a new or changed address of a unit */
 
 /* One log record; the record and all its texts are borrowed. */
 typedef struct zel_log_info_t {

@@ -39,8 +39,8 @@ ZEL_CHECK_RECORD(zel_raw_package_t, 68, 1);
 
 /* Checks the state of a raw package. Only the record counts, not the status: none, or one with code
  * 0, means a good state; any other code, ZEL_ERROR_NOTE included, means that the raw package is to
- * be dropped. A description is logged in any case, as a printf format without arguments: write a
- * percent sign as "%%". Any thread. */
+ * be dropped. A description that is not empty is logged in any case, as a printf format without
+ * arguments: write a percent sign as "%%". Any thread. */
 ZEL_API zel_status_t zel_raw_package_check_state_value(uint32_t state_value, uint16_t source_id,
                                                        uint32_t source_info_nibble,
                                                        zel_error_details_t** error);

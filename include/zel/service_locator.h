@@ -9,7 +9,7 @@
 extern "C" {
 #endif
 
-/* A host that offers no service may leave `can_resolve` null. */
+/* A host that offers no service may leave `can_resolve` null, and then `resolve`, too. */
 typedef struct zel_service_locator_t {
     /* Stores the address of the service's record in *target; it is valid as long as its owner, and
      * the caller does not write to it. An unknown name is a failure. Any thread. */
