@@ -33,7 +33,7 @@ case $plugin in
   ;;
 *.dll)
   expect exports "$exports" \
-    "$("$objdump" -p "$plugin" | awk '/Ordinal\/Name Pointer/ {on=1; next} /^$/ {on=0} on {print $NF}' | sort)"
+    "$("$objdump" -p "$plugin" | awk '/Ordinal\/Name Pointer/ {on=1; next} /^$/ {on=0} on && $1 ~ /^\[/ {print $NF}' | sort)"
   expect imports $'KERNEL32.dll\nmsvcrt.dll\nzelc.dll' \
     "$("$objdump" -p "$plugin" | awk '/DLL Name/ {print $NF}' | sort)"
   # Padded to the file's alignment of 32 bytes.

@@ -1,5 +1,6 @@
 // The packages, as a user installs them: unpacked anywhere and called from anywhere.
 
+#include <algorithm>
 #include <set>
 
 #include "tests/harness/pcap.hpp"
@@ -195,9 +196,9 @@ TEST_F(windows_package, holds_what_its_users_need) {
 
 TEST_F(windows_package, imports_nothing_but_zelc_and_what_windows_has) {
     EXPECT_EQ(imports(package / "bin/zelc.dll"), (names{"KERNEL32.dll", "msvcrt.dll"}));
-    EXPECT_EQ(imports(package / "bin/rtrange.exe"),
-              (names{"ADVAPI32.dll", "KERNEL32.dll", "SHELL32.dll", "WS2_32.dll", "msvcrt.dll",
-                     "zelc.dll"}));
+    const names permitted{"ADVAPI32.dll", "KERNEL32.dll", "SHELL32.dll",
+                          "WS2_32.dll",   "msvcrt.dll",   "zelc.dll"};
+    EXPECT_TRUE(std::ranges::includes(permitted, imports(package / "bin/rtrange.exe")));
 }
 
 TEST_F(windows_package, decodes_like_the_linux_build) {
