@@ -45,24 +45,26 @@ public:
     const std::shared_ptr<log::logger>& host_log() const { return logger_; }
 
 private:
-    /// The list of one call of `transform`, in storage that the instance keeps between calls. A
-    /// host may call `transform` again from within its log function: the inner call then finds no
-    /// storage and gets its own.
+    /// The list of one call of `transform`: the instance's, which keeps its storage between calls. A
+    /// host may call `transform` again from within its log function: the inner call then finds that
+    /// list in use and gets its own.
     class call_list {
     public:
-        explicit call_list(package_list& storage)
-            : packages(std::exchange(storage, {})), storage_(storage) {}
+        explicit call_list(formatter& instance)
+            : instance_(instance), nested_(std::exchange(instance.list_in_use_, true)) {}
         ~call_list() {
-            packages.clear();
-            storage_ = std::move(packages);
+            packages().clear();
+            instance_.list_in_use_ = nested_;
         }
         call_list(const call_list&) = delete;
         call_list& operator=(const call_list&) = delete;
 
-        package_list packages;
+        package_list& packages() { return nested_ ? own_ : instance_.list_; }
 
     private:
-        package_list& storage_;
+        formatter& instance_;
+        const bool nested_;
+        package_list own_;
     };
 
     static zel_status_t transform(void* handle, const zel_raw_package_t* raw_package,
@@ -74,17 +76,19 @@ private:
             runtime::check_argument(package_count, "package_count");
             runtime::check_argument(allocator, "allocator");
             formatter& instance = *static_cast<T*>(handle);
-            call_list list(instance.list_storage_);
-            instance.format(list.packages, raw_package, allocator);
-            *packages = hand_over(list.packages, *allocator);
-            *package_count = list.packages.size();
+            call_list call(instance);
+            package_list& list = call.packages();
+            instance.format(list, raw_package, allocator);
+            *packages = hand_over(list, *allocator);
+            *package_count = list.size();
         });
     }
 
     zel_formatter_raw_package_transformation_support_t transformation_support_;
     std::shared_ptr<runtime::service_locator> host_services_;
     std::shared_ptr<log::logger> logger_;
-    package_list list_storage_; ///< always empty; keeps its capacity
+    package_list list_; ///< empty between calls
+    bool list_in_use_ = false;
 };
 
 } // namespace zel::extensibility::transform

@@ -61,13 +61,13 @@ void write_unit_values(double a, double b, double c, ncom_unit_record& record) {
 
 } // namespace
 
-std::optional<std::uint32_t>
+std::uint32_t
 rt_range_formatter_base::rcom_process_frame_ext_range_current_ncom(const std::uint8_t* frame) {
     const std::uint32_t unit = frame[ext_range_byte::target_number];
     if (unit >= unit_count) {
         log::write(logger_, ZEL_LOG_LEVEL_SKIPPED, log::here(current_ncom_function),
                    "Invalid RCOM Target Number.");
-        return std::nullopt;
+        return no_unit;
     }
     // If the frame is implausible, its target number, channel number and addresses still count, and
     // the record holds the values of an earlier frame.

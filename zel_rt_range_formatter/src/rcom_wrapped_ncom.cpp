@@ -1,5 +1,4 @@
 #include <cstdint>
-#include <optional>
 
 #include "zel_rt_range_formatter/src/field_readers.hpp"
 #include "zel_rt_range_formatter/src/ncom_packet.hpp"
@@ -23,38 +22,37 @@ constexpr const char* wrapped_ncom_function =
 //  +---+---+-----+---------+-------------+---------------------
 //  | W | 3 | len | address | 12 bytes    | NCOM packet, E7 ...
 //  +---+---+-----+---------+-------------+---------------------
-std::optional<std::uint32_t>
-rt_range_formatter_base::rcom_process_wrapped_ncom(const udp_datagram& datagram) {
+std::uint32_t rt_range_formatter_base::rcom_process_wrapped_ncom(const udp_datagram& datagram) {
     const std::uint8_t* const frame = datagram.payload;
     const std::uint64_t after_header = datagram.payload_size - rcom_header_size;
     if (!has_size(logger_, log::here(wrapped_ncom_function), "wrapped NCOM meta info frame size",
                   meta_info_size, after_header))
-        return std::nullopt;
+        return no_unit;
     if (!has_size(logger_, log::here(wrapped_ncom_function), "wrapped NCOM frame size",
                   ncom_packet_size, after_header - meta_info_size))
-        return std::nullopt;
+        return no_unit;
     const std::uint8_t* const ncom = frame + wrapped_ncom_byte::ncom;
     if (is_structure_b(ncom)) {
         log::write(logger_, ZEL_LOG_LEVEL_MALFORMED, log::here(wrapped_ncom_function),
                    "NCOM structure B is not supported.");
-        return std::nullopt;
+        return no_unit;
     }
     if (ncom[0] != ncom_sync_byte) {
         log::write(logger_, ZEL_LOG_LEVEL_MALFORMED, log::here(wrapped_ncom_function),
                    "Invalid sync byte. Expected = %u, Received = %u.", unsigned{ncom_sync_byte},
                    unsigned{ncom[0]});
-        return std::nullopt;
+        return no_unit;
     }
     const std::uint8_t* const address = frame + wrapped_ncom_byte::unit_address;
-    const std::optional<std::uint32_t> unit = addresses_.wrapped_sender(address);
-    if (!unit) {
+    const std::uint32_t unit = addresses_.wrapped_sender(address);
+    if (unit == no_unit) {
         log::write(logger_, ZEL_LOG_LEVEL_SKIPPED, log::here(wrapped_ncom_function),
                    "Unknown target (IP ' %u.%u.%u.%u ).", unsigned{address[0]},
                    unsigned{address[1]}, unsigned{address[2]}, unsigned{address[3]});
-        return std::nullopt;
+        return no_unit;
     }
-    current_unit_index_ = *unit;
-    endpoint_header& endpoint = units_[*unit].record.endpoint;
+    current_unit_index_ = unit;
+    endpoint_header& endpoint = units_[unit].record.endpoint;
     count_datagram(endpoint, datagram);
     // The wrapped unit is the source, the RT-Range unit that relayed its packet the destination.
     endpoint.source_ip = read_unsigned(address, 4);

@@ -121,40 +121,40 @@ bool rt_range_formatter_base::process_rcom_datagram(const udp_datagram& datagram
     }
     // Counted before the type is looked at: ignored and invalid types count too.
     count_datagram(rcom_record_.endpoint, datagram);
-    const std::optional<std::uint32_t> unit = process_rcom_packet(datagram, output);
-    if (!unit)
+    const std::uint32_t unit = process_rcom_packet(datagram, output);
+    if (unit == no_unit)
         return false;
     output.add_rcom(rcom_record_);
-    if (*unit != hunter)
-        output.add_ncom(units_[*unit].record, *unit);
+    if (unit != hunter)
+        output.add_ncom(units_[unit].record, unit);
     return true;
 }
 
 /// The unit of a decoded packet; the hunter for a lane packet, which adds no NCOM record.
-std::optional<std::uint32_t>
-rt_range_formatter_base::process_rcom_packet(const udp_datagram& datagram, package_output& output) {
+std::uint32_t rt_range_formatter_base::process_rcom_packet(const udp_datagram& datagram,
+                                                           package_output& output) {
     const std::uint8_t* const frame = datagram.payload;
     const std::uint8_t packet_type = frame[1];
     switch (packet_type) {
     case rcom_packet_type::lane:
         if (!rcom_process_frame_lane_packet(frame, datagram.payload_size))
-            return std::nullopt;
+            return no_unit;
         return hunter;
     case rcom_packet_type::ext_range:
         if (!rcom_process_frame_ext_range(frame, datagram.payload_size))
-            return std::nullopt;
+            return no_unit;
         return rcom_process_frame_ext_range_current_ncom(frame);
     case rcom_packet_type::wrapped_ncom: {
-        const std::optional<std::uint32_t> unit = rcom_process_wrapped_ncom(datagram);
-        if (unit)
-            process_ncom(frame + wrapped_ncom_byte::ncom, *unit, output);
+        const std::uint32_t unit = rcom_process_wrapped_ncom(datagram);
+        if (unit != no_unit)
+            process_ncom(frame + wrapped_ncom_byte::ncom, unit, output);
         return unit;
     }
     default:
         if (packet_type > rcom_packet_type::last)
             log::write(logger_, ZEL_LOG_LEVEL_MALFORMED, site(263),
                        "Invalid RT-Range packet received. packet type = %u", unsigned{packet_type});
-        return std::nullopt;
+        return no_unit;
     }
 }
 

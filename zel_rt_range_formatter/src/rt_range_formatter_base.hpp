@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdint>
 #include <memory>
-#include <optional>
 
 #include "extensibility/logger.hpp"
 #include "zel_rt_range_formatter/records/rcom_unit_record.hpp"
@@ -43,8 +42,7 @@ private:
     void follow_time(std::uint64_t reference_timestamp);
     bool process_ncom_datagram(const udp_datagram& datagram, package_output& output);
     bool process_rcom_datagram(const udp_datagram& datagram, package_output& output);
-    std::optional<std::uint32_t> process_rcom_packet(const udp_datagram& datagram,
-                                                     package_output& output);
+    std::uint32_t process_rcom_packet(const udp_datagram& datagram, package_output& output);
     ncom_unit_record& hunter_record() { return units_[hunter].record; }
 
     // NCOM: ncom_decoding.cpp
@@ -59,10 +57,9 @@ private:
     bool rcom_process_frame_lane_packet(const std::uint8_t* frame, std::uint64_t received_size);
     bool rcom_process_frame_ext_range(const std::uint8_t* frame, std::uint64_t received_size);
     void rcom_process_frame_ext_range_status_channel(const std::uint8_t* frame);
-    std::optional<std::uint32_t>
-    rcom_process_frame_ext_range_current_ncom(const std::uint8_t* frame);
+    std::uint32_t rcom_process_frame_ext_range_current_ncom(const std::uint8_t* frame);
     void identify(const std::uint8_t* addresses, std::uint32_t unit);
-    std::optional<std::uint32_t> rcom_process_wrapped_ncom(const udp_datagram& datagram);
+    std::uint32_t rcom_process_wrapped_ncom(const udp_datagram& datagram);
 
     std::shared_ptr<extensibility::log::logger> logger_;
     foreign_traffic_throttle not_ipv4_log_counter_;

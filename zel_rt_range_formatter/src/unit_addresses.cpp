@@ -13,14 +13,14 @@ std::uint32_t unit_addresses::sender(std::uint32_t source_ip) const {
     return hunter;
 }
 
-std::optional<std::uint32_t> unit_addresses::wrapped_sender(const std::uint8_t* address) const {
+std::uint32_t unit_addresses::wrapped_sender(const std::uint8_t* address) const {
     const auto wide = load<std::uint64_t>(address);
     for (std::uint32_t target = 1; target <= target_count; ++target)
         if (wide == target_ips_[target - 1])
             return target;
     if (wide == hunter_ip_)
         return hunter;
-    return std::nullopt;
+    return no_unit;
 }
 
 bool unit_addresses::learn_hunter(std::uint32_t ip) {

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
 
 #include "zel_rt_range_formatter/records/units.hpp"
 
@@ -18,8 +17,9 @@ public:
     std::uint32_t sender(std::uint32_t source_ip) const;
 
     /// The unit named by the 8 bytes at `address` in a wrapped NCOM packet. Deliberate: the last
-    /// four must be zero for a match. Targets are compared before the hunter.
-    std::optional<std::uint32_t> wrapped_sender(const std::uint8_t* address) const;
+    /// four must be zero for a match. Targets are compared before the hunter. `no_unit` if none
+    /// matches.
+    std::uint32_t wrapped_sender(const std::uint8_t* address) const;
 
     /// Stores the hunter's address unless it is known already. True if it was not.
     bool learn_hunter(std::uint32_t ip);
