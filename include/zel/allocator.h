@@ -9,7 +9,9 @@ extern "C" {
 #endif
 
 /* A plug-in calls `allocate_array` and passes the whole record to zelc; it accesses no member
- * host_*. The record must remain valid until the packages created with it are destroyed. */
+ * host_*. What those mean is agreed between the host and its zelc; the reference zelc uses none of
+ * them, so that they may be null. The record must remain valid until the packages created with it
+ * are destroyed. */
 typedef struct zel_allocator_t {
     void* host_1;
     void* host_2;

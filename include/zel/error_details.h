@@ -29,8 +29,9 @@ typedef struct zel_error_details_t zel_error_details_t;
  * any other code, ZEL_ERROR_OUT_OF_MEMORY and 0 included. */
 
 /* Stores a new record in *target, for the caller to own and to destroy. `description` is borrowed
- * and copied; it may be null. `target` may be null: then there is no record. Always returns `code`,
- * also when memory runs out; a plug-in returns it as the status of the failing call. Any thread. */
+ * and copied; it may be null, and an empty one is not null. `target` may be null: then there is no
+ * record. Always returns `code`, also when memory runs out; a plug-in returns it as the status of
+ * the failing call. Any thread. */
 ZEL_API zel_status_t zel_error_details_create(zel_error_details_t** target, uint32_t code,
                                               const char* description);
 

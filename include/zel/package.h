@@ -55,12 +55,12 @@ ZEL_API zel_status_t zel_package_create_assign_data(const zel_allocator_t* alloc
 
 /* Sets the format type, one of ZEL_FORMAT_TYPE_*; the text is borrowed and copied. Where it is
  * kept is up to the host; the other members of the header and the data remain unchanged. After
- * a failure, the whole package is unchanged. Any thread. */
+ * a failure, the whole package is unchanged. A plug-in calls it once per package. Any thread. */
 ZEL_API zel_status_t zel_package_assign_format_type(zel_package_t* package, const char* format_type,
                                                     zel_error_details_t** error);
 
-/* Frees the package; null does nothing. `allocator` is the one that it was created with. A plug-in
- * passes a null `error` and ignores a failure. Any thread. */
+/* Frees the package; for a null package, does nothing and returns 0. `allocator` is the one that it
+ * was created with. A plug-in passes a null `error` and ignores a failure. Any thread. */
 ZEL_API zel_status_t zel_package_destroy(const zel_allocator_t* allocator, zel_package_t* package,
                                          zel_error_details_t** error);
 
