@@ -14,7 +14,7 @@
 namespace rtrange {
 namespace {
 
-void decode_capture(capture_reader& capture, frame_decoder& decoder, record_output& output) {
+void decode_capture(capture_reader& capture, frame_decoder& decoder, table_output& output) {
     constexpr std::uint64_t frames_per_update = 1024;
     const std::filesystem::path& file = capture.path();
     // Does not throw: the tables are completed even when standard output cannot be written.
@@ -61,7 +61,7 @@ void check_output(const std::filesystem::path& output,
 }
 
 std::vector<std::string> decode_captures(std::vector<capture_reader>& captures,
-                                         frame_decoder& decoder, record_output& output) {
+                                         frame_decoder& decoder, table_output& output) {
     std::vector<std::string> faults;
     for (capture_reader& capture : captures) {
         if (interrupted())

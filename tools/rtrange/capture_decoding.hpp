@@ -7,7 +7,7 @@
 
 #include "tools/rtrange/captures/capture_reader.hpp"
 #include "tools/rtrange/frame_decoder.hpp"
-#include "tools/rtrange/outputs/record_output.hpp"
+#include "tools/rtrange/outputs/table_output.hpp"
 
 namespace rtrange {
 
@@ -23,6 +23,6 @@ void check_output(const std::filesystem::path& output,
 /// Decodes the captures one after the other, as one run, until the end or an interruption. Returns
 /// what kept it from reading them to their end, one line each.
 std::vector<std::string> decode_captures(std::vector<capture_reader>& captures,
-                                         frame_decoder& decoder, record_output& output);
+                                         frame_decoder& decoder, table_output& output);
 
 } // namespace rtrange

@@ -69,6 +69,18 @@ void add_run(CLI::App& parser, run_options& options) {
                     "Format type of the raw packages that the plug-in is given")
         ->check(CLI::IsMember({ZEL_FORMAT_TYPE_RTRANGE, ZEL_FORMAT_TYPE_ETH_RTRANGE}))
         ->capture_default_str();
+    parser
+        .add_option("--view", options.view,
+                    "measured: what the packets say, unknown values empty; record: the plug-in's "
+                    "records bit for bit")
+        ->check(CLI::IsMember({"measured", "record"}))
+        ->capture_default_str();
+    parser
+        .add_option("--restart-gap", options.restart_gap_s,
+                    "Start a new decoder after a gap of this many seconds; 0: never (default: 5; "
+                    "0 in the view record)")
+        ->check(CLI::NonNegativeNumber)
+        ->type_name("SECONDS");
     parser.add_option("--plugin", options.plugin, plugin_help)->type_name("FILE");
 }
 
@@ -95,6 +107,8 @@ command add_decode(CLI::App& app) {
         ->add_option("-o,--output", options->output,
                      "Folder of the CSV files, or HDF5 file (default: decoded or decoded.h5)")
         ->type_name("PATH");
+    parser->add_flag("--samples", options->run.samples,
+                     "Also write the tables of filtered samples (always in the view record)");
     add_run(*parser, options->run);
     parser->callback([captures, live] {
         if (captures->empty() && live->empty())

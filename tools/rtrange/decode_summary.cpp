@@ -19,6 +19,15 @@ std::string unit_name(std::size_t unit) {
     return unit == zel::toolbox::rt_range::hunter ? "hunter" : fmt::format("target {}", unit);
 }
 
+std::string text_of(const frame_outcomes::remark& remark) {
+    return fmt::format("{} (first: frame {} of {})", remark.message, remark.first_frame,
+                       remark.capture);
+}
+
+double seconds_after(std::uint64_t zero_ns, std::uint64_t time_ns) {
+    return static_cast<double>(static_cast<std::int64_t>(time_ns - zero_ns)) * 1e-9;
+}
+
 std::string repetitions(std::uint64_t count) {
     return count > 1 ? fmt::format(", identified {} times", count) : "";
 }
@@ -33,10 +42,10 @@ std::vector<counted_outcome> counted_outcomes(const frame_outcomes& outcomes) {
         {outcomes.other_ports, "foreign: other UDP ports"},
         {outcomes.ignored_rcom, "ignored: RCOM packets without decoded content"},
     };
-    for (const auto& [source_line, remark] : outcomes.refusals)
-        result.push_back({remark.count, fmt::format("refused: {}", remark.message)});
-    for (const auto& [source_line, remark] : outcomes.decoded_in_part)
-        result.push_back({remark.count, fmt::format("decoded, but: {}", remark.message)});
+    for (const auto& [key, remark] : outcomes.refusals)
+        result.push_back({remark.count, fmt::format("refused: {}", text_of(remark))});
+    for (const auto& [key, remark] : outcomes.decoded_in_part)
+        result.push_back({remark.count, fmt::format("decoded, but: {}", text_of(remark))});
     result.push_back({outcomes.cut, "cut short when recorded; record whole frames (tcpdump -s 0)"});
     std::erase_if(result, [](const counted_outcome& outcome) { return outcome.count == 0; });
     return result;
@@ -52,26 +61,48 @@ std::string_view reason_for_no_rows(const frame_outcomes& outcomes) {
     return "there was no NCOM (UDP port 3000) and no RCOM (UDP port 3003)";
 }
 
-void print_summary(const frame_outcomes& outcomes, const std::vector<written_table>& tables) {
-    const double seconds =
-        static_cast<double>(outcomes.last_time_ns - outcomes.first_time_ns) * 1e-9;
-    print("{} frames, {:.3f} s from {}\n", outcomes.frames, seconds,
+std::vector<std::string> run_notes(const frame_decoder& decoder) {
+    const frame_outcomes& outcomes = decoder.outcomes();
+    const std::uint64_t zero_ns = outcomes.first_time_ns;
+    std::vector<std::string> notes;
+    for (const auto& [from_ns, to_ns] : outcomes.first_restarts)
+        notes.push_back(fmt::format("a new decoder at {:.3f} s, after a gap of {:.3f} s",
+                                    seconds_after(zero_ns, to_ns), seconds_after(from_ns, to_ns)));
+    if (outcomes.restarts > outcomes.first_restarts.size())
+        notes.push_back(fmt::format("{} new decoders in all", outcomes.restarts));
+    if (outcomes.steps_back > 0)
+        notes.push_back(fmt::format("{} {} back in time, the first at {}; each resets the decoder",
+                                    outcomes.steps_back,
+                                    outcomes.steps_back == 1 ? "step" : "steps",
+                                    utc_text(outcomes.first_steps_back.front().to_ns)));
+    for (std::string& note : decoder.notes())
+        notes.push_back(std::move(note));
+    return notes;
+}
+
+void print_summary(const frame_decoder& decoder, const std::vector<written_table>& tables) {
+    const frame_outcomes& outcomes = decoder.outcomes();
+    print("{} frames, {:.3f} s from {}\n", outcomes.frames,
+          seconds_after(outcomes.first_time_ns, outcomes.last_time_ns),
           utc_text(outcomes.first_time_ns));
 
     print("\nFrames\n");
     for (const auto& [count, what] : counted_outcomes(outcomes))
         print("  {:>9}  {}\n", count, what);
-    if (outcomes.steps_back > 0)
-        print("  {:>9}  steps back in time, the first at {}; each restarts the decoder\n",
-              outcomes.steps_back, utc_text(outcomes.first_steps_back.front().to_ns));
 
     if (!outcomes.identifications.empty())
         print("\nUnits\n");
     for (const auto& [identified, identification] : outcomes.identifications)
         print("  {:9.3f} s  {} ({}){}\n",
-              static_cast<double>(identification.time_ns - outcomes.first_time_ns) * 1e-9,
+              seconds_after(outcomes.first_time_ns, identification.time_ns),
               unit_name(identified.unit), ipv4_text(identified.address),
               repetitions(identification.count));
+
+    const auto notes = run_notes(decoder);
+    if (!notes.empty())
+        print("\nNotes\n");
+    for (const std::string& note : notes)
+        print("  {}\n", note);
 
     print("\nOutput\n");
     for (const written_table& table : tables)

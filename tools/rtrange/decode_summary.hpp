@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/rtrange/frame_outcomes.hpp"
-#include "tools/rtrange/outputs/record_output.hpp"
+#include "tools/rtrange/frame_decoder.hpp"
+#include "tools/rtrange/outputs/table_output.hpp"
 
 namespace rtrange {
 
@@ -23,8 +23,12 @@ std::vector<counted_outcome> counted_outcomes(const frame_outcomes& outcomes);
 /// Why a run has no rows, human-readable.
 std::string_view reason_for_no_rows(const frame_outcomes& outcomes);
 
-/// Prints the outcomes, the units, and the tables with their numbers of rows.
-void print_summary(const frame_outcomes& outcomes, const std::vector<written_table>& tables);
+/// What a reader of the output has to know of the run, one sentence each: restarts of the decoder,
+/// and what the view notes.
+std::vector<std::string> run_notes(const frame_decoder& decoder);
+
+/// Prints the outcomes, the units, the notes, and the tables with their numbers of rows.
+void print_summary(const frame_decoder& decoder, const std::vector<written_table>& tables);
 
 /// Prints on standard error, one line each, what kept the input from being read to its end. Returns
 /// the exit code of the run.

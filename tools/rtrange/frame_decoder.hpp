@@ -1,44 +1,66 @@
-// Frames through one formatter instance of the plug-in.
+// Frames through the plug-in.
 #pragma once
 
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "host/loader/plugin.hpp"
 #include "host/loader/raw_frames.hpp"
 #include "tools/rtrange/captures/captured_frame.hpp"
 #include "tools/rtrange/frame_outcomes.hpp"
-#include "tools/rtrange/outputs/record_output.hpp"
+#include "tools/rtrange/outputs/table_output.hpp"
 #include "tools/rtrange/run_options.hpp"
 #include "tools/rtrange/tables/selection.hpp"
+#include "tools/rtrange/tables/table_view.hpp"
 
 namespace rtrange {
 
-/// Drives one formatter instance frame by frame, as one run.
+/// Drives a formatter instance frame by frame, as one run. After a gap, it continues with a new
+/// instance.
 class frame_decoder {
 public:
-    /// Loads the plug-in. Throws std::runtime_error when it cannot be used.
+    /// Loads the plug-in. Throws std::runtime_error when it cannot be used, and usage_failure when
+    /// a selected field is not in the view.
     explicit frame_decoder(const run_options& options);
 
     /// Decodes a frame and writes those of its rows that are selected. Throws failure when they
     /// cannot be written, and host_error when the plug-in fails.
-    void decode(const captured_frame& frame, record_output& output);
+    void decode(const captured_frame& frame, table_output& output);
+
+    /// The columns of the tables. Valid as long as the decoder.
+    const table_columns& columns() const { return columns_; }
 
     const selection& selected() const { return selected_; }
     const frame_outcomes& outcomes() const { return outcomes_; }
 
+    /// What a reader of the tables has to know of this run, one sentence each.
+    std::vector<std::string> notes() const { return view_->notes(); }
+
 private:
     using wrap_function = void (*)(std::span<const std::uint8_t>, zel::host::raw_package_buffer&);
 
+    void start_instance();
+    void restart_after_gap();
+    void write_refused(const captured_frame& frame, table_output& output);
+
     selection selected_;
+    std::unique_ptr<table_view> view_;
+    table_columns columns_;
+    std::uint64_t restart_gap_ns_;
     frame_outcomes outcomes_;
     zel::host::plugin plugin_;
     zel::host::host_services services_;
-    zel::host::formatter_instance instance_;
+    const zel_formatter_dispatch_table_t& formatter_;
+    std::optional<zel::host::formatter_instance> instance_;
     wrap_function wrap_;
+    std::uint64_t zero_ns_ = 0; ///< time of the first frame
     zel::host::raw_package_buffer raw_package_;
-    std::vector<record_row> rows_;
+    decoded_packages packages_;
+    std::vector<table_row> rows_;
 };
 
 } // namespace rtrange

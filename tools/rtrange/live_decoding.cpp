@@ -20,7 +20,7 @@ std::uint64_t now_ns() {
 }
 
 /// Decodes until an interruption or the upper time limit.
-void decode_all(live_capture& capture, frame_decoder& decoder, record_output& output) {
+void decode_all(live_capture& capture, frame_decoder& decoder, table_output& output) {
     using clock = std::chrono::steady_clock;
     status_line status;
     auto next_update = clock::now();
@@ -42,7 +42,7 @@ void decode_all(live_capture& capture, frame_decoder& decoder, record_output& ou
 } // namespace
 
 std::vector<std::string> decode_live(live_capture& capture, frame_decoder& decoder,
-                                     record_output& output) {
+                                     table_output& output) {
     const std::string& name = capture.interface_name();
     std::printf("Decoding frames from %s until Ctrl-C\n", name.c_str());
     std::fflush(stdout);

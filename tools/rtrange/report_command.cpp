@@ -1,6 +1,8 @@
 #include "tools/rtrange/report_command.hpp"
 
-#include <cstddef>
+#include <algorithm>
+#include <string>
+#include <vector>
 
 #include <fmt/format.h>
 
@@ -15,11 +17,11 @@ namespace rtrange {
 namespace {
 
 /// Throws usage_failure when a field cannot be plotted.
-void check_fields(const selection& selected) {
-    using zel::toolbox::rt_range::field_type;
-    for (std::size_t table = 0; table < record_table_count; ++table)
-        for (const auto& entry : selected.fields(table))
-            if (entry.type == field_type::ipv4)
+void check_fields(const std::vector<std::string>& fields, const table_columns& tables) {
+    for (const std::vector<column>& columns : tables)
+        for (const column& entry : columns)
+            if ((entry.type == cell_type::ipv4 || entry.type == cell_type::address) &&
+                std::ranges::find(fields, entry.name) != fields.end())
                 throw usage_failure(
                     fmt::format("a report plots numbers; {} is an address", entry.name));
 }
@@ -29,16 +31,17 @@ void check_fields(const selection& selected) {
 int report(const report_command_options& options) {
     auto captures = open_captures(options.run.captures);
     check_output(options.output, options.run.captures);
-    const bool named_fields = !options.run.selection.fields.empty();
-    frame_decoder decoder(options.run);
-    if (named_fields)
-        check_fields(decoder.selected());
-    report_output output({options.output, options.run.captures, named_fields}, decoder.selected(),
+    const std::vector<std::string>& fields = options.run.selection.fields;
+    run_options run = options.run;
+    run.selection.also_fields = {"latitude", "longitude", "source_ip"};
+    frame_decoder decoder(run);
+    check_fields(fields, decoder.columns());
+    report_output output({options.output, run.captures, fields}, decoder.columns(),
                          decoder.outcomes());
     catch_interruptions();
     const auto faults = decode_captures(captures, decoder, output);
     output.close();
-    print_summary(decoder.outcomes(), output.tables());
+    print_summary(decoder, output.tables());
     print("\nTo view the report, open {} in a browser\n",
           std::filesystem::absolute(options.output).string());
     return end_with_faults(faults);

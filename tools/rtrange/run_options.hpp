@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,9 @@ struct run_options {
     std::string format = ZEL_FORMAT_TYPE_RTRANGE; ///< format type of the raw packages
     std::filesystem::path plugin;                 ///< empty for the plug-in installed with rtrange
     selection_options selection;
+    std::string view = "measured";       ///< or "record"
+    bool samples = false;                ///< tables of samples in the view "measured"
+    std::optional<double> restart_gap_s; ///< empty for that of the view; 0 never restarts
 };
 
 } // namespace rtrange

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <span>
 
+#include "zel_rt_range_formatter/records/field_origin.hpp"
+
 namespace zel::toolbox::rt_range {
 
 /// Type of a stored field, little-endian. An ipv4 field is a u32 that holds an address in wire byte
@@ -18,6 +20,7 @@ struct field {
     std::size_t offset; ///< bytes from the start of the record
     field_type type;
     const char* unit; ///< empty for a number without unit
+    field_origin origin;
     const char* meaning;
 };
 
@@ -91,10 +94,11 @@ consteval field_type stored_as() {
 
 /// One row of a field table. Does not compile if the record's member is not at `offset`.
 consteval field field_at(std::size_t offset, std::size_t member_offset, const char* name,
-                         field_type type, const char* unit, const char* meaning) {
+                         field_type type, const char* unit, field_origin origin,
+                         const char* meaning) {
     if (member_offset != offset)
         throw "the member is at another offset than its row says";
-    return {name, offset, type, unit, meaning};
+    return {name, offset, type, unit, origin, meaning};
 }
 
 /// Whether the fields, in this order, fill a record of `size` bytes without gap or overlap.

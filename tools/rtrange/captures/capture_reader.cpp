@@ -31,7 +31,8 @@ void capture_reader::closer::operator()(pcap* capture) const {
     pcap_close(capture);
 }
 
-capture_reader::capture_reader(const std::filesystem::path& file) : file_(file) {
+capture_reader::capture_reader(const std::filesystem::path& file)
+    : file_(file), name_(file.filename().string()) {
     std::error_code ignored;
     if (std::filesystem::is_directory(file, ignored))
         throw failure(fmt::format("'{}' is a folder; give a capture file", file.string()));
@@ -80,7 +81,9 @@ std::optional<captured_frame> capture_reader::next() {
     const auto nanoseconds = static_cast<std::uint64_t>(header_->ts.tv_usec);
     return captured_frame{seconds * 1'000'000'000 + nanoseconds,
                           {bytes_, header_->caplen},
-                          header_->caplen < header_->len};
+                          header_->caplen < header_->len,
+                          frames_,
+                          name_.c_str()};
 }
 
 std::uint64_t capture_reader::position() const {

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "tools/rtrange/captures/captured_frame.hpp"
 
@@ -39,6 +40,7 @@ private:
     int read();
 
     std::filesystem::path file_;
+    std::string name_;
     std::unique_ptr<pcap, closer> capture_;
     pcap_pkthdr* header_ = nullptr;
     const std::uint8_t* bytes_ = nullptr;

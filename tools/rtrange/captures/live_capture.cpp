@@ -61,9 +61,12 @@ std::optional<captured_frame> live_capture::next() {
             fmt::format("capturing from '{}' failed: {}", interface_, pcap_geterr(capture_.get())));
     const auto seconds = static_cast<std::uint64_t>(header->ts.tv_sec);
     const auto ticks = static_cast<std::uint64_t>(header->ts.tv_usec);
+    ++frames_;
     return captured_frame{seconds * 1'000'000'000 + ticks * nanoseconds_per_tick_,
                           {bytes, header->caplen},
-                          header->caplen < header->len};
+                          header->caplen < header->len,
+                          frames_,
+                          interface_.c_str()};
 }
 
 std::uint64_t live_capture::lost() const {

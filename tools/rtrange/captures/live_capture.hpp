@@ -35,6 +35,7 @@ private:
     std::string interface_;
     std::unique_ptr<pcap, closer> capture_;
     std::uint64_t nanoseconds_per_tick_ = 1000;
+    std::uint64_t frames_ = 0;
 };
 
 } // namespace rtrange

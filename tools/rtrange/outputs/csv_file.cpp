@@ -11,12 +11,10 @@
 
 namespace rtrange {
 
-using zel::toolbox::rt_range::field;
-using zel::toolbox::rt_range::field_type;
-
 namespace {
 
-constexpr std::size_t longest_cell = 32;
+/// A text in quotes, each of its characters doubled, and the comma behind it. Numbers are shorter.
+constexpr std::size_t longest_cell = 2 * longest_text + 3;
 
 /// A shorter text is copied as a block of this size, which needs no call of memcpy. Most texts
 /// between two changed cells are short.
@@ -61,26 +59,51 @@ char* format_double(double number, char* begin) {
     return std::to_chars(begin, begin + longest_cell, number).ptr;
 }
 
-/// Formats the stored value of a field at `begin`, where there is room for the longest cell, and
-/// returns the end of the text.
-char* format(field_type type, std::uint64_t content, char* begin) {
+/// File names may contain commas and quotes.
+char* format_text(const char* text, char* begin) {
+    const std::string_view bytes(text, std::min(std::strlen(text), longest_text));
+    if (bytes.find_first_of(",\"\r\n") == std::string_view::npos)
+        return std::ranges::copy(bytes, begin).out;
+    *begin++ = '"';
+    for (const char character : bytes) {
+        if (character == '"')
+            *begin++ = '"';
+        *begin++ = character;
+    }
+    *begin++ = '"';
+    return begin;
+}
+
+/// Formats the content of a cell at `begin`, where there is room for the longest cell, and returns
+/// the end of the text.
+char* format(cell_type type, cell content, char* begin) {
     char* const limit = begin + longest_cell;
     switch (type) {
-    case field_type::u8:
-    case field_type::u16:
-    case field_type::u32:
-    case field_type::u64:
+    case cell_type::u8:
+    case cell_type::u16:
+    case cell_type::u32:
+    case cell_type::u64:
         return std::to_chars(begin, limit, content).ptr;
-    case field_type::s16:
-        return std::to_chars(begin, limit, static_cast<std::int16_t>(content)).ptr;
-    case field_type::s32:
-        return std::to_chars(begin, limit, static_cast<std::int32_t>(content)).ptr;
-    case field_type::s64:
+    case cell_type::s16:
+    case cell_type::s32:
+    case cell_type::s64:
         return std::to_chars(begin, limit, static_cast<std::int64_t>(content)).ptr;
-    case field_type::f64:
-        return format_double(std::bit_cast<double>(content), begin);
-    case field_type::ipv4:
+    case cell_type::f64:
+        return format_double(number_in(content), begin);
+    case cell_type::number:
+        return std::isnan(number_in(content)) ? begin : format_double(number_in(content), begin);
+    case cell_type::whole_number:
+        return std::isnan(number_in(content))
+                   ? begin
+                   : std::to_chars(begin, limit, static_cast<std::int64_t>(number_in(content))).ptr;
+    case cell_type::address:
+        if (content == unknown_address)
+            return begin;
+        [[fallthrough]];
+    case cell_type::ipv4:
         return format_ipv4(static_cast<std::uint32_t>(content), begin);
+    case cell_type::text:
+        return format_text(text_in(content), begin);
     }
     return begin;
 }
@@ -96,48 +119,32 @@ char* copy_text(const char* text, std::size_t size, char* out) {
 
 } // namespace
 
-csv_file::csv_file(const std::filesystem::path& file,
-                   std::span<const std::string_view> leading_columns, std::span<const field> fields,
-                   std::size_t record_size, file_writer& writer)
-    : contents_(fields.size()), cell_ends_(fields.size()),
-      row_(fields.size() * longest_cell + copied_at_once), file_(file), writer_(writer),
+csv_file::csv_file(const std::filesystem::path& file, std::span<const column> columns,
+                   file_writer& writer)
+    : contents_(columns.size()), cell_ends_(columns.size()),
+      row_(columns.size() * longest_cell + copied_at_once), file_(file), writer_(writer),
       buffer_(file_writer::buffer_size) {
-    for (const std::string_view name : leading_columns)
-        cell(name);
-    for (const field& entry : fields) {
-        cell(entry.name);
-        const std::size_t word_offset = std::min(entry.offset, record_size - sizeof(std::uint64_t));
-        columns_.push_back({entry.type, word_offset,
-                            static_cast<unsigned>(8 * (entry.offset - word_offset)),
-                            ~std::uint64_t{0} >> (64 - 8 * size_of(entry.type))});
+    for (const column& entry : columns) {
+        append(entry.name);
+        append(",");
+        types_.push_back(entry.type);
     }
     buffer_[used_ - 1] = '\n';
 }
 
-void csv_file::cell(std::uint64_t value) {
-    std::array<char, longest_cell> text;
-    cell(std::string_view(text.data(), format(field_type::u64, value, text.data())));
-}
-
-void csv_file::cell(std::string_view text) {
-    reserve(text.size() + 1);
-    append(text);
-    append(",");
-}
-
-void csv_file::end_row(std::span<const std::uint8_t> record) {
-    reserve(columns_.size() * longest_cell + copied_at_once);
+void csv_file::write(std::span<const cell> cells) {
+    reserve(types_.size() * longest_cell + copied_at_once);
     char* const begin = buffer_.data() + used_;
     char* end = begin;
     std::size_t copied = 0;     // bytes of the previous row's text
     std::size_t cell_begin = 0; // in the previous row's text
     std::size_t shift = 0;      // from the previous row's offsets to this one's
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        const std::uint64_t content = columns_[i].content_in(record.data());
+    for (std::size_t i = 0; i < types_.size(); ++i) {
+        const cell content = cells[i];
         const std::size_t cell_end = cell_ends_[i];
         if (content != contents_[i] || rows_ == 0) {
             end = copy_text(row_.data() + copied, cell_begin - copied, end);
-            end = format(columns_[i].type, content, end);
+            end = format(types_[i], content, end);
             *end++ = ',';
             contents_[i] = content;
             copied = cell_end;
@@ -156,12 +163,6 @@ void csv_file::end_row(std::span<const std::uint8_t> record) {
 
 void csv_file::close() {
     file_.close();
-}
-
-std::uint64_t csv_file::column::content_in(const std::uint8_t* record) const {
-    std::uint64_t word = 0;
-    std::memcpy(&word, record + word_offset, sizeof(word));
-    return word >> shift & mask;
 }
 
 void csv_file::reserve(std::size_t size) {

@@ -1,4 +1,4 @@
-// CSV files of records.
+// CSV files.
 #pragma once
 
 #include <cstddef>
@@ -10,28 +10,21 @@
 
 #include "tools/rtrange/outputs/file_writer.hpp"
 #include "tools/rtrange/outputs/output_file.hpp"
-#include "zel_rt_range_formatter/records/field.hpp"
+#include "tools/rtrange/tables/column.hpp"
 
 namespace rtrange {
 
 /// A table with one header row, commas as separators and decimal points. Each number has the fewest
-/// digits that read back as the same number. No cell needs quotes.
+/// digits that read back as the same number. The cell of an unknown value is empty.
 class csv_file {
 public:
-    /// Creates the file and writes the header row: the leading columns, then one column per field
-    /// of a record of `record_size` bytes, at least 8. The writer must have finished before
-    /// close(), and must be destroyed before the file. Throws failure when the file cannot be
-    /// created.
-    csv_file(const std::filesystem::path& file, std::span<const std::string_view> leading_columns,
-             std::span<const zel::toolbox::rt_range::field> fields, std::size_t record_size,
+    /// Creates the file and writes the header row. The writer must have finished before close(),
+    /// and must be destroyed before the file. Throws failure when the file cannot be created.
+    csv_file(const std::filesystem::path& file, std::span<const column> columns,
              file_writer& writer);
 
-    /// Appends a leading cell to the current row.
-    void cell(std::uint64_t value);
-    void cell(std::string_view text);
-
-    /// Completes the current row with a cell for each field of the record.
-    void end_row(std::span<const std::uint8_t> record);
+    /// Appends a row with one cell per column.
+    void write(std::span<const cell> cells);
 
     /// Hands all buffered rows to the writer.
     void flush();
@@ -43,25 +36,15 @@ public:
     std::uint64_t rows() const { return rows_; }
 
 private:
-    /// Where a field is in a record: in an eight-byte word that lies within the record.
-    struct column {
-        std::uint64_t content_in(const std::uint8_t* record) const;
-
-        zel::toolbox::rt_range::field_type type;
-        std::size_t word_offset;
-        unsigned shift;
-        std::uint64_t mask;
-    };
-
     void reserve(std::size_t size);
     void append(std::string_view text);
 
-    std::vector<column> columns_;
+    std::vector<cell_type> types_; ///< by column
     // The previous row: most fields keep their values from one row to the next, and copying a cell
     // is much faster than formatting it.
-    std::vector<std::uint64_t> contents_; ///< stored values, by column
-    std::vector<std::size_t> cell_ends_;  ///< offsets in row_, by column, commas included
-    std::vector<char> row_;               ///< text, with room for the longest row
+    std::vector<cell> contents_;         ///< by column
+    std::vector<std::size_t> cell_ends_; ///< offsets in row_, by column, commas included
+    std::vector<char> row_;              ///< text, with room for the longest row
     output_file file_;
     file_writer& writer_;
     std::vector<char> buffer_;

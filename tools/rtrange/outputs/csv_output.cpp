@@ -10,8 +10,8 @@
 
 namespace rtrange {
 
-csv_output::csv_output(const std::filesystem::path& folder, const selection& selected)
-    : folder_(folder), selected_(selected) {
+csv_output::csv_output(const std::filesystem::path& folder, const table_columns& columns)
+    : folder_(folder), columns_(columns) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (error)
@@ -19,12 +19,9 @@ csv_output::csv_output(const std::filesystem::path& folder, const selection& sel
             fmt::format("cannot create the folder '{}': {}", folder.string(), error.message()));
 }
 
-void csv_output::write(const record_row& row) {
+void csv_output::write(const table_row& row) {
     csv_file& file = files_[row.table] != nullptr ? *files_[row.table] : open(row.table);
-    file.cell(row.reference_timestamp);
-    if (!row.source.empty())
-        file.cell(row.source);
-    file.end_row(row.record);
+    file.write(row.cells);
 }
 
 void csv_output::close() {
@@ -34,7 +31,7 @@ void csv_output::close() {
     writer_.finish();
     if (tables().empty())
         return;
-    for (std::size_t table = 0; table < record_table_count; ++table) {
+    for (std::size_t table = 0; table < table_count; ++table) {
         if (files_[table] != nullptr) {
             files_[table]->close();
             continue;
@@ -56,16 +53,11 @@ std::vector<written_table> csv_output::tables() const {
 }
 
 std::filesystem::path csv_output::file_of(const std::filesystem::path& folder, std::size_t table) {
-    return folder / fmt::format("{}.csv", record_tables()[table].name);
+    return folder / fmt::format("{}.csv", table_descriptions()[table].name);
 }
 
 csv_file& csv_output::open(std::size_t table) {
-    std::vector<std::string_view> leading_columns{"reference_timestamp"};
-    if (record_tables()[table].has_source)
-        leading_columns.emplace_back("source");
-    files_[table] =
-        std::make_unique<csv_file>(file_of(folder_, table), leading_columns,
-                                   selected_.fields(table), record_size(table), writer_);
+    files_[table] = std::make_unique<csv_file>(file_of(folder_, table), columns_[table], writer_);
     return *files_[table];
 }
 

@@ -60,13 +60,13 @@ hdf5_handle create_file(const std::filesystem::path& file) {
 
 } // namespace
 
-hdf5_output::hdf5_output(const std::filesystem::path& file, const selection& selected)
-    : path_(file), selected_(selected) {}
+hdf5_output::hdf5_output(const std::filesystem::path& file, const table_columns& columns)
+    : path_(file), columns_(columns) {}
 
-void hdf5_output::write(const record_row& row) {
+void hdf5_output::write(const table_row& row) {
     try {
         hdf5_table& table = tables_[row.table] != nullptr ? *tables_[row.table] : open(row.table);
-        table.write(row);
+        table.write(row.cells);
     } catch (const hdf5_error& error) {
         fail(error);
     }
@@ -87,9 +87,9 @@ void hdf5_output::close() {
 
 std::vector<written_table> hdf5_output::tables() const {
     std::vector<written_table> result;
-    for (std::size_t i = 0; i < record_table_count; ++i)
+    for (std::size_t i = 0; i < table_count; ++i)
         if (tables_[i] != nullptr)
-            result.push_back({fmt::format("{} /{}", path_.string(), record_tables()[i].name),
+            result.push_back({fmt::format("{} /{}", path_.string(), table_descriptions()[i].name),
                               tables_[i]->rows()});
     return result;
 }
@@ -97,7 +97,8 @@ std::vector<written_table> hdf5_output::tables() const {
 hdf5_table& hdf5_output::open(std::size_t table) {
     if (!file_)
         file_.emplace(create_file(path_));
-    tables_[table] = std::make_unique<hdf5_table>(*file_, table, selected_.fields(table));
+    tables_[table] =
+        std::make_unique<hdf5_table>(*file_, table_descriptions()[table], columns_[table]);
     return *tables_[table];
 }
 

@@ -6,12 +6,8 @@
 #include <utility>
 
 #include "tools/rtrange/tables/ipv4.hpp"
-#include "tools/rtrange/tables/record_tables.hpp"
 
 namespace rtrange {
-
-using zel::toolbox::rt_range::field;
-using zel::toolbox::rt_range::field_type;
 
 namespace {
 
@@ -21,41 +17,48 @@ constexpr std::size_t chunk_rows = 4096;
 /// Fast. Higher levels hardly make the data smaller.
 constexpr unsigned compression_level = 1;
 
-/// A row is stored as its timestamp, its source, and its record.
-constexpr std::size_t source_offset = sizeof(std::uint64_t);
-constexpr std::size_t source_size = 4;
-constexpr std::size_t record_offset = source_offset + source_size;
-
-hdf5_handle type_of(field_type type) {
-    switch (type) {
-    case field_type::u8:
+hdf5_handle type_of(const column& entry) {
+    switch (entry.type) {
+    case cell_type::u8:
         return {H5Tcopy(H5T_STD_U8LE), "copying a type"};
-    case field_type::u16:
+    case cell_type::u16:
         return {H5Tcopy(H5T_STD_U16LE), "copying a type"};
-    case field_type::u32:
+    case cell_type::u32:
         return {H5Tcopy(H5T_STD_U32LE), "copying a type"};
-    case field_type::u64:
+    case cell_type::u64:
         return {H5Tcopy(H5T_STD_U64LE), "copying a type"};
-    case field_type::s16:
+    case cell_type::s16:
         return {H5Tcopy(H5T_STD_I16LE), "copying a type"};
-    case field_type::s32:
+    case cell_type::s32:
         return {H5Tcopy(H5T_STD_I32LE), "copying a type"};
-    case field_type::s64:
+    case cell_type::s64:
         return {H5Tcopy(H5T_STD_I64LE), "copying a type"};
-    case field_type::f64:
+    case cell_type::f64:
+    case cell_type::number:
+    case cell_type::whole_number:
         return {H5Tcopy(H5T_IEEE_F64LE), "copying a type"};
-    case field_type::ipv4:
+    case cell_type::ipv4:
+    case cell_type::address:
+        return hdf5_text_type(longest_ipv4);
+    case cell_type::text:
         break;
     }
-    return hdf5_text_type(longest_ipv4);
+    return hdf5_text_type(entry.text_size);
 }
 
-/// Writes an address as text, padded with zeros.
-void format_address(const std::uint8_t* bytes, std::uint8_t* text) {
-    std::uint32_t address = 0;
-    std::memcpy(&address, bytes, sizeof(address));
-    std::memset(text, 0, longest_ipv4);
-    format_ipv4(address, reinterpret_cast<char*>(text));
+bool is_text(cell_type type) {
+    return type == cell_type::ipv4 || type == cell_type::address || type == cell_type::text;
+}
+
+/// Writes the text of a cell, padded with zeros.
+void format_text(cell_type type, cell content, std::size_t size, std::uint8_t* text) {
+    std::memset(text, 0, size);
+    if (type == cell_type::text) {
+        const char* const bytes = text_in(content);
+        std::memcpy(text, bytes, std::min(std::strlen(bytes), size));
+    } else if (content != unknown_address) {
+        format_ipv4(static_cast<std::uint32_t>(content), reinterpret_cast<char*>(text));
+    }
 }
 
 /// An empty dataset of one dimension, extendible without limit.
@@ -77,46 +80,29 @@ hdf5_handle create_dataset(hid_t group, const char* name, hid_t type) {
 
 } // namespace
 
-hdf5_table::hdf5_table(hid_t file, std::size_t table, std::span<const field> fields)
-    : group_(H5Gcreate2(file, std::string(record_tables()[table].name).c_str(), H5P_DEFAULT,
-                        H5P_DEFAULT, H5P_DEFAULT),
-             "creating a group"),
-      row_size_(record_offset + record_size(table)) {
-    set_hdf5_attribute(group_, "description", std::string(record_tables()[table].description));
-    create_column("reference_timestamp", 0, sizeof(std::uint64_t), false, type_of(field_type::u64),
-                  "ns", "capture time since 1970");
-    if (record_tables()[table].has_source)
-        create_column("source", source_offset, source_size, false, hdf5_text_type(source_size), "",
-                      "packet that the row comes from: ncom for NCOM of the unit's own, rcom for "
-                      "an RCOM packet about it");
-    for (const field& entry : fields)
-        create_field_column(entry);
-    stored_rows_.reserve(chunk_rows * row_size_);
+hdf5_table::hdf5_table(hid_t file, const table_description& table, std::span<const column> columns)
+    : group_(
+          H5Gcreate2(file, std::string(table.name).c_str(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT),
+          "creating a group") {
+    set_hdf5_attribute(group_, "description", std::string(table.text));
+    for (const column& entry : columns)
+        create_column(entry);
+    stored_rows_.reserve(chunk_rows * columns_.size());
 }
 
-void hdf5_table::create_field_column(const field& entry) {
-    create_column(entry.name, record_offset + entry.offset, size_of(entry.type),
-                  entry.type == field_type::ipv4, type_of(entry.type), entry.unit, entry.meaning);
+void hdf5_table::create_column(const column& entry) {
+    hdf5_handle type = type_of(entry);
+    const std::size_t size = H5Tget_size(type);
+    hdf5_handle dataset = create_dataset(group_, entry.name, type);
+    set_hdf5_attribute(dataset, "unit", entry.unit);
+    set_hdf5_attribute(dataset, "description", entry.meaning);
+    columns_.push_back({entry.type, size, std::move(type), std::move(dataset)});
 }
 
-void hdf5_table::create_column(const char* name, std::size_t offset, std::size_t size,
-                               bool is_address, hdf5_handle type, const char* unit,
-                               const char* description) {
-    hdf5_handle dataset = create_dataset(group_, name, type);
-    set_hdf5_attribute(dataset, "unit", unit);
-    set_hdf5_attribute(dataset, "description", description);
-    columns_.push_back({offset, size, is_address, std::move(type), std::move(dataset)});
-}
-
-void hdf5_table::write(const record_row& row) {
-    const std::size_t begin = stored_rows_.size();
-    stored_rows_.resize(begin + row_size_);
-    std::uint8_t* const stored = stored_rows_.data() + begin;
-    std::memcpy(stored, &row.reference_timestamp, sizeof(row.reference_timestamp));
-    std::ranges::copy(row.source, stored + source_offset);
-    std::ranges::copy(row.record, stored + record_offset);
+void hdf5_table::write(std::span<const cell> cells) {
+    stored_rows_.insert(stored_rows_.end(), cells.begin(), cells.end());
     ++rows_;
-    if (stored_rows_.size() == chunk_rows * row_size_)
+    if (stored_rows_.size() == chunk_rows * columns_.size())
         flush();
 }
 
@@ -130,35 +116,37 @@ void hdf5_table::close() {
 void hdf5_table::flush() {
     if (stored_rows_.empty())
         return;
-    for (const dataset_column& column : columns_)
+    for (std::size_t column = 0; column < columns_.size(); ++column)
         append(column);
     stored_rows_.clear();
 }
 
-void hdf5_table::append(const dataset_column& column) {
+void hdf5_table::append(std::size_t column) {
     gather(column);
-    const hsize_t count = stored_rows_.size() / row_size_;
+    const auto& [cells, element_size, type, dataset] = columns_[column];
+    const hsize_t count = stored_rows_.size() / columns_.size();
     const hsize_t begin = rows_ - count;
     const hsize_t end = rows_;
-    check_hdf5(H5Dset_extent(column.dataset, &end), "extending a dataset");
-    const hdf5_handle target(H5Dget_space(column.dataset), "writing a dataset");
+    check_hdf5(H5Dset_extent(dataset, &end), "extending a dataset");
+    const hdf5_handle target(H5Dget_space(dataset), "writing a dataset");
     check_hdf5(H5Sselect_hyperslab(target, H5S_SELECT_SET, &begin, nullptr, &count, nullptr),
                "writing a dataset");
     const hdf5_handle source(H5Screate_simple(1, &count, nullptr), "writing a dataset");
-    check_hdf5(H5Dwrite(column.dataset, column.type, source, target, H5P_DEFAULT, chunk_.data()),
+    check_hdf5(H5Dwrite(dataset, type, source, target, H5P_DEFAULT, chunk_.data()),
                "writing a dataset");
 }
 
-void hdf5_table::gather(const dataset_column& column) {
-    const std::size_t element_size = column.is_address ? longest_ipv4 : column.size;
-    chunk_.resize(stored_rows_.size() / row_size_ * element_size);
+void hdf5_table::gather(std::size_t column) {
+    const cell_type type = columns_[column].cells;
+    const std::size_t size = columns_[column].element_size;
+    chunk_.resize(stored_rows_.size() / columns_.size() * size);
     std::uint8_t* element = chunk_.data();
-    for (std::size_t row = column.offset; row < stored_rows_.size(); row += row_size_) {
-        if (column.is_address)
-            format_address(stored_rows_.data() + row, element);
+    for (std::size_t i = column; i < stored_rows_.size(); i += columns_.size()) {
+        if (is_text(type))
+            format_text(type, stored_rows_[i], size, element);
         else
-            std::memcpy(element, stored_rows_.data() + row, column.size);
-        element += element_size;
+            std::memcpy(element, &stored_rows_[i], size); // little-endian: the low bytes come first
+        element += size;
     }
 }
 

@@ -1,18 +1,12 @@
 #include "tools/rtrange/report/report_columns.hpp"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <limits>
-
-#include "zel_rt_range_formatter/records/ncom_fields.hpp"
-#include "zel_rt_range_formatter/records/ncom_unit_record.hpp"
+#include <optional>
 
 namespace rtrange {
-
-using namespace zel::toolbox::rt_range;
 
 namespace {
 
@@ -25,79 +19,69 @@ constexpr std::string_view range_fields[]{"range_longitudinal", "range_lateral",
                                           "range_rate_longitudinal", "range_rate_lateral",
                                           "ttc_longitudinal"};
 
-ncom_unit_record unit_record(const record_row& row) {
-    ncom_unit_record record;
-    std::memcpy(&record, row.record.data(), sizeof(record));
-    return record;
-}
-
-double number(const field& entry, const record_row& row) {
-    std::uint64_t content = 0;
-    std::memcpy(&content, row.record.data() + entry.offset, size_of(entry.type));
-    switch (entry.type) {
-    case field_type::s16:
-        return static_cast<std::int16_t>(content);
-    case field_type::s32:
-        return static_cast<std::int32_t>(content);
-    case field_type::s64:
-        return static_cast<double>(static_cast<std::int64_t>(content));
-    case field_type::f64:
-        return std::bit_cast<double>(content);
-    default:
-        return static_cast<double>(content);
-    }
-}
-
 /// In records, the smallest and the largest double mean "no value".
 double without_markers(double value) {
     using limits = std::numeric_limits<double>;
     return value == limits::min() || std::abs(value) == limits::max() ? no_value : value;
 }
 
-bool is_about_range(std::string_view name) {
-    return name.starts_with("range_") || name.starts_with("relative_range_") ||
-           name.starts_with("ttc_");
+double number(cell_type type, cell content) {
+    switch (type) {
+    case cell_type::s16:
+    case cell_type::s32:
+    case cell_type::s64:
+        return static_cast<double>(static_cast<std::int64_t>(content));
+    case cell_type::f64:
+    case cell_type::number:
+    case cell_type::whole_number:
+        return without_markers(number_in(content));
+    default:
+        return static_cast<double>(content);
+    }
 }
 
-bool has_range(const ncom_unit_record& record) {
-    return record.range_longitudinal != 0.0 || record.range_lateral != 0.0 ||
-           record.range_rate_longitudinal != 0.0 || record.range_rate_lateral != 0.0;
+/// The column with this name, and its index.
+std::optional<std::size_t> find(std::span<const column> table, std::string_view name) {
+    const auto found =
+        std::ranges::find_if(table, [&](const column& entry) { return entry.name == name; });
+    if (found == table.end())
+        return std::nullopt;
+    return static_cast<std::size_t>(found - table.begin());
 }
 
-/// A unit's record is zero until packets fill it. Such zeros are not values.
-double without_initial_zeros(double value, bool about_range, const record_row& row) {
-    if (value != 0.0)
-        return value;
-    const ncom_unit_record record = unit_record(row);
-    const bool filled = about_range ? has_range(record) : record.endpoint.source_ip != 0;
-    return filled ? value : no_value;
+void add_column(std::span<const column> table, std::string_view name, bool is_double,
+                std::vector<report_column>& columns) {
+    const auto index = find(table, name);
+    if (!index)
+        return;
+    const column& entry = table[*index];
+    columns.push_back({entry.name, entry.unit, entry.meaning, is_double,
+                       [i = *index, type = entry.type](const table_row& row) {
+                           return number(type, row.cells[i]);
+                       }});
 }
 
-report_column column_of(const field& entry, row_kind kind, bool is_double) {
-    report_column column{entry.name, entry.unit, entry.meaning, is_double, {}};
-    if (kind == row_kind::rcom)
-        column.value = [entry](const record_row& row) {
-            return without_markers(number(entry, row));
-        };
-    else
-        column.value = [entry, about_range = is_about_range(entry.name)](const record_row& row) {
-            return without_markers(without_initial_zeros(number(entry, row), about_range, row));
-        };
-    return column;
-}
-
-std::vector<report_column> position_columns(local_plane& plane) {
-    const auto position = [&plane](const record_row& row) {
-        const ncom_unit_record record = unit_record(row);
-        return plane.at(record.latitude, record.longitude);
+std::vector<report_column> position_columns(std::span<const column> table, local_plane& plane) {
+    const auto latitude = find(table, "latitude");
+    const auto longitude = find(table, "longitude");
+    if (!latitude || !longitude)
+        return {};
+    const auto position = [&plane, lat = *latitude, lon = *longitude](const table_row& row) {
+        return plane.at(number_in(row.cells[lat]), number_in(row.cells[lon]));
     };
     return {{"east", "m", "position", false,
-             [position](const record_row& row) { return position(row).east; }},
+             [position](const table_row& row) { return position(row).east; }},
             {"north", "m", "position", false,
-             [position](const record_row& row) { return position(row).north; }}};
+             [position](const table_row& row) { return position(row).north; }}};
 }
 
 } // namespace
+
+row_kind kind_of(const table_row& row) {
+    if (row.table == rcom_table)
+        return row_kind::rcom;
+    return row.packet == packet_kind::range ? row_kind::range : row_kind::navigation;
+}
 
 std::string_view name_of(row_kind kind) {
     switch (kind) {
@@ -111,25 +95,26 @@ std::string_view name_of(row_kind kind) {
     return "";
 }
 
-std::vector<report_column> default_columns(row_kind kind, local_plane& plane) {
-    std::vector<report_column> columns = position_columns(plane);
+std::vector<report_column> default_columns(std::span<const column> table, row_kind kind,
+                                           local_plane& plane) {
+    std::vector<report_column> columns = position_columns(table, plane);
     const std::span<const std::string_view> names =
         kind == row_kind::navigation ? std::span<const std::string_view>(navigation_fields)
                                      : range_fields;
-    for (const field& entry : ncom_fields())
-        if (std::ranges::find(names, std::string_view(entry.name)) != names.end())
-            columns.push_back(column_of(entry, kind, false));
+    for (const std::string_view name : names)
+        add_column(table, name, false, columns);
     return columns;
 }
 
-std::vector<report_column> columns_of(std::span<const field> fields, row_kind kind,
+std::vector<report_column> columns_of(std::span<const column> table,
+                                      std::span<const std::string> names, row_kind kind,
                                       local_plane& plane) {
     std::vector<report_column> columns;
     if (kind != row_kind::rcom)
-        columns = position_columns(plane);
+        columns = position_columns(table, plane);
     // As doubles: large integers, latitudes and longitudes need the precision.
-    for (const field& entry : fields)
-        columns.push_back(column_of(entry, kind, true));
+    for (const std::string& name : names)
+        add_column(table, name, true, columns);
     return columns;
 }
 

@@ -8,8 +8,7 @@
 #include <vector>
 
 #include "tools/rtrange/report/local_plane.hpp"
-#include "tools/rtrange/tables/record_rows.hpp"
-#include "zel_rt_range_formatter/records/field.hpp"
+#include "tools/rtrange/tables/table.hpp"
 
 namespace rtrange {
 
@@ -21,6 +20,8 @@ enum class row_kind {
     rcom        ///< a row of the RCOM table
 };
 
+row_kind kind_of(const table_row& row);
+
 /// The name on the page and in summaries: "navigation", "range" or "rcom".
 std::string_view name_of(row_kind kind);
 
@@ -29,15 +30,18 @@ struct report_column {
     std::string name;
     std::string unit;
     std::string meaning;
-    bool is_double;                                 ///< stored as 64 bits, otherwise 32
-    std::function<double(const record_row&)> value; ///< NaN for values that are not plotted
+    bool is_double;                                ///< stored as 64 bits, otherwise 32
+    std::function<double(const table_row&)> value; ///< NaN for values that are not plotted
 };
 
-/// Columns for the default plots. Not for rows of RCOM. The plane must outlive them.
-std::vector<report_column> default_columns(row_kind kind, local_plane& plane);
+/// Columns for the default plots, those of them that a table has. Not for rows of RCOM. The plane
+/// must outlive them.
+std::vector<report_column> default_columns(std::span<const column> table, row_kind kind,
+                                           local_plane& plane);
 
-/// Columns for plots of these fields of a table. The plane must outlive them.
-std::vector<report_column> columns_of(std::span<const zel::toolbox::rt_range::field> fields,
-                                      row_kind kind, local_plane& plane);
+/// Columns for plots of the fields with these names. The plane must outlive them.
+std::vector<report_column> columns_of(std::span<const column> table,
+                                      std::span<const std::string> names, row_kind kind,
+                                      local_plane& plane);
 
 } // namespace rtrange

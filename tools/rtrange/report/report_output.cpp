@@ -1,46 +1,33 @@
 #include "tools/rtrange/report/report_output.hpp"
 
-#include <cstring>
+#include <algorithm>
 #include <string_view>
 
 #include <fmt/format.h>
 
 #include "tools/rtrange/report/report_page.hpp"
 #include "tools/rtrange/report/report_summary.hpp"
-#include "zel_rt_range_formatter/records/ncom_unit_record.hpp"
+#include "tools/rtrange/tables/ipv4.hpp"
 
 namespace rtrange {
 
-using namespace zel::toolbox::rt_range;
-
 namespace {
 
-/// Unit of rows in the hunter's table that may belong to other units, because the addresses were
-/// not known yet.
-constexpr std::string_view unidentified = "unidentified";
-
 bool is_samples_table(std::size_t table) {
-    return table != rcom_table && table % 2 == 1;
-}
-
-endpoint_header endpoint_of(const record_row& row) {
-    endpoint_header endpoint;
-    std::memcpy(&endpoint, row.record.data() + offsetof(ncom_unit_record, endpoint),
-                sizeof(endpoint));
-    return endpoint;
+    return table < rcom_table && table % 2 == 1;
 }
 
 } // namespace
 
-report_output::report_output(report_options options, const selection& selected,
+report_output::report_output(report_options options, const table_columns& columns,
                              const frame_outcomes& outcomes)
-    : options_(std::move(options)), selected_(selected), outcomes_(outcomes),
-      file_(options_.output) {
+    : options_(std::move(options)), columns_(columns), outcomes_(outcomes), file_(options_.output) {
     file_.write(report_page_head());
 }
 
-void report_output::write(const record_row& row) {
-    if (is_samples_table(row.table) || (row.table == rcom_table && !options_.named_fields))
+void report_output::write(const table_row& row) {
+    if (is_samples_table(row.table) || row.table == refused_table ||
+        (row.table == rcom_table && options_.fields.empty()))
         return;
     if (streams_.empty())
         zero_ns_ = outcomes_.first_time_ns;
@@ -48,33 +35,35 @@ void report_output::write(const record_row& row) {
     stream_of(row).add(row, static_cast<double>(since_zero) * 1e-9, file_);
 }
 
-row_kind report_output::kind_of(const record_row& row) {
-    if (row.table == rcom_table)
-        return row_kind::rcom;
-    // NCOM, also wrapped NCOM, increments the count; range packets do not.
-    const std::uint64_t count = endpoint_of(row).packet_count;
-    std::optional<std::uint64_t>& last = packet_counts_[row.table];
-    const bool counted = last ? count != *last && count != 0 : row.source == "ncom";
-    last = count;
-    return counted ? row_kind::navigation : row_kind::range;
+/// Unidentified senders are units of their own, as long as there are few.
+std::string report_output::unit_of(const table_row& row) {
+    constexpr std::size_t most_senders = 8;
+    const std::string unit(table_descriptions()[row.table].unit);
+    if (row.table != unidentified_table)
+        return unit;
+    const auto& columns = columns_[row.table];
+    const auto source = std::ranges::find_if(
+        columns, [](const column& entry) { return std::string_view(entry.name) == "source_ip"; });
+    const auto address =
+        static_cast<std::uint32_t>(row.cells[static_cast<std::size_t>(source - columns.begin())]);
+    if (senders_.size() < most_senders)
+        senders_.insert(address);
+    return senders_.contains(address) ? ipv4_text(address) : unit;
 }
 
-report_stream& report_output::stream_of(const record_row& row) {
-    const row_kind kind = kind_of(row);
-    const bool is_mixed = row.table == packet_table(hunter) &&
-                          endpoint_of(row).source_ip != outcomes_.hunter_address();
-    const std::string_view unit = is_mixed ? unidentified : record_tables()[row.table].unit;
-    const stream_key key{unit, kind};
+report_stream& report_output::stream_of(const table_row& row) {
+    const stream_key key{unit_of(row), kind_of(row)};
     const auto found = streams_by_key_.find(key);
     return found != streams_by_key_.end() ? *found->second : open(key, row.table);
 }
 
 report_stream& report_output::open(const stream_key& key, std::size_t table) {
     const auto& [unit, kind] = key;
-    auto columns = options_.named_fields ? columns_of(selected_.fields(table), kind, plane_)
-                                         : default_columns(kind, plane_);
-    streams_.push_back(
-        std::make_unique<report_stream>(streams_.size(), unit, kind, std::move(columns)));
+    const auto& columns = columns_[table];
+    streams_.push_back(std::make_unique<report_stream>(
+        streams_.size(), unit, kind,
+        options_.fields.empty() ? default_columns(columns, kind, plane_)
+                                : columns_of(columns, options_.fields, kind, plane_)));
     streams_by_key_.emplace(key, streams_.back().get());
     return *streams_.back();
 }
@@ -85,7 +74,7 @@ void report_output::close() {
     for (const auto& stream : streams_)
         stream->flush(file_);
     file_.write(
-        report_summary(outcomes_, zero_ns_, options_.captures, options_.named_fields, streams_));
+        report_summary(outcomes_, zero_ns_, options_.captures, !options_.fields.empty(), streams_));
     file_.write(report_page_tail());
     file_.close();
 }

@@ -1,24 +1,22 @@
 // Output as an HTML page.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <map>
 #include <memory>
-#include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "tools/rtrange/frame_outcomes.hpp"
 #include "tools/rtrange/outputs/output_file.hpp"
-#include "tools/rtrange/outputs/record_output.hpp"
+#include "tools/rtrange/outputs/table_output.hpp"
 #include "tools/rtrange/report/local_plane.hpp"
 #include "tools/rtrange/report/report_stream.hpp"
-#include "tools/rtrange/tables/record_tables.hpp"
-#include "tools/rtrange/tables/selection.hpp"
+#include "tools/rtrange/tables/table.hpp"
 
 namespace rtrange {
 
@@ -26,19 +24,19 @@ namespace rtrange {
 struct report_options {
     std::filesystem::path output = "report.html";
     std::vector<std::filesystem::path> captures; ///< shown in the title
-    bool named_fields = false; ///< plot the selected fields instead of the default plots
+    std::vector<std::string> fields; ///< to plot instead of the default plots, if there are any
 };
 
 /// Writes one self-contained HTML file: the page, the plotting library, and the rows of all units.
 /// Memory does not grow with the run. Sample batches are left out.
-class report_output final : public record_output {
+class report_output final : public table_output {
 public:
-    /// Creates the file. Throws failure when that is not possible. The selection and the outcomes
-    /// of the current run must outlive the output.
-    report_output(report_options options, const selection& selected,
+    /// Creates the file. Throws failure when that is not possible. The columns and the outcomes of
+    /// the current run must outlive the output.
+    report_output(report_options options, const table_columns& columns,
                   const frame_outcomes& outcomes);
 
-    void write(const record_row& row) override;
+    void write(const table_row& row) override;
     void close() override;
     std::vector<written_table> tables() const override;
 
@@ -46,20 +44,19 @@ private:
     /// One stream per unit and kind of row.
     using stream_key = std::pair<std::string, row_kind>;
 
-    row_kind kind_of(const record_row& row);
-    report_stream& stream_of(const record_row& row);
+    std::string unit_of(const table_row& row);
+    report_stream& stream_of(const table_row& row);
     report_stream& open(const stream_key& key, std::size_t table);
 
     report_options options_;
-    const selection& selected_;
+    const table_columns& columns_;
     const frame_outcomes& outcomes_;
     output_file file_;
     local_plane plane_;
     std::uint64_t zero_ns_ = 0; ///< origin of the times on the page
     std::vector<std::unique_ptr<report_stream>> streams_;
     std::map<stream_key, report_stream*> streams_by_key_;
-    std::array<std::optional<std::uint64_t>, record_table_count>
-        packet_counts_; ///< of the previous row, by table
+    std::set<std::uint32_t> senders_; ///< unidentified ones with streams of their own
 };
 
 } // namespace rtrange

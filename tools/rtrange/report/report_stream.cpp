@@ -33,7 +33,7 @@ report_stream::report_stream(std::size_t number, std::string unit, row_kind kind
     : number_(number), unit_(std::move(unit)), kind_(kind), columns_(std::move(columns)),
       values_(columns_.size()) {}
 
-void report_stream::add(const record_row& row, double time_s, output_file& file) {
+void report_stream::add(const table_row& row, double time_s, output_file& file) {
     times_.push_back(time_s);
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         const double value = columns_[i].value(row);

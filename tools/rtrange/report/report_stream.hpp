@@ -21,7 +21,7 @@ public:
                   std::vector<report_column> columns);
 
     /// Appends a row. Throws failure when a block cannot be written.
-    void add(const record_row& row, double time_s, output_file& file);
+    void add(const table_row& row, double time_s, output_file& file);
 
     /// Writes the last block. Throws failure when it cannot be written.
     void flush(output_file& file);

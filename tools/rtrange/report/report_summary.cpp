@@ -7,7 +7,7 @@
 
 #include "tools/rtrange/decode_summary.hpp"
 #include "tools/rtrange/tables/ipv4.hpp"
-#include "tools/rtrange/tables/record_tables.hpp"
+#include "tools/rtrange/tables/table.hpp"
 #include "version.hpp"
 
 namespace rtrange {
@@ -36,7 +36,7 @@ json outcomes_as_json(const frame_outcomes& outcomes) {
 json units_as_json(const frame_outcomes& outcomes, std::uint64_t zero_ns) {
     json result = json::array();
     for (const auto& [identified, identification] : outcomes.identifications)
-        result.push_back({{"unit", record_tables()[packet_table(identified.unit)].unit},
+        result.push_back({{"unit", table_descriptions()[packet_table(identified.unit)].unit},
                           {"address", ipv4_text(identified.address)},
                           {"time", seconds_between(zero_ns, identification.time_ns)},
                           {"count", identification.count}});
@@ -45,7 +45,7 @@ json units_as_json(const frame_outcomes& outcomes, std::uint64_t zero_ns) {
 
 json steps_as_json(const frame_outcomes& outcomes, std::uint64_t zero_ns) {
     json result = json::array();
-    for (const frame_outcomes::step_back& step : outcomes.first_steps_back)
+    for (const frame_outcomes::time_step& step : outcomes.first_steps_back)
         result.push_back({{"from", seconds_between(zero_ns, step.from_ns)},
                           {"to", seconds_between(zero_ns, step.to_ns)}});
     return result;

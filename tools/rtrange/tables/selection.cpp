@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <cstddef>
 #include <numeric>
-#include <optional>
 #include <span>
 #include <string_view>
 
 #include <fmt/format.h>
 
 #include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/tables/measured_columns.hpp"
+#include "tools/rtrange/tables/table.hpp"
 #include "zel_rt_range_formatter/records/ncom_fields.hpp"
 #include "zel_rt_range_formatter/records/rcom_fields.hpp"
 
@@ -45,46 +46,26 @@ std::string fault_of_name(std::string_view kind, std::string_view name,
     return fmt::format("there is no {} '{}'; the nearest name is '{}'", kind, name, *nearest);
 }
 
-const field* find_field(std::span<const field> fields, std::string_view name) {
-    const auto found =
-        std::ranges::find_if(fields, [&](const field& entry) { return entry.name == name; });
-    return found == fields.end() ? nullptr : &*found;
-}
-
-bool names(const std::vector<std::string>& list, std::string_view name) {
-    return std::ranges::find(list, name) != list.end();
-}
-
-/// The fields with these names, each once; all fields if there are no names.
-std::vector<field> fields_with_names(std::span<const field> fields,
-                                     const std::vector<std::string>& wanted) {
-    if (wanted.empty())
-        return {fields.begin(), fields.end()};
-    std::vector<field> result;
-    for (const std::string& name : wanted) {
-        const field* const found = find_field(fields, name);
-        if (found != nullptr && find_field(result, name) == nullptr)
-            result.push_back(*found);
-    }
-    return result;
-}
-
 } // namespace
 
 std::string fault_of_field(const std::string& name) {
-    if (name == "reference_timestamp" || name == "source")
+    if (name == "reference_timestamp" || name == "time_s" || name == "packet" || name == "source")
         return fmt::format("'{}' is always written and cannot be selected", name);
     std::vector<std::string_view> all;
     for (const std::span<const field> fields : {ncom_fields(), rcom_fields()})
         for (const field& entry : fields)
             all.emplace_back(entry.name);
+    for (const auto* const columns : {&measured_unit_columns(), &measured_rcom_columns()})
+        for (const measured_column& entry : *columns)
+            all.emplace_back(entry.shown.name);
     return fault_of_name("field", name, all);
 }
 
 std::string fault_of_unit(const std::string& name) {
     std::vector<std::string_view> all;
-    for (const record_table& table : record_tables())
-        all.push_back(table.unit);
+    for (const table_description& table : table_descriptions())
+        if (!table.unit.empty())
+            all.push_back(table.unit);
     return fault_of_name("unit", name, all);
 }
 
@@ -96,10 +77,11 @@ std::string fault_of_time(const std::string& text) {
                        text);
 }
 
-selection::selection(const selection_options& options) {
-    for (std::size_t table = 0; table < record_table_count; ++table)
-        if (options.units.empty() || names(options.units, record_tables()[table].unit))
-            fields_[table] = fields_with_names(fields_of(table), options.fields);
+selection::selection(const selection_options& options) : units_(options.units) {
+    for (const auto* const names : {&options.fields, &options.also_fields})
+        for (const std::string& name : *names)
+            if (!options.fields.empty() && std::ranges::find(fields_, name) == fields_.end())
+                fields_.push_back(name);
     if (!options.from.empty())
         from_ = parse_time(options.from).value();
     if (!options.to.empty())
@@ -108,18 +90,13 @@ selection::selection(const selection_options& options) {
         throw usage_failure("--from must be before --to");
 }
 
-std::span<const field> selection::fields(std::size_t table) const {
-    return fields_[table];
+bool selection::has_unit(std::string_view unit) const {
+    return unit.empty() || units_.empty() || std::ranges::find(units_, unit) != units_.end();
 }
 
 void selection::set_start(std::uint64_t time_ns) {
     from_ns_ = from_.time_ns + (from_.since_start ? time_ns : 0);
     to_ns_ = to_.time_ns + (to_.since_start ? time_ns : 0);
-}
-
-bool selection::contains(const record_row& row) const {
-    return !fields_[row.table].empty() && row.reference_timestamp >= from_ns_ &&
-           row.reference_timestamp < to_ns_;
 }
 
 } // namespace rtrange

@@ -1,15 +1,15 @@
 // The rows and fields that the user selects.
 #pragma once
 
-#include <array>
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "tools/rtrange/tables/record_rows.hpp"
-#include "tools/rtrange/tables/record_tables.hpp"
 #include "tools/rtrange/times.hpp"
 
 namespace rtrange {
@@ -17,6 +17,7 @@ namespace rtrange {
 /// Arguments of all commands that decode. An empty one selects everything.
 struct selection_options {
     std::vector<std::string> fields;
+    std::vector<std::string> also_fields; ///< added to `fields` where a table has them
     std::vector<std::string> units;
     std::string from;
     std::string to;
@@ -27,27 +28,41 @@ std::string fault_of_field(const std::string& name);
 std::string fault_of_unit(const std::string& name);
 std::string fault_of_time(const std::string& text);
 
-/// Selects rows by unit and time, and fields by name.
+/// Selects rows by unit and time, and columns by name.
 class selection {
 public:
     /// Each option must be valid. Throws usage_failure when `from` is not before `to`.
     explicit selection(const selection_options& options);
 
-    /// The selected fields of a table, in the order of the option. A table without any is not
-    /// selected.
-    std::span<const zel::toolbox::rt_range::field> fields(std::size_t table) const;
+    /// Whether the tables of a unit are selected. Tables of no unit have an empty name.
+    bool has_unit(std::string_view unit) const;
+
+    /// Those of `all` whose names are selected, each once, in the order of the option; all if there
+    /// is no such option.
+    template <typename T, typename Name>
+    std::vector<T> in_order(std::span<const T> all, Name name) const {
+        if (fields_.empty())
+            return {all.begin(), all.end()};
+        std::vector<T> result;
+        for (const std::string& wanted : fields_)
+            for (const T& entry : all)
+                if (std::string_view(std::invoke(name, entry)) == wanted)
+                    result.push_back(entry);
+        return result;
+    }
 
     /// Sets the start of the run, from which limits in seconds count.
     void set_start(std::uint64_t time_ns);
 
-    /// Whether a row is selected.
-    bool contains(const record_row& row) const;
+    /// Whether rows of this time are selected.
+    bool contains(std::uint64_t time_ns) const { return time_ns >= from_ns_ && time_ns < to_ns_; }
 
     /// Whether all rows from this time on are after the upper limit.
     bool ends_before(std::uint64_t time_ns) const { return time_ns >= to_ns_; }
 
 private:
-    std::array<std::vector<zel::toolbox::rt_range::field>, record_table_count> fields_;
+    std::vector<std::string> fields_; ///< each once
+    std::vector<std::string> units_;
     run_time from_{0, false};
     run_time to_{UINT64_MAX, false};
     std::uint64_t from_ns_ = 0;

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/rtrange/tables/record_rows.hpp"
+#include "tools/rtrange/tables/table.hpp"
 
 namespace rtrange {
 
@@ -16,15 +16,15 @@ struct written_table {
 };
 
 /// Takes the rows of a run. Tables without rows are not written.
-class record_output {
+class table_output {
 public:
-    record_output() = default;
-    record_output(const record_output&) = delete;
-    record_output& operator=(const record_output&) = delete;
-    virtual ~record_output() = default;
+    table_output() = default;
+    table_output(const table_output&) = delete;
+    table_output& operator=(const table_output&) = delete;
+    virtual ~table_output() = default;
 
     /// Appends a row to its table. Throws failure when it cannot be written.
-    virtual void write(const record_row& row) = 0;
+    virtual void write(const table_row& row) = 0;
 
     /// Completes the output. Throws failure when anything could not be written.
     virtual void close() = 0;

@@ -1,0 +1,190 @@
+#include "tools/rtrange/tables/measured_columns.hpp"
+
+#include <algorithm>
+#include <array>
+
+#include "zel_rt_range_formatter/records/ncom_fields.hpp"
+#include "zel_rt_range_formatter/records/rcom_fields.hpp"
+
+namespace rtrange {
+
+using namespace zel::toolbox::rt_range;
+
+namespace {
+
+/// A column that replaces that of the field of the same name, or follows the field named `after`.
+struct computed_column {
+    const char* name;
+    const char* after;
+    cell_type type;
+    const char* unit;
+    field_origin origin;
+    const char* meaning;
+};
+
+constexpr cell_type number = cell_type::number;
+constexpr cell_type whole = cell_type::whole_number;
+
+const computed_column computed_unit_columns[] = {
+    {"latitude", "", number, "deg", origins::ncom_or_range_channel(8),
+     "latitude; of a target also from RCOM status channel 8, in rows of range packets"},
+    {"longitude", "", number, "deg", origins::ncom_or_range_channel(8),
+     "longitude; of a target also from RCOM status channel 8, in rows of range packets"},
+    {"altitude", "", number, "m", origins::ncom_or_range_channel(10),
+     "altitude; of a target also from RCOM status channel 10, in rows of range packets"},
+    {"vehicle_velocity_x", "", number, "m/s", origins::ncom,
+     "velocity forward, computed with the heading of the same packet"},
+    {"vehicle_velocity_x_kmh", "", number, "km/h", origins::ncom, "vehicle_velocity_x in km/h"},
+    {"vehicle_velocity_y", "", number, "m/s", origins::ncom,
+     "velocity to the left, computed with the heading of the same packet"},
+    {"vehicle_velocity_y_kmh", "", number, "km/h", origins::ncom, "vehicle_velocity_y in km/h"},
+    {"heading", "", number, "deg", origins::ncom_or_range_channel(10),
+     "heading, 0 to 360: 0 is north, 90 is east; of a target also from RCOM status channel 10, in "
+     "rows of range packets"},
+    {"curvature", "", number, "1/m", origins::ncom_and_channel(4),
+     "yaw rate over speed; 0 unless the speed exceeds its own accuracy and velocity_accuracy_age "
+     "is below 150"},
+    {"relative_accel_x", "", number, "m/s²", origins::ncom_and_hunter_ncom,
+     "accel_x of this unit minus that of the hunter"},
+    {"relative_accel_y", "", number, "m/s²", origins::ncom_and_hunter_ncom,
+     "accel_y of this unit minus that of the hunter"},
+    {"relative_accel_z", "", number, "m/s²", origins::ncom_and_hunter_ncom,
+     "accel_z of this unit minus that of the hunter"},
+    {"relative_heading", "", number, "deg", origins::ncom_and_hunter_ncom,
+     "heading of the hunter minus that of this unit, -180 to 180"},
+    {"relative_pitch", "", number, "deg", origins::ncom_and_hunter_ncom,
+     "pitch of the hunter minus that of this unit, -180 to 180"},
+    {"relative_roll", "", number, "deg", origins::ncom_and_hunter_ncom,
+     "roll of the hunter minus that of this unit, -180 to 180"},
+    {"relative_rate_x", "", number, "deg/s", origins::ncom_and_hunter_ncom,
+     "rate_x of this unit minus that of the hunter"},
+    {"relative_rate_y", "", number, "deg/s", origins::ncom_and_hunter_ncom,
+     "rate_y of this unit minus that of the hunter"},
+    {"relative_rate_z", "", number, "deg/s", origins::ncom_and_hunter_ncom,
+     "rate_z of this unit minus that of the hunter"},
+    {"gps_minutes", "", whole, "min", origins::ncom_channel(0),
+     "minutes since the GPS epoch, from status channel 0, incremented at each minute roll-over"},
+    {"gps_time_us", "time_in_minute_ms", whole, "us", origins::ncom_channel(0),
+     "GPS time of the packet in microseconds since 1970, without leap seconds: 18 s ahead of UTC "
+     "since 2017; subtract utc_offset seconds for UTC"},
+    {"position_accuracy_horizontal", "", number, "m", origins::ncom_channel(3),
+     "root of the sum of the squares of position_accuracy_north and position_accuracy_east"},
+    {"velocity_accuracy_horizontal", "", number, "m/s", origins::ncom_channel(4),
+     "root of the sum of the squares of velocity_accuracy_north and velocity_accuracy_east"},
+    {"ttc_longitudinal", "", number, "s", origins::ext_range,
+     "longitudinal time to collision at constant range rate; empty unless approaching"},
+    {"ttc_lateral", "", number, "s", origins::ext_range,
+     "lateral time to collision at constant range rate; empty unless approaching"},
+    {"output_displacement_y", "", number, "m", origins::ncom_channel(26),
+     "status channel 26: lever arm of the output point, to the right"},
+    {"output_displacement_z", "", number, "m", origins::ncom_channel(26),
+     "status channel 26: lever arm of the output point, down"},
+    {"position_mode", "satellites", whole, "", origins::ncom_channel(0),
+     "status channel 0: position mode"},
+    {"orientation_mode", "", whole, "", origins::ncom_channel(0),
+     "status channel 0: orientation mode"},
+    {"rcom_channel_value", "", number, "", origins::range_channel(0),
+     "RCOM status channel 0: bytes 6 and 7 divided by 1000; empty if there is no value"},
+    {"ncom_status_channel", "", whole, "", origins::ncom, "status channel of the NCOM packet"},
+    {"checksum_error", "checksum_3", whole, "", origins::ncom,
+     "1 if one of the three checksums of the NCOM packet is wrong"},
+};
+
+const computed_column computed_rcom_columns[] = {
+    {"channel_0_scaled", "", number, "", origins::range_channel(0),
+     "status channel 0: bytes 6 and 7 divided by 1000; empty if there is no value"},
+    {"channel_5_scaled", "", number, "", origins::range_channel(5),
+     "status channel 5: bytes 0 and 1 divided by 1000; empty if there is no value"},
+    {"velocity_lateral_kmh", "", number, "km/h", origins::ext_range, "velocity_lateral in km/h"},
+};
+
+/// Fields that are kept for recordings only: unused ones, duplicates of computed columns, and
+/// accelerated times to collision, which may lie in the past.
+constexpr std::array left_out{
+    "vehicle_velocity_unused", "vehicle_velocity_unused_kmh",  "utc_time_us",
+    "gps_time_valid",          "ttc_longitudinal_accelerated", "ttc_lateral_accelerated"};
+
+bool is_left_out(std::string_view name) {
+    return name.starts_with("reserved_") || name.starts_with("sample_") ||
+           std::ranges::find(left_out, name) != left_out.end();
+}
+
+cell_type measured_type(field_type type) {
+    if (type == field_type::f64)
+        return cell_type::number;
+    return type == field_type::ipv4 ? cell_type::address : cell_type::whole_number;
+}
+
+/// The hunter has no range to itself and does not differ from itself.
+bool is_of_hunter(std::string_view name, const field_origin& origin) {
+    return origin.first.packet != origin_packet::ext_range && !name.starts_with("relative_");
+}
+
+measured_column column_of(const computed_column& computed, const field* stored) {
+    return {{computed.name, computed.type, computed.unit, computed.meaning},
+            computed.origin,
+            stored,
+            is_of_hunter(computed.name, computed.origin)};
+}
+
+measured_column column_of(const field& stored) {
+    return {{stored.name, measured_type(stored.type), stored.unit, stored.meaning},
+            stored.origin,
+            &stored,
+            is_of_hunter(stored.name, stored.origin)};
+}
+
+std::vector<measured_column> columns_of(std::span<const field> fields,
+                                        std::span<const computed_column> computed) {
+    std::vector<measured_column> columns;
+    for (const field& entry : fields) {
+        const auto replacement =
+            std::ranges::find(computed, std::string_view(entry.name), &computed_column::name);
+        if (replacement != computed.end())
+            columns.push_back(column_of(*replacement, &entry));
+        else if (!is_left_out(entry.name))
+            columns.push_back(column_of(entry));
+        for (const computed_column& added : computed)
+            if (std::string_view(added.after) == entry.name)
+                columns.push_back(column_of(added, nullptr));
+    }
+    return columns;
+}
+
+} // namespace
+
+const std::vector<measured_column>& measured_unit_columns() {
+    static const auto columns = columns_of(ncom_fields(), computed_unit_columns);
+    return columns;
+}
+
+const std::vector<measured_column>& measured_rcom_columns() {
+    static const auto columns = columns_of(rcom_fields(), computed_rcom_columns);
+    return columns;
+}
+
+std::vector<field> sample_fields() {
+    std::vector<field> fields;
+    std::ranges::copy_if(ncom_fields(), std::back_inserter(fields), [](const field& entry) {
+        return std::string_view(entry.name).starts_with("sample_");
+    });
+    return fields;
+}
+
+std::span<const column> measured_leading_columns() {
+    static constexpr column columns[]{
+        {"reference_timestamp", cell_type::u64, "ns", "capture time since 1970"},
+        {"time_s", cell_type::f64, "s", "capture time since the first frame of the run"},
+        {"packet", cell_type::text, "",
+         "kind of the packet that the row comes from: ncom, wrapped_ncom, range or lane", 12},
+    };
+    return columns;
+}
+
+std::size_t index_of(const std::vector<measured_column>& columns, std::string_view name) {
+    const auto found = std::ranges::find_if(
+        columns, [&](const measured_column& entry) { return entry.shown.name == name; });
+    return static_cast<std::size_t>(found - columns.begin());
+}
+
+} // namespace rtrange

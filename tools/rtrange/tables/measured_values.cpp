@@ -1,0 +1,89 @@
+#include "tools/rtrange/tables/measured_values.hpp"
+
+#include <cmath>
+#include <cstddef>
+#include <numbers>
+#include <numeric>
+
+#include "zel_rt_range_formatter/src/field_readers.hpp"
+#include "zel_rt_range_formatter/src/ncom_packet.hpp"
+
+namespace rtrange {
+
+using namespace zel::toolbox::rt_range;
+
+namespace {
+
+double degrees(double radians) {
+    return radians * 180.0 / std::numbers::pi;
+}
+
+/// A three-byte field, in units of 1 / divisor.
+double scaled(const std::uint8_t* bytes, double divisor) {
+    return static_cast<double>(read_signed(bytes, 3)) / divisor;
+}
+
+std::uint8_t sum(const std::uint8_t* begin, const std::uint8_t* end) {
+    return static_cast<std::uint8_t>(std::accumulate(begin, end, 0U));
+}
+
+/// Whether a checksum is neither the sum of all bytes after the sync byte nor that of the bytes
+/// from the previous checksum on: senders use either.
+bool is_wrong(const std::uint8_t* ncom, std::size_t previous, std::size_t checksum) {
+    return sum(ncom + 1, ncom + checksum) != ncom[checksum] &&
+           sum(ncom + previous, ncom + checksum) != ncom[checksum];
+}
+
+} // namespace
+
+measured_motion motion_in(const std::uint8_t* ncom) {
+    constexpr double units_per_radian = 1e6;
+    constexpr double units_per_mps = 1e4;
+    const double heading = scaled(ncom + ncom_byte::heading, units_per_radian);
+    const double north = scaled(ncom + ncom_byte::velocities, units_per_mps);
+    const double east = scaled(ncom + ncom_byte::velocities + 3, units_per_mps);
+    const double sine = std::sin(heading);
+    const double cosine = std::cos(heading);
+    return {full_circle(degrees(heading)), north * cosine + east * sine,
+            north * sine - east * cosine};
+}
+
+geographic_position position_in(const std::uint8_t* ncom) {
+    return {degrees(read_float(ncom + ncom_byte::latitude, 8)),
+            degrees(read_float(ncom + ncom_byte::longitude, 8))};
+}
+
+double full_circle(double degrees) {
+    const double angle = std::fmod(degrees, 360.0);
+    return angle < 0.0 ? angle + 360.0 : angle;
+}
+
+double angle_between(double first, double second) {
+    return std::remainder(first - second, 360.0);
+}
+
+bool has_wrong_checksum(const std::uint8_t* ncom) {
+    return is_wrong(ncom, 1, ncom_byte::checksum_1) ||
+           is_wrong(ncom, ncom_byte::checksum_1, ncom_byte::checksum_2) ||
+           is_wrong(ncom, ncom_byte::checksum_2, ncom_byte::checksum_3);
+}
+
+void gps_clock::follow(const std::uint8_t* ncom) {
+    const std::uint32_t time_ms = read_unsigned(ncom + ncom_byte::time, 2);
+    if (ncom[ncom_byte::status_channel] == 0)
+        minutes_ = read_signed(ncom + ncom_byte::status_data, 4);
+    else if (minutes_ && time_ms < time_in_minute_ms_)
+        minutes_ = static_cast<std::int32_t>(static_cast<std::uint32_t>(*minutes_) + 1);
+    time_in_minute_ms_ = time_ms;
+}
+
+std::optional<std::int64_t> gps_clock::time_us() const {
+    constexpr std::int64_t gps_epoch_us = 315'964'800'000'000; // 1980-01-06
+    constexpr std::int64_t us_per_minute = 60'000'000;
+    constexpr std::int64_t us_per_ms = 1000;
+    if (!minutes_)
+        return std::nullopt;
+    return gps_epoch_us + *minutes_ * us_per_minute + time_in_minute_ms_ * us_per_ms;
+}
+
+} // namespace rtrange
