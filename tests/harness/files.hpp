@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <ios>
+#include <cstddef>
 #include <set>
 #include <sstream>
 #include <string>
@@ -24,11 +25,15 @@ inline void write(const fs::path& file, const std::string& text) {
     std::ofstream(file, std::ios::binary) << text;
 }
 
+/// The parts between the separators. A separator at the end ends the last part.
 inline std::vector<std::string> split(const std::string& text, char separator) {
     std::vector<std::string> parts;
-    std::stringstream stream(text);
-    for (std::string part; std::getline(stream, part, separator);)
-        parts.push_back(part);
+    std::size_t begin = 0;
+    for (std::size_t end = 0; (end = text.find(separator, begin)) != std::string::npos;
+         begin = end + 1)
+        parts.push_back(text.substr(begin, end - begin));
+    if (begin < text.size())
+        parts.push_back(text.substr(begin));
     return parts;
 }
 
