@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <string>
-#include <string_view>
 
 #include <fmt/format.h>
 
@@ -42,16 +41,6 @@ std::vector<counted_outcome> counted_outcomes(const frame_outcomes& outcomes) {
     return result;
 }
 
-std::string_view reason_for_no_rows(const frame_outcomes& outcomes) {
-    if (outcomes.decoded > 0)
-        return "no decoded row is in the selection";
-    if (!outcomes.refusals.empty())
-        return "every NCOM and RCOM frame was refused";
-    if (outcomes.ignored_rcom > 0)
-        return "the only packets were RCOM packets of types without decoded content";
-    return "there was no NCOM (UDP port 3000) and no RCOM (UDP port 3003)";
-}
-
 void print_summary(const frame_outcomes& outcomes, const std::vector<written_table>& tables) {
     const double seconds =
         static_cast<double>(outcomes.last_time_ns - outcomes.first_time_ns) * 1e-9;
@@ -61,7 +50,10 @@ void print_summary(const frame_outcomes& outcomes, const std::vector<written_tab
     print("\nFrames\n");
     for (const auto& [count, what] : counted_outcomes(outcomes))
         print("  {:>9}  {}\n", count, what);
-    if (outcomes.steps_back > 0)
+    if (outcomes.steps_back == 1)
+        print("  {:>9}  step back in time, at {}; it restarts the decoder\n", 1,
+              utc_text(outcomes.first_steps_back.front().to_ns));
+    else if (outcomes.steps_back > 1)
         print("  {:>9}  steps back in time, the first at {}; each restarts the decoder\n",
               outcomes.steps_back, utc_text(outcomes.first_steps_back.front().to_ns));
 
@@ -73,11 +65,10 @@ void print_summary(const frame_outcomes& outcomes, const std::vector<written_tab
               unit_name(identified.unit), ipv4_text(identified.address),
               repetitions(identification.count));
 
-    print("\nOutput\n");
+    if (!tables.empty())
+        print("\nOutput\n");
     for (const written_table& table : tables)
         print("  {:>9} {}  {}\n", table.rows, table.rows == 1 ? "row" : "rows", table.place);
-    if (tables.empty())
-        print("  none: {}\n", reason_for_no_rows(outcomes));
 }
 
 int end_with_faults(const std::vector<std::string>& faults) {

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "tools/rtrange/frame_outcomes.hpp"
@@ -20,10 +19,7 @@ struct counted_outcome {
 /// All outcomes that frames of the run had.
 std::vector<counted_outcome> counted_outcomes(const frame_outcomes& outcomes);
 
-/// Why a run has no rows, human-readable.
-std::string_view reason_for_no_rows(const frame_outcomes& outcomes);
-
-/// Prints the outcomes, the units, and the tables with their numbers of rows.
+/// Prints the outcomes, the units, and the tables, if any, with their numbers of rows.
 void print_summary(const frame_outcomes& outcomes, const std::vector<written_table>& tables);
 
 /// Prints on standard error, one line each, what kept the input from being read to its end. Returns

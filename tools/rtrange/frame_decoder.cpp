@@ -20,9 +20,11 @@ void frame_decoder::decode(const captured_frame& frame, record_output& output) {
     raw_package_.package().reference_timestamp = frame.time_ns;
     const auto packages = instance_.transform(raw_package_.package());
     rows_of(packages, rows_);
-    for (const record_row& row : rows_)
+    for (const record_row& row : rows_) {
+        tables_with_rows_.set(row.table);
         if (selected_.contains(row))
             output.write(row);
+    }
     outcomes_.end_frame(frame, rows_.size());
 }
 

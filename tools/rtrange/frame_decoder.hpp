@@ -1,6 +1,8 @@
 // Frames through one formatter instance of the plug-in.
 #pragma once
 
+#include <bitset>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -11,6 +13,7 @@
 #include "tools/rtrange/frame_outcomes.hpp"
 #include "tools/rtrange/outputs/record_output.hpp"
 #include "tools/rtrange/run_options.hpp"
+#include "tools/rtrange/tables/record_tables.hpp"
 #include "tools/rtrange/tables/selection.hpp"
 
 namespace rtrange {
@@ -28,6 +31,9 @@ public:
     const selection& selected() const { return selected_; }
     const frame_outcomes& outcomes() const { return outcomes_; }
 
+    /// Whether any frame has brought a row of this table, selected or not.
+    bool has_rows(std::size_t table) const { return tables_with_rows_.test(table); }
+
 private:
     using wrap_function = void (*)(std::span<const std::uint8_t>, zel::host::raw_package_buffer&);
 
@@ -39,6 +45,7 @@ private:
     wrap_function wrap_;
     zel::host::raw_package_buffer raw_package_;
     std::vector<record_row> rows_;
+    std::bitset<record_table_count> tables_with_rows_;
 };
 
 } // namespace rtrange

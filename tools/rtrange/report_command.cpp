@@ -1,6 +1,8 @@
 #include "tools/rtrange/report_command.hpp"
 
+#include <algorithm>
 #include <cstddef>
+#include <string>
 
 #include <fmt/format.h>
 
@@ -9,6 +11,8 @@
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/interruption.hpp"
 #include "tools/rtrange/report/report_output.hpp"
+#include "tools/rtrange/results/default_name.hpp"
+#include "tools/rtrange/results/no_rows.hpp"
 #include "tools/rtrange/standard_output.hpp"
 
 namespace rtrange {
@@ -24,23 +28,34 @@ void check_fields(const selection& selected) {
                     fmt::format("a report plots numbers; {} is an address", entry.name));
 }
 
+/// Throws usage_failure when nothing but RCOM is selected, of which only named fields are plotted.
+void check_units(const selection_options& options) {
+    const auto& units = options.units;
+    if (options.fields.empty() && !units.empty() &&
+        std::ranges::all_of(units, [](const std::string& unit) { return unit == "rcom"; }))
+        throw usage_failure("a report shows RCOM rows only with --fields");
+}
+
 } // namespace
 
 int report(const report_command_options& options) {
+    const auto file =
+        options.output.empty() ? default_name(options.run, "", ".html") : options.output;
+    check_output(file, options.run.captures);
     auto captures = open_captures(options.run.captures);
-    check_output(options.output, options.run.captures);
+    check_units(options.run.selection);
     const bool named_fields = !options.run.selection.fields.empty();
     frame_decoder decoder(options.run);
     if (named_fields)
         check_fields(decoder.selected());
-    report_output output({options.output, options.run.captures, named_fields}, decoder.selected(),
-                         decoder.outcomes());
     catch_interruptions();
+    report_output output({file, options.overwrite, options.run.captures, named_fields},
+                         decoder.selected(), decoder.outcomes());
     const auto faults = decode_captures(captures, decoder, output);
+    end_without_rows(output, decoder, options.run, faults);
     output.close();
     print_summary(decoder.outcomes(), output.tables());
-    print("\nTo view the report, open {} in a browser\n",
-          std::filesystem::absolute(options.output).string());
+    print("\nTo view the report, open {} in a browser\n", std::filesystem::absolute(file).string());
     return end_with_faults(faults);
 }
 

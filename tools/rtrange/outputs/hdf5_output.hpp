@@ -11,6 +11,7 @@
 #include "tools/rtrange/outputs/hdf5_handle.hpp"
 #include "tools/rtrange/outputs/hdf5_table.hpp"
 #include "tools/rtrange/outputs/record_output.hpp"
+#include "tools/rtrange/results/result_file.hpp"
 #include "tools/rtrange/tables/record_tables.hpp"
 #include "tools/rtrange/tables/selection.hpp"
 
@@ -19,8 +20,9 @@ namespace rtrange {
 /// Writes one file with a group per table: /hunter, /hunter_samples, ..., /rcom.
 class hdf5_output final : public record_output {
 public:
-    /// The file is created with the first row. The selection must outlive the output.
-    hdf5_output(const std::filesystem::path& file, const selection& selected);
+    /// Throws failure when the file cannot be written or may not be replaced. It appears with
+    /// close(). The selection must outlive the output.
+    hdf5_output(const std::filesystem::path& file, result_rules rules, const selection& selected);
 
     void write(const record_row& row) override;
     void close() override;
@@ -30,7 +32,7 @@ private:
     hdf5_table& open(std::size_t table);
     [[noreturn]] void fail(const hdf5_error& error) const;
 
-    std::filesystem::path path_;
+    result_file result_; // declared first: it must be destroyed after the file is closed
     const selection& selected_;
     std::optional<hdf5_handle> file_;
     std::array<std::unique_ptr<hdf5_table>, record_table_count> tables_;

@@ -35,7 +35,8 @@ endpoint_header endpoint_of(const record_row& row) {
 report_output::report_output(report_options options, const selection& selected,
                              const frame_outcomes& outcomes)
     : options_(std::move(options)), selected_(selected), outcomes_(outcomes),
-      file_(options_.output) {
+      result_(options_.output, report_page_file, {.overwrite = options_.overwrite}),
+      file_(result_.path()) {
     file_.write(report_page_head());
 }
 
@@ -88,13 +89,14 @@ void report_output::close() {
         report_summary(outcomes_, zero_ns_, options_.captures, options_.named_fields, streams_));
     file_.write(report_page_tail());
     file_.close();
+    result_.complete();
 }
 
 std::vector<written_table> report_output::tables() const {
     std::vector<written_table> result;
     result.reserve(streams_by_key_.size());
     for (const auto& [key, stream] : streams_by_key_)
-        result.push_back({fmt::format("{} ({}, {})", file_.path().string(), stream->unit(),
+        result.push_back({fmt::format("{} ({}, {})", result_.target().string(), stream->unit(),
                                       name_of(stream->kind())),
                           stream->rows()});
     return result;

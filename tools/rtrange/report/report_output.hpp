@@ -17,6 +17,7 @@
 #include "tools/rtrange/outputs/record_output.hpp"
 #include "tools/rtrange/report/local_plane.hpp"
 #include "tools/rtrange/report/report_stream.hpp"
+#include "tools/rtrange/results/result_file.hpp"
 #include "tools/rtrange/tables/record_tables.hpp"
 #include "tools/rtrange/tables/selection.hpp"
 
@@ -24,7 +25,8 @@ namespace rtrange {
 
 /// Arguments of a report.
 struct report_options {
-    std::filesystem::path output = "report.html";
+    std::filesystem::path output;                ///< HTML file
+    bool overwrite = false;                      ///< replace an earlier report
     std::vector<std::filesystem::path> captures; ///< shown in the title
     bool named_fields = false; ///< plot the selected fields instead of the default plots
 };
@@ -33,8 +35,8 @@ struct report_options {
 /// Memory does not grow with the run. Sample batches are left out.
 class report_output final : public record_output {
 public:
-    /// Creates the file. Throws failure when that is not possible. The selection and the outcomes
-    /// of the current run must outlive the output.
+    /// Throws failure when the file cannot be written or may not be replaced. It appears with
+    /// close(). The selection and the outcomes of the current run must outlive the output.
     report_output(report_options options, const selection& selected,
                   const frame_outcomes& outcomes);
 
@@ -53,6 +55,7 @@ private:
     report_options options_;
     const selection& selected_;
     const frame_outcomes& outcomes_;
+    result_file result_; // declared before the file, which must be closed first
     output_file file_;
     local_plane plane_;
     std::uint64_t zero_ns_ = 0; ///< origin of the times on the page

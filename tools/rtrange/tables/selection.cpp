@@ -35,14 +35,39 @@ std::size_t distance(std::string_view from, std::string_view to) {
     return row.back();
 }
 
+std::string lower_case(std::string_view text) {
+    std::string result(text);
+    for (char& character : result)
+        if (character >= 'A' && character <= 'Z')
+            character = static_cast<char>(character - 'A' + 'a');
+    return result;
+}
+
+/// The first name that begins with the given one; else the first one that contains it; else the
+/// one with the smallest distance. Ignores case.
+std::string_view nearest_name(std::string_view given, const std::vector<std::string_view>& names) {
+    const std::string wanted = lower_case(given);
+    const auto begins = std::ranges::find_if(names, [&](std::string_view name) {
+        return !wanted.empty() && lower_case(name).starts_with(wanted);
+    });
+    if (begins != names.end())
+        return *begins;
+    const auto contains = std::ranges::find_if(names, [&](std::string_view name) {
+        return !wanted.empty() && lower_case(name).find(wanted) != std::string::npos;
+    });
+    if (contains != names.end())
+        return *contains;
+    return *std::ranges::min_element(
+        names, {}, [&](std::string_view name) { return distance(wanted, lower_case(name)); });
+}
+
 /// Empty if the list contains the name; otherwise a message that suggests the nearest name.
 std::string fault_of_name(std::string_view kind, std::string_view name,
                           const std::vector<std::string_view>& names) {
     if (std::ranges::find(names, name) != names.end())
         return {};
-    const auto nearest = std::ranges::min_element(
-        names, {}, [&](std::string_view other) { return distance(name, other); });
-    return fmt::format("there is no {} '{}'; the nearest name is '{}'", kind, name, *nearest);
+    return fmt::format("there is no {} '{}'; the nearest name is '{}'", kind, name,
+                       nearest_name(name, names));
 }
 
 const field* find_field(std::span<const field> fields, std::string_view name) {
@@ -78,7 +103,8 @@ std::string fault_of_field(const std::string& name) {
     for (const std::span<const field> fields : {ncom_fields(), rcom_fields()})
         for (const field& entry : fields)
             all.emplace_back(entry.name);
-    return fault_of_name("field", name, all);
+    const std::string fault = fault_of_name("field", name, all);
+    return fault.empty() ? fault : fault + "; see 'rtrange fields'";
 }
 
 std::string fault_of_unit(const std::string& name) {
@@ -91,9 +117,10 @@ std::string fault_of_unit(const std::string& name) {
 std::string fault_of_time(const std::string& text) {
     if (parse_time(text))
         return {};
-    return fmt::format("'{}' is not a time; give seconds since the first frame, such as 12.5, or "
-                       "UTC, such as 2026-01-05T10:00:12.5",
-                       text);
+    return fmt::format(
+        "'{}' is not a valid time; give seconds since the first frame, such as 12.5, "
+        "minutes and seconds, such as 1:30, or UTC, such as 2026-01-05T10:00:12.5",
+        text);
 }
 
 selection::selection(const selection_options& options) {

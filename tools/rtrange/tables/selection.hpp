@@ -46,6 +46,11 @@ public:
     /// Whether all rows from this time on are after the upper limit.
     bool ends_before(std::uint64_t time_ns) const { return time_ns >= to_ns_; }
 
+    /// The same for a run that starts at `start_ns`, before set_start().
+    bool ends_before(std::uint64_t time_ns, std::uint64_t start_ns) const {
+        return time_ns >= to_.time_ns + (to_.since_start ? start_ns : 0);
+    }
+
 private:
     std::array<std::vector<zel::toolbox::rt_range::field>, record_table_count> fields_;
     run_time from_{0, false};
