@@ -56,8 +56,8 @@ std::unique_ptr<record_output> create_output(const std::filesystem::path& output
 
 int decode(const decode_options& options) {
     const std::filesystem::path file = output_of(options);
-    check_captures(file, options);
     auto captures = open_captures(options.run.captures);
+    check_captures(file, options);
     std::optional<live_capture> live;
     if (captures.empty())
         live.emplace(options.interface_name);

@@ -41,8 +41,8 @@ void check_units(const selection_options& options) {
 int report(const report_command_options& options) {
     const auto file =
         options.output.empty() ? default_name(options.run, "", ".html") : options.output;
-    check_output(file, options.run.captures);
     auto captures = open_captures(options.run.captures);
+    check_output(file, options.run.captures);
     check_units(options.run.selection);
     const bool named_fields = !options.run.selection.fields.empty();
     frame_decoder decoder(options.run);

@@ -36,6 +36,15 @@ std::vector<std::string> file_names_in(const fs::path& folder) {
     return names;
 }
 
+/// Whether a table of an earlier run is still there. Throws failure when something else has taken
+/// its name.
+bool is_table(const fs::path& file) {
+    const fs::file_type type = type_of(file);
+    if (type != fs::file_type::regular && type != fs::file_type::not_found)
+        throw failure(fmt::format("'{}' is no longer a file of rtrange", file.string()));
+    return type == fs::file_type::regular;
+}
+
 /// Renames files, all or none.
 class renamed_files {
 public:
@@ -135,7 +144,8 @@ void result_folder::exchange_tables(const std::vector<std::string>& written) con
     renamed_files renamed;
     try {
         for (const std::string& name : earlier_)
-            renamed.rename(target_of(name), replaced / name);
+            if (is_table(target_of(name)))
+                renamed.rename(target_of(name), replaced / name);
         for (const std::string& name : written)
             renamed.rename(path_of(name), target_of(name));
         replace_manifest(written);

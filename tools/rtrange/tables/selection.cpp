@@ -43,31 +43,38 @@ std::string lower_case(std::string_view text) {
     return result;
 }
 
-/// The first name that begins with the given one; else the first one that contains it; else the
-/// one with the smallest distance. Ignores case.
-std::string_view nearest_name(std::string_view given, const std::vector<std::string_view>& names) {
+/// The name that differs in case only; else the first few that begin with the given one; else those
+/// that contain it; else the one with the smallest distance. Ignores case.
+std::vector<std::string_view> nearest_names(std::string_view given,
+                                            const std::vector<std::string_view>& names) {
+    constexpr std::size_t most = 4;
     const std::string wanted = lower_case(given);
-    const auto begins = std::ranges::find_if(names, [&](std::string_view name) {
-        return !wanted.empty() && lower_case(name).starts_with(wanted);
-    });
-    if (begins != names.end())
-        return *begins;
-    const auto contains = std::ranges::find_if(names, [&](std::string_view name) {
-        return !wanted.empty() && lower_case(name).find(wanted) != std::string::npos;
-    });
-    if (contains != names.end())
-        return *contains;
-    return *std::ranges::min_element(
-        names, {}, [&](std::string_view name) { return distance(wanted, lower_case(name)); });
+    std::vector<std::string_view> beginning, containing;
+    for (const std::string_view name : names) {
+        if (lower_case(name) == wanted)
+            return {name};
+        const std::size_t at = wanted.empty() ? std::string::npos : lower_case(name).find(wanted);
+        auto& list = at == 0 ? beginning : containing;
+        if (at != std::string::npos && list.size() < most &&
+            std::ranges::find(list, name) == list.end())
+            list.push_back(name);
+    }
+    if (!beginning.empty())
+        return beginning;
+    if (!containing.empty())
+        return containing;
+    return {*std::ranges::min_element(
+        names, {}, [&](std::string_view name) { return distance(wanted, lower_case(name)); })};
 }
 
-/// Empty if the list contains the name; otherwise a message that suggests the nearest name.
+/// Empty if the list contains the name; otherwise a message that suggests the nearest names.
 std::string fault_of_name(std::string_view kind, std::string_view name,
                           const std::vector<std::string_view>& names) {
     if (std::ranges::find(names, name) != names.end())
         return {};
-    return fmt::format("there is no {} '{}'; the nearest name is '{}'", kind, name,
-                       nearest_name(name, names));
+    const auto nearest = nearest_names(name, names);
+    return fmt::format("there is no {} '{}'; the nearest name{} '{}'", kind, name,
+                       nearest.size() == 1 ? " is" : "s are", fmt::join(nearest, "', '"));
 }
 
 const field* find_field(std::span<const field> fields, std::string_view name) {
