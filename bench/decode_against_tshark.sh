@@ -18,7 +18,7 @@ seconds_of() { # best of three runs
   done | sort -n | head -1
 }
 
-decoding=$(seconds_of "$rtrange" decode "$folder/run.pcap" --output "$folder/decoded")
+decoding=$(seconds_of "$rtrange" decode "$folder/run.pcap" --output "$folder/decoded" --overwrite)
 dissecting=$(seconds_of tshark -r "$folder/run.pcap" -T fields \
   -e frame.time_epoch -e ip.src -e udp.dstport -e udp.length)
 awk -v n="$frames" -v a="$decoding" -v b="$dissecting" 'BEGIN {

@@ -24,7 +24,7 @@ install(DIRECTORY host/loader DESTINATION include/host FILES_MATCHING PATTERN *.
 install(DIRECTORY docs captures DESTINATION .)
 install(DIRECTORY examples/minimal_host DESTINATION examples
   FILES_MATCHING PATTERN *.[ch] PATTERN CMakeLists.txt)
-install(FILES README.md CHANGELOG.md LICENSE DESTINATION .)
+install(FILES packaging/README.md CHANGELOG.md LICENSE DESTINATION .)
 
 if(WIN32)
   set(system windows)

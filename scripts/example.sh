@@ -11,10 +11,10 @@ cmake --build --preset linux
 
 echo "== Simulating a run"
 mkdir -p example
-build/linux/bin/rtrange simulate example/run.pcap --duration 40 --targets 2
+build/linux/bin/rtrange simulate example/run.pcap --duration 40 --targets 2 --overwrite
 
 echo "== Decoding it"
-build/linux/bin/rtrange decode example/run.pcap --output example
+build/linux/bin/rtrange decode example/run.pcap --output example/tables --overwrite
 
 echo "== Drawing it"
-build/linux/bin/rtrange report example/run.pcap --output example/report.html
+build/linux/bin/rtrange report example/run.pcap --output example/report.html --overwrite

@@ -61,12 +61,13 @@ void send_frames(const fs::path& capture) {
 /// The program at work: started, told to stop, and asked what it said.
 class running_program {
 public:
-    running_program(const fs::path& folder, const std::string& arguments)
+    running_program(const fs::path& folder, const std::string& arguments,
+                    const std::string& preparation = "")
         // The shell hands its process over to the program and tells its number.
-        : pipe_(
-              popen(("cd " + folder.string() + "; echo $$; exec " RTRANGE " " + arguments + " 2>&1")
-                        .c_str(),
-                    "r")) {
+        : pipe_(popen(("cd " + folder.string() + "; echo $$; " + preparation + "exec " RTRANGE " " +
+                       arguments + " 2>&1")
+                          .c_str(),
+                      "r")) {
         process_ = std::stoi(line());
     }
 
@@ -111,7 +112,7 @@ protected:
 TEST_F(live_decoding, gives_what_a_capture_of_the_same_frames_gives) {
     succeed("decode following.pcap -o capture");
     for (const int signal : {SIGINT, SIGTERM}) {
-        running_program program(folder, "decode --interface lo -o live");
+        running_program program(folder, "decode --interface lo -o live --overwrite");
         ASSERT_EQ(program.line(), "Decoding frames from lo until Ctrl-C\n");
         send_frames(example);
         usleep(300'000); // more than the program waits for frames
@@ -134,6 +135,26 @@ TEST_F(live_decoding, ends_at_its_time_limit) {
     const result result = program.end();
     EXPECT_EQ(result.exit_code, 0) << result.output;
     expect_contains(result.output, {"260 frames", "50 rows"});
+}
+
+TEST_F(live_decoding, ends_at_its_time_limit_without_any_frame) {
+    const result result = rtrange("decode -i lo --to 0.3");
+    EXPECT_EQ(result.exit_code, 1);
+    expect_contains(result.output, {"no frame was received on 'lo'"});
+}
+
+TEST_F(live_decoding, keeps_what_it_has_written_when_it_cannot_go_on) {
+    succeed("simulate long.pcap --duration 10");
+    running_program program(folder, "decode -i lo -o live", "trap '' XFSZ; ulimit -f 512; ");
+    program.line();
+    send_frames(folder / "long.pcap");
+    const result result = program.end();
+    EXPECT_EQ(result.exit_code, 1);
+    expect_contains(result.output, {"cannot write 'live.partial-", "File too large"});
+    const std::size_t name = result.output.find("live.partial-");
+    const std::string kept = result.output.substr(name, result.output.find('/', name) - name);
+    EXPECT_TRUE(fs::exists(folder / kept / "target1.csv")) << kept;
+    EXPECT_FALSE(fs::exists(folder / "live"));
 }
 
 TEST_F(live_decoding, says_what_it_cannot_capture) {

@@ -126,6 +126,18 @@ std::string quoted_block(const fs::path& page, const std::string& language,
     return text.substr(first, text.find(fence, first) - first);
 }
 
+TEST_F(linux_package, works_as_its_readme_says) {
+    const std::string page = content(package / "README.md");
+    const result result = run("cd " + quoted(package) + " && set -e\n" +
+                              quoted_block(package / "README.md", "sh", "bin/rtrange report"));
+    EXPECT_EQ(result.exit_code, 0) << result.output;
+    expect_files(package, {"following.html", "following/hunter.csv"});
+    for (std::size_t at = 0; (at = page.find("](", at)) != page.npos; at += 2)
+        expect_files(package, {page.substr(at + 2, page.find(')', at) - at - 2)});
+    fs::remove(package / "following.html");
+    fs::remove_all(package / "following");
+}
+
 TEST_F(linux_package, builds_the_example_as_documented) {
     for (const std::string start : {"gcc ", "cmake -B "}) {
         const std::string commands = quoted_block(package / "docs/hosts.md", "sh", start);

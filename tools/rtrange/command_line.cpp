@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <utility>
+#include <system_error>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -40,21 +40,37 @@ struct command {
 
 constexpr const char* plugin_help = "Plug-in file (default: the one installed with rtrange)";
 
-void add_selection(CLI::App& parser, selection_options& options) {
-    parser.add_option("--fields", options.fields, "Only these fields, for example heading,roll")
+/// Removes the spaces around a name in a list such as "heading, roll".
+std::string without_spaces(const std::string& name) {
+    const std::size_t first = name.find_first_not_of(' ');
+    return first == std::string::npos ? ""
+                                      : name.substr(first, name.find_last_not_of(' ') - first + 1);
+}
+
+/// An option that takes names separated by commas.
+CLI::Option* add_names(CLI::App& parser, const char* option, std::vector<std::string>& names,
+                       const char* help) {
+    return parser.add_option(option, names, help)
         ->delimiter(',')
         ->allow_extra_args(false) // a capture may come next
         ->type_name("NAME,...")
+        ->transform(without_spaces, "");
+}
+
+void add_overwrite(CLI::App& parser, bool& overwrite) {
+    parser.add_flag("--overwrite", overwrite, "Replace an earlier result of rtrange");
+}
+
+void add_selection(CLI::App& parser, selection_options& options) {
+    add_names(parser, "--fields", options.fields, "Only these fields, for example heading,roll")
         ->check(fault_of_field, "");
-    parser
-        .add_option("--units", options.units, "Only these units: hunter, target1 to target4, rcom")
-        ->delimiter(',')
-        ->allow_extra_args(false)
-        ->type_name("NAME,...")
+    add_names(parser, "--units", options.units,
+              "Only these units: hunter, target1 to target4, rcom")
         ->check(fault_of_unit, "");
     parser
         .add_option("--from", options.from,
-                    "Only rows at or after this time: seconds since the first frame, or UTC")
+                    "Only rows from this time on: seconds (12.5) or minutes and seconds (1:30) "
+                    "since the first frame, or UTC")
         ->type_name("TIME")
         ->check(fault_of_time, "");
     parser.add_option("--to", options.to, "Only rows before this time")
@@ -101,14 +117,19 @@ command add_decode(CLI::App& app) {
             ->excludes(captures);
     parser
         ->add_option("--as", options->kind, "Output format: a folder of CSV files, or an HDF5 file")
-        ->check(CLI::IsMember({"csv", "hdf5"}))
+        ->check(
+            [](const std::string& kind) {
+                return kind == "csv" || kind == "hdf5" ? "" : "use csv or hdf5";
+            },
+            "")
         ->capture_default_str();
     parser
         ->add_option("-o,--output", options->output,
-                     "Folder of the CSV files, or HDF5 file (default: decoded or decoded.h5)")
+                     "Folder of the CSV files, or HDF5 file (default: run or run.h5 for run.pcap)")
         ->type_name("PATH");
     parser->add_flag("--samples", options->run.samples,
                      "Also write the tables of filtered samples (always in the view record)");
+    add_overwrite(*parser, options->overwrite);
     add_run(*parser, options->run);
     parser->callback([captures, live] {
         if (captures->empty() && live->empty())
@@ -124,9 +145,11 @@ command add_report(CLI::App& app) {
     parser->add_option("CAPTURE", options->run.captures, "pcap or pcapng files")
         ->type_name("FILE")
         ->required();
-    parser->add_option("-o,--output", options->output, "HTML file to write")
-        ->type_name("FILE")
-        ->capture_default_str();
+    parser
+        ->add_option("-o,--output", options->output,
+                     "HTML file to write (default: run.html for run.pcap)")
+        ->type_name("FILE");
+    add_overwrite(*parser, options->overwrite);
     add_run(*parser, options->run);
     return {parser, [options] { return report(*options); }};
 }
@@ -153,6 +176,7 @@ command add_simulate(CLI::App& app) {
         ->type_name("FILE")
         ->required();
     add_scenario(*parser, traffic.scenario);
+    add_overwrite(*parser, options->overwrite);
     parser->add_option("--duration", traffic.duration_s, "Duration in seconds")
         ->check(CLI::Range(1, 86400))
         ->capture_default_str();
@@ -206,26 +230,49 @@ command add_info(CLI::App& app) {
             }};
 }
 
+/// The first argument that is not an option; empty if there is none.
+std::string first_name(const std::vector<std::string>& arguments) {
+    const auto found = std::ranges::find_if(
+        arguments, [](const std::string& argument) { return !argument.starts_with('-'); });
+    return found == arguments.end() ? "" : *found;
+}
+
+/// The message about wrong arguments, with the command that helps.
+std::string message_for(const CLI::ParseError& error, const CLI::App& app,
+                        const std::vector<std::string>& arguments) {
+    const auto commands = app.get_subcommands();
+    const std::string name = first_name(arguments);
+    std::error_code ignored;
+    if (commands.empty() &&
+        std::filesystem::is_regular_file(std::u8string(name.begin(), name.end()), ignored))
+        return fmt::format("no command given; to view a capture: rtrange report {}", name);
+    const std::string message = error.what();
+    if (message.find("see 'rtrange") != std::string::npos)
+        return message;
+    return fmt::format("{}; see 'rtrange {}--help'", message,
+                       commands.empty() ? "" : commands.front()->get_name() + " ");
+}
+
 } // namespace
 
-int run_command_line(std::vector<std::string> arguments) {
+int run_command_line(const std::vector<std::string>& arguments) {
     CLI::App app("Decodes network captures of an RT-Range hunter/target system.", "rtrange");
     app.set_version_flag("--version", ZEL_VERSION);
     app.allow_windows_style_options(false); // a slash begins a path
     const command commands[] = {add_decode(app), add_report(app), add_simulate(app),
                                 add_fields(app), add_info(app)};
     try {
-        std::ranges::reverse(arguments); // the order that the parser takes
-        app.parse(std::move(arguments));
+        // The parser takes them in this order.
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0)
             return app.exit(error);
-        throw usage_failure(fmt::format("{}; see 'rtrange --help'", error.what()));
+        throw usage_failure(message_for(error, app, arguments));
     }
     for (const command& each : commands)
         if (*each.parser)
             return each.run();
-    throw usage_failure("no command is given; see 'rtrange --help'");
+    throw usage_failure("no command given; see 'rtrange --help'");
 }
 
 } // namespace rtrange

@@ -14,6 +14,7 @@ struct decode_options {
     std::string interface_name;   ///< interface to decode live; empty to decode captures
     std::string kind = "csv";     ///< output format: "csv" or "hdf5"
     std::filesystem::path output; ///< folder of CSV tables, or HDF5 file; empty for the default
+    bool overwrite = false;       ///< replace an earlier result
 };
 
 /// Decodes captures, or the traffic of a network interface, and prints a summary. Returns the exit

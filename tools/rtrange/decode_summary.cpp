@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <string>
-#include <string_view>
 
 #include <fmt/format.h>
 
@@ -51,16 +50,6 @@ std::vector<counted_outcome> counted_outcomes(const frame_outcomes& outcomes) {
     return result;
 }
 
-std::string_view reason_for_no_rows(const frame_outcomes& outcomes) {
-    if (outcomes.decoded > 0)
-        return "no decoded row is in the selection";
-    if (!outcomes.refusals.empty())
-        return "every NCOM and RCOM frame was refused";
-    if (outcomes.ignored_rcom > 0)
-        return "the only packets were RCOM packets of types without decoded content";
-    return "there was no NCOM (UDP port 3000) and no RCOM (UDP port 3003)";
-}
-
 std::vector<std::string> run_notes(const frame_decoder& decoder) {
     const frame_outcomes& outcomes = decoder.outcomes();
     const std::uint64_t zero_ns = outcomes.first_time_ns;
@@ -104,11 +93,10 @@ void print_summary(const frame_decoder& decoder, const std::vector<written_table
     for (const std::string& note : notes)
         print("  {}\n", note);
 
-    print("\nOutput\n");
+    if (!tables.empty())
+        print("\nOutput\n");
     for (const written_table& table : tables)
         print("  {:>9} {}  {}\n", table.rows, table.rows == 1 ? "row" : "rows", table.place);
-    if (tables.empty())
-        print("  none: {}\n", reason_for_no_rows(outcomes));
 }
 
 int end_with_faults(const std::vector<std::string>& faults) {

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "tools/rtrange/frame_decoder.hpp"
@@ -20,14 +19,11 @@ struct counted_outcome {
 /// All outcomes that frames of the run had.
 std::vector<counted_outcome> counted_outcomes(const frame_outcomes& outcomes);
 
-/// Why a run has no rows, human-readable.
-std::string_view reason_for_no_rows(const frame_outcomes& outcomes);
-
 /// What a reader of the output has to know of the run, one sentence each: restarts of the decoder,
 /// and what the view notes.
 std::vector<std::string> run_notes(const frame_decoder& decoder);
 
-/// Prints the outcomes, the units, the notes, and the tables with their numbers of rows.
+/// Prints the outcomes, the units, the notes, and the tables, if any, with their numbers of rows.
 void print_summary(const frame_decoder& decoder, const std::vector<written_table>& tables);
 
 /// Prints on standard error, one line each, what kept the input from being read to its end. Returns

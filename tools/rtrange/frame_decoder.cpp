@@ -106,9 +106,13 @@ void frame_decoder::decode(const captured_frame& frame, table_output& output) {
         rows_.clear();
         view_->add_rows({frame.time_ns, zero_ns_, *packet, packages_, outcomes_.addresses()},
                         rows_);
-        if (selected_.contains(frame.time_ns))
-            for (const table_row& row : rows_)
-                output.write(row);
+        for (const table_row& row : rows_) {
+            tables_with_rows_.set(row.table);
+            if (!selected_.contains(frame.time_ns))
+                continue;
+            output.write(row);
+            ++written_rows_;
+        }
     } else if (outcome == frame_outcome::refused) {
         write_refused(frame, output);
     }

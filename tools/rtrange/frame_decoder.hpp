@@ -1,6 +1,8 @@
 // Frames through the plug-in.
 #pragma once
 
+#include <bitset>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -40,6 +42,12 @@ public:
     /// What a reader of the tables has to know of this run, one sentence each.
     std::vector<std::string> notes() const { return view_->notes(); }
 
+    /// The number of decoded rows that have been written.
+    std::uint64_t rows() const { return written_rows_; }
+
+    /// Whether any frame has brought a row of this table, selected or not.
+    bool has_rows(std::size_t table) const { return tables_with_rows_.test(table); }
+
 private:
     using wrap_function = void (*)(std::span<const std::uint8_t>, zel::host::raw_package_buffer&);
 
@@ -61,6 +69,8 @@ private:
     zel::host::raw_package_buffer raw_package_;
     decoded_packages packages_;
     std::vector<table_row> rows_;
+    std::bitset<table_count> tables_with_rows_;
+    std::uint64_t written_rows_ = 0;
 };
 
 } // namespace rtrange

@@ -24,10 +24,15 @@ void decode_all(live_capture& capture, frame_decoder& decoder, table_output& out
     using clock = std::chrono::steady_clock;
     status_line status;
     auto next_update = clock::now();
+    const std::uint64_t start_ns = now_ns();
     while (!interrupted()) {
         const auto frame = capture.next();
         const std::uint64_t time_ns = frame ? frame->time_ns : now_ns();
-        if (decoder.outcomes().frames > 0 && decoder.selected().ends_before(time_ns))
+        // Until the first frame, which becomes the start, the time limit counts from now on.
+        const bool ends = decoder.outcomes().frames > 0
+                              ? decoder.selected().ends_before(time_ns)
+                              : decoder.selected().ends_before(time_ns, start_ns);
+        if (ends)
             return;
         if (frame)
             decoder.decode(*frame, output);

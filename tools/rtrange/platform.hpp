@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace rtrange {
@@ -20,6 +21,18 @@ std::filesystem::path program_file();
 
 /// Creates or empties a binary file. Returns null and sets errno when that is not possible.
 std::FILE* open_for_writing(const std::filesystem::path& file);
+
+/// Creates an empty file. Returns false and sets the error when that is not possible, also because
+/// the name is taken.
+bool create_file(const std::filesystem::path& file, std::error_code& error);
+
+/// Renames a file or folder. Sets the error when that is not possible, also because the new name is
+/// taken: unlike std::filesystem::rename, it replaces nothing.
+void rename_to_new(const std::filesystem::path& from, const std::filesystem::path& to,
+                   std::error_code& error);
+
+/// Number of this process.
+unsigned long process_id();
 
 /// The current offset in bytes; -1 for a stream without one, such as a pipe.
 std::int64_t position_in(std::FILE* file);

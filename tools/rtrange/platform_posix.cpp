@@ -1,12 +1,15 @@
 #include "tools/rtrange/platform.hpp"
 
+#include <cerrno>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <system_error>
 #include <vector>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace rtrange {
@@ -26,6 +29,39 @@ std::filesystem::path program_file() {
 
 std::FILE* open_for_writing(const std::filesystem::path& file) {
     return std::fopen(file.c_str(), "wb");
+}
+
+bool create_file(const std::filesystem::path& file, std::error_code& error) {
+    constexpr mode_t anybody_may_read_and_write = 0666; // less what the user's umask forbids
+    const int descriptor =
+        ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, anybody_may_read_and_write);
+    if (descriptor < 0) {
+        error.assign(errno, std::generic_category());
+        return false;
+    }
+    ::close(descriptor);
+    return true;
+}
+
+void rename_to_new(const std::filesystem::path& from, const std::filesystem::path& to,
+                   std::error_code& error) {
+    error.clear();
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+        return;
+    error.assign(errno, std::generic_category());
+    if (errno != EINVAL && errno != ENOSYS)
+        return;
+    // Not all file systems can do this in one step.
+    std::error_code ignored;
+    if (std::filesystem::symlink_status(to, ignored).type() !=
+        std::filesystem::file_type::not_found)
+        error = std::make_error_code(std::errc::file_exists);
+    else
+        std::filesystem::rename(from, to, error);
+}
+
+unsigned long process_id() {
+    return static_cast<unsigned long>(::getpid());
 }
 
 std::int64_t position_in(std::FILE* file) {

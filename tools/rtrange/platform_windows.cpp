@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string_view>
+#include <system_error>
 
 #include <fmt/format.h>
 #include <pcap/pcap.h>
@@ -21,6 +22,10 @@ std::string utf8(std::wstring_view text) {
         WideCharToMultiByte(CP_UTF8, 0, text.data(), size, result.data(),
                             static_cast<int>(result.size()), nullptr, nullptr)));
     return result;
+}
+
+std::error_code last_error() {
+    return {static_cast<int>(GetLastError()), std::system_category()};
 }
 
 } // namespace
@@ -57,6 +62,28 @@ std::filesystem::path program_file() {
 
 std::FILE* open_for_writing(const std::filesystem::path& file) {
     return _wfopen(file.c_str(), L"wb");
+}
+
+bool create_file(const std::filesystem::path& file, std::error_code& error) {
+    const HANDLE handle = CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) {
+        error = last_error();
+        return false;
+    }
+    CloseHandle(handle);
+    return true;
+}
+
+void rename_to_new(const std::filesystem::path& from, const std::filesystem::path& to,
+                   std::error_code& error) {
+    error.clear();
+    if (MoveFileW(from.c_str(), to.c_str()) == 0)
+        error = last_error();
+}
+
+unsigned long process_id() {
+    return GetCurrentProcessId();
 }
 
 std::int64_t position_in(std::FILE* file) {

@@ -11,6 +11,8 @@
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/interruption.hpp"
 #include "tools/rtrange/report/report_output.hpp"
+#include "tools/rtrange/results/default_name.hpp"
+#include "tools/rtrange/results/no_rows.hpp"
 #include "tools/rtrange/standard_output.hpp"
 
 namespace rtrange {
@@ -26,24 +28,35 @@ void check_fields(const std::vector<std::string>& fields, const table_columns& t
                     fmt::format("a report plots numbers; {} is an address", entry.name));
 }
 
+/// Throws usage_failure when nothing but RCOM is selected, of which only named fields are plotted.
+void check_units(const selection_options& options) {
+    const auto& units = options.units;
+    if (options.fields.empty() && !units.empty() &&
+        std::ranges::all_of(units, [](const std::string& unit) { return unit == "rcom"; }))
+        throw usage_failure("a report shows RCOM rows only with --fields");
+}
+
 } // namespace
 
 int report(const report_command_options& options) {
+    const auto file =
+        options.output.empty() ? default_name(options.run, "", ".html") : options.output;
     auto captures = open_captures(options.run.captures);
-    check_output(options.output, options.run.captures);
+    check_output(file, options.run.captures);
+    check_units(options.run.selection);
     const std::vector<std::string>& fields = options.run.selection.fields;
     run_options run = options.run;
     run.selection.also_fields = {"latitude", "longitude", "source_ip"};
     frame_decoder decoder(run);
     check_fields(fields, decoder.columns());
-    report_output output({options.output, run.captures, fields}, decoder.columns(),
-                         decoder.outcomes());
     catch_interruptions();
+    report_output output({file, options.overwrite, run.captures, fields}, decoder.columns(),
+                         decoder.outcomes());
     const auto faults = decode_captures(captures, decoder, output);
+    end_without_rows(decoder, options.run, faults);
     output.close();
     print_summary(decoder, output.tables());
-    print("\nTo view the report, open {} in a browser\n",
-          std::filesystem::absolute(options.output).string());
+    print("\nTo view the report, open {} in a browser\n", std::filesystem::absolute(file).string());
     return end_with_faults(faults);
 }
 

@@ -10,7 +10,8 @@ namespace rtrange {
 /// Arguments of the command.
 struct report_command_options {
     run_options run;
-    std::filesystem::path output = "report.html";
+    std::filesystem::path output; ///< HTML file; empty for the default
+    bool overwrite = false;       ///< replace an earlier report
 };
 
 /// Decodes captures, writes the page and prints a summary. Returns the exit code. Throws failure

@@ -9,11 +9,17 @@
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/interruption.hpp"
 #include "tools/rtrange/progress_bar.hpp"
+#include "tools/rtrange/results/result_file.hpp"
 #include "tools/rtrange/standard_output.hpp"
 
 namespace rtrange {
 
 void simulate(const simulate_options& options) {
+    if (options.output.extension() == ".pcapng")
+        throw failure(fmt::format("cannot write '{}': only pcap can be written; name it .pcap",
+                                  options.output.string()));
+    catch_interruptions();
+    result_file result(options.output, simulated_capture_file, {.overwrite = options.overwrite});
     const zel::simulation::traffic_options& traffic = options.traffic;
     print("Simulating {} s, scenario {}: a hunter and {} target{} at {} Hz, seed {}\n",
           traffic.duration_s,
@@ -21,8 +27,7 @@ void simulate(const simulate_options& options) {
           traffic.targets, traffic.targets == 1 ? "" : "s", traffic.rate_hz, traffic.seed);
     std::fflush(stdout);
 
-    capture_writer capture(options.output);
-    catch_interruptions();
+    capture_writer capture(result.path());
     const zel::simulation::scenario vehicles(traffic.seed, traffic.targets, traffic.scenario);
     const std::uint64_t ticks = tick_count(traffic);
     std::uint64_t frames = 0;
@@ -38,6 +43,7 @@ void simulate(const simulate_options& options) {
         }
     }
     capture.close();
+    result.complete();
     if (interrupted())
         throw failure(fmt::format("interrupted; '{}' holds the first {} frames",
                                   options.output.string(), frames));

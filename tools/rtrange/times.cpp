@@ -43,10 +43,62 @@ std::optional<std::uint64_t> parse_seconds(std::string_view text, double limit) 
     return static_cast<std::uint64_t>(std::llround(seconds * 1e9));
 }
 
+/// Parses seconds of a minute: two digits and any number of decimals.
+std::optional<std::uint64_t> parse_seconds_of_minute(std::string_view text) {
+    const auto is_digit = [](char character) { return character >= '0' && character <= '9'; };
+    if (text.size() < 2 || !is_digit(text[0]) || !is_digit(text[1]))
+        return std::nullopt;
+    return parse_seconds(text, 60);
+}
+
+/// Parses "1:30" and "1:02:30.5". Returns nanoseconds.
+std::optional<std::uint64_t> parse_minutes(std::string_view text) {
+    constexpr std::size_t most_digits = 6;
+    const std::size_t colon = text.find(':');
+    if (colon == 0 || colon > most_digits)
+        return std::nullopt;
+    const auto first = take_number(text, colon);
+    take_one_of(text, ":");
+    const bool has_hours = text.find(':') != std::string_view::npos;
+    const auto second = has_hours ? take_number(text, 2) : 0;
+    const bool complete = !has_hours || take_one_of(text, ":");
+    const auto seconds = parse_seconds_of_minute(text);
+    if (!first || !second || *second > 59 || !complete || !seconds)
+        return std::nullopt;
+    const std::uint64_t minutes =
+        has_hours ? static_cast<std::uint64_t>(*first) * 60 + static_cast<std::uint64_t>(*second)
+                  : static_cast<std::uint64_t>(*first);
+    return minutes * 60 * nanoseconds_per_second + *seconds;
+}
+
+/// Removes an offset from UTC, such as "+01:00" or "-0530", from the end of a time. Returns it in
+/// minutes; nothing if there is none.
+std::optional<int> take_zone_offset(std::string_view& text) {
+    constexpr std::size_t date_size = 10; // which contains dashes
+    constexpr int longest_hours = 14;
+    const std::size_t sign = text.find_last_of("+-");
+    if (sign == std::string_view::npos || sign < date_size)
+        return std::nullopt;
+    std::string_view offset = text.substr(sign + 1);
+    const auto hours = take_number(offset, 2);
+    take_one_of(offset, ":");
+    const auto minutes = take_number(offset, 2);
+    if (!hours || *hours > longest_hours || !minutes || *minutes > 59 || !offset.empty())
+        return std::nullopt;
+    const int offset_minutes = *hours * 60 + *minutes;
+    const bool is_west = text[sign] == '-';
+    text = text.substr(0, sign);
+    if (text.ends_with(' '))
+        text.remove_suffix(1);
+    return is_west ? -offset_minutes : offset_minutes;
+}
+
 std::optional<std::uint64_t> parse_utc(std::string_view text) {
-    for (const std::string_view zone : {"Z", " UTC"})
-        if (text.ends_with(zone))
-            text.remove_suffix(zone.size());
+    const auto offset_minutes = take_zone_offset(text);
+    if (!offset_minutes)
+        for (const std::string_view zone : {"Z", " UTC"})
+            if (text.ends_with(zone))
+                text.remove_suffix(zone.size());
     const auto year = take_number(text, 4);
     const bool dash = take_one_of(text, "-");
     const auto month = take_number(text, 2);
@@ -69,9 +121,10 @@ std::optional<std::uint64_t> parse_utc(std::string_view text) {
         return std::nullopt;
     const auto days = std::chrono::sys_days(date).time_since_epoch().count();
     const auto minutes =
-        (static_cast<std::uint64_t>(days) * 24 + static_cast<std::uint64_t>(*hour)) * 60 +
-        static_cast<std::uint64_t>(*minute);
-    return minutes * 60 * nanoseconds_per_second + *second;
+        (std::int64_t{days} * 24 + *hour) * 60 + *minute - offset_minutes.value_or(0);
+    if (minutes < 0)
+        return std::nullopt;
+    return static_cast<std::uint64_t>(minutes) * 60 * nanoseconds_per_second + *second;
 }
 
 } // namespace
@@ -86,6 +139,8 @@ std::optional<run_time> parse_time(std::string_view text) {
     constexpr double longest_run_s = 1e9;
     if (const auto seconds = parse_seconds(text, longest_run_s))
         return run_time{*seconds, true};
+    if (const auto time = parse_minutes(text))
+        return run_time{*time, true};
     if (const auto utc = parse_utc(text))
         return run_time{*utc, false};
     return std::nullopt;

@@ -17,9 +17,11 @@ struct run_time {
     bool since_start;
 };
 
-/// Parses seconds since the start of a run, such as "12.5", or a time in UTC, such as
-/// "2023-11-14 22:13:20.5", with or without " UTC", or "2023-11-14T22:13:20Z". Returns nothing for
-/// other text and for times before 1970 or after 2500.
+/// Parses a time since the start of a run: seconds, such as "12.5", minutes and seconds, such as
+/// "1:30", or hours, minutes and seconds, such as "1:02:30.5". Or a time in UTC, such as
+/// "2023-11-14 22:13:20.5", with or without " UTC", or "2023-11-14T22:13:20Z", or one in another
+/// zone, such as "2023-11-14T23:13:20+01:00". Returns nothing for other text and for times before
+/// 1970 or after 2500.
 std::optional<run_time> parse_time(std::string_view text);
 
 } // namespace rtrange

@@ -23,9 +23,6 @@ void capture_writer::closer::operator()(pcap_dumper* dumper) const {
 capture_writer::capture_writer(const std::filesystem::path& file)
     : file_(file), capture_(pcap_open_dead_with_tstamp_precision(DLT_EN10MB, 65535,
                                                                  PCAP_TSTAMP_PRECISION_NANO)) {
-    if (file.extension() == ".pcapng")
-        throw failure(fmt::format("cannot write '{}': only pcap can be written; name it .pcap",
-                                  file.string()));
     dumper_.reset(pcap_dump_open(capture_.get(), file.string().c_str()));
     if (dumper_ == nullptr)
         throw failure(fmt::format("cannot write '{}': {}", file.string(),

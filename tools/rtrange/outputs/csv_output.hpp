@@ -5,10 +5,12 @@
 #include <cstddef>
 #include <filesystem>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "tools/rtrange/outputs/csv_file.hpp"
 #include "tools/rtrange/outputs/table_output.hpp"
+#include "tools/rtrange/results/result_folder.hpp"
 #include "tools/rtrange/tables/table.hpp"
 
 namespace rtrange {
@@ -16,25 +18,23 @@ namespace rtrange {
 /// Writes one file per table: hunter.csv, hunter_samples.csv, ..., rcom.csv.
 class csv_output final : public table_output {
 public:
-    /// Creates the folder. Throws failure when that is not possible. The columns must outlive the
-    /// output.
-    csv_output(const std::filesystem::path& folder, const table_columns& columns);
+    /// Throws failure when the folder cannot be written or holds what may not be replaced. It
+    /// appears with close(). The columns must outlive the output.
+    csv_output(const std::filesystem::path& folder, result_rules rules,
+               const table_columns& columns);
 
-    /// The file of a table.
-    static std::filesystem::path file_of(const std::filesystem::path& folder, std::size_t table);
+    /// The names of all files that a run may write.
+    static std::vector<std::string> file_names();
 
     void write(const table_row& row) override;
-
-    /// Also removes tables of an earlier run for which this run has no rows, unless this run has no
-    /// rows at all.
     void close() override;
-
     std::vector<written_table> tables() const override;
 
 private:
+    static std::string name_of(std::size_t table);
     csv_file& open(std::size_t table);
 
-    std::filesystem::path folder_;
+    result_folder result_; // declared first: it must be destroyed after the files
     const table_columns& columns_;
     std::array<std::unique_ptr<csv_file>, table_count> files_;
     file_writer writer_; // declared last: it must be destroyed before the files

@@ -60,8 +60,9 @@ hdf5_handle create_file(const std::filesystem::path& file) {
 
 } // namespace
 
-hdf5_output::hdf5_output(const std::filesystem::path& file, const table_columns& columns)
-    : path_(file), columns_(columns) {}
+hdf5_output::hdf5_output(const std::filesystem::path& file, result_rules rules,
+                         const table_columns& columns)
+    : result_(file, hdf5_file, rules), columns_(columns) {}
 
 void hdf5_output::write(const table_row& row) {
     try {
@@ -83,27 +84,29 @@ void hdf5_output::close() {
     } catch (const hdf5_error& error) {
         fail(error);
     }
+    result_.complete();
 }
 
 std::vector<written_table> hdf5_output::tables() const {
     std::vector<written_table> result;
     for (std::size_t i = 0; i < table_count; ++i)
         if (tables_[i] != nullptr)
-            result.push_back({fmt::format("{} /{}", path_.string(), table_descriptions()[i].name),
-                              tables_[i]->rows()});
+            result.push_back(
+                {fmt::format("{} /{}", result_.target().string(), table_descriptions()[i].name),
+                 tables_[i]->rows()});
     return result;
 }
 
 hdf5_table& hdf5_output::open(std::size_t table) {
     if (!file_)
-        file_.emplace(create_file(path_));
+        file_.emplace(create_file(result_.path()));
     tables_[table] =
         std::make_unique<hdf5_table>(*file_, table_descriptions()[table], columns_[table]);
     return *tables_[table];
 }
 
 void hdf5_output::fail(const hdf5_error& error) const {
-    throw failure(fmt::format("cannot write '{}': {}", path_.string(), error.what()));
+    throw failure(fmt::format("cannot write '{}': {}", result_.target().string(), error.what()));
 }
 
 } // namespace rtrange

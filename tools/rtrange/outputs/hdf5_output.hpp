@@ -11,6 +11,7 @@
 #include "tools/rtrange/outputs/hdf5_handle.hpp"
 #include "tools/rtrange/outputs/hdf5_table.hpp"
 #include "tools/rtrange/outputs/table_output.hpp"
+#include "tools/rtrange/results/result_file.hpp"
 #include "tools/rtrange/tables/table.hpp"
 
 namespace rtrange {
@@ -18,8 +19,10 @@ namespace rtrange {
 /// Writes one file with a group per table: /hunter, /hunter_samples, ..., /rcom.
 class hdf5_output final : public table_output {
 public:
-    /// The file is created with the first row. The columns must outlive the output.
-    hdf5_output(const std::filesystem::path& file, const table_columns& columns);
+    /// Throws failure when the file cannot be written or may not be replaced. It appears with
+    /// close(). The columns must outlive the output.
+    hdf5_output(const std::filesystem::path& file, result_rules rules,
+                const table_columns& columns);
 
     void write(const table_row& row) override;
     void close() override;
@@ -29,7 +32,7 @@ private:
     hdf5_table& open(std::size_t table);
     [[noreturn]] void fail(const hdf5_error& error) const;
 
-    std::filesystem::path path_;
+    result_file result_; // declared first: it must be destroyed after the file is closed
     const table_columns& columns_;
     std::optional<hdf5_handle> file_;
     std::array<std::unique_ptr<hdf5_table>, table_count> tables_;

@@ -21,7 +21,9 @@ bool is_samples_table(std::size_t table) {
 
 report_output::report_output(report_options options, const table_columns& columns,
                              const frame_outcomes& outcomes)
-    : options_(std::move(options)), columns_(columns), outcomes_(outcomes), file_(options_.output) {
+    : options_(std::move(options)), columns_(columns), outcomes_(outcomes),
+      result_(options_.output, report_page_file, {.overwrite = options_.overwrite}),
+      file_(result_.path()) {
     file_.write(report_page_head());
 }
 
@@ -77,13 +79,14 @@ void report_output::close() {
         report_summary(outcomes_, zero_ns_, options_.captures, !options_.fields.empty(), streams_));
     file_.write(report_page_tail());
     file_.close();
+    result_.complete();
 }
 
 std::vector<written_table> report_output::tables() const {
     std::vector<written_table> result;
     result.reserve(streams_by_key_.size());
     for (const auto& [key, stream] : streams_by_key_)
-        result.push_back({fmt::format("{} ({}, {})", file_.path().string(), stream->unit(),
+        result.push_back({fmt::format("{} ({}, {})", result_.target().string(), stream->unit(),
                                       name_of(stream->kind())),
                           stream->rows()});
     return result;

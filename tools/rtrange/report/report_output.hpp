@@ -16,13 +16,15 @@
 #include "tools/rtrange/outputs/table_output.hpp"
 #include "tools/rtrange/report/local_plane.hpp"
 #include "tools/rtrange/report/report_stream.hpp"
+#include "tools/rtrange/results/result_file.hpp"
 #include "tools/rtrange/tables/table.hpp"
 
 namespace rtrange {
 
 /// Arguments of a report.
 struct report_options {
-    std::filesystem::path output = "report.html";
+    std::filesystem::path output;                ///< HTML file
+    bool overwrite = false;                      ///< replace an earlier report
     std::vector<std::filesystem::path> captures; ///< shown in the title
     std::vector<std::string> fields; ///< to plot instead of the default plots, if there are any
 };
@@ -31,8 +33,8 @@ struct report_options {
 /// Memory does not grow with the run. Sample batches are left out.
 class report_output final : public table_output {
 public:
-    /// Creates the file. Throws failure when that is not possible. The columns and the outcomes of
-    /// the current run must outlive the output.
+    /// Throws failure when the file cannot be written or may not be replaced. It appears with
+    /// close(). The columns and the outcomes of the current run must outlive the output.
     report_output(report_options options, const table_columns& columns,
                   const frame_outcomes& outcomes);
 
@@ -51,6 +53,7 @@ private:
     report_options options_;
     const table_columns& columns_;
     const frame_outcomes& outcomes_;
+    result_file result_; // declared before the file, which must be closed first
     output_file file_;
     local_plane plane_;
     std::uint64_t zero_ns_ = 0; ///< origin of the times on the page

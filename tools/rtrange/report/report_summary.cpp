@@ -85,8 +85,6 @@ std::string report_summary(const frame_outcomes& outcomes, std::uint64_t zero_ns
     };
     for (const auto& stream : streams)
         summary["streams"].push_back(stream_as_json(*stream));
-    if (streams.empty())
-        summary["reason_for_no_rows"] = reason_for_no_rows(outcomes);
 
     // File names may be invalid UTF-8, and may contain "</script>".
     std::string text = summary.dump(-1, ' ', false, json::error_handler_t::replace);

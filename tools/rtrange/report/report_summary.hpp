@@ -13,7 +13,7 @@
 namespace rtrange {
 
 /// A script element with JSON: the outcomes of the frames, the units, the streams and their
-/// columns, or why there are no rows. Times are in seconds from `zero_ns`, like those of the rows.
+/// columns. Times are in seconds from `zero_ns`, like those of the rows.
 /// No text in it can end the element.
 std::string report_summary(const frame_outcomes& outcomes, std::uint64_t zero_ns,
                            const std::vector<std::filesystem::path>& captures, bool named_fields,

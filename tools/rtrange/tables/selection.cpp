@@ -36,14 +36,46 @@ std::size_t distance(std::string_view from, std::string_view to) {
     return row.back();
 }
 
-/// Empty if the list contains the name; otherwise a message that suggests the nearest name.
+std::string lower_case(std::string_view text) {
+    std::string result(text);
+    for (char& character : result)
+        if (character >= 'A' && character <= 'Z')
+            character = static_cast<char>(character - 'A' + 'a');
+    return result;
+}
+
+/// The name that differs in case only; else the first few that begin with the given one; else those
+/// that contain it; else the one with the smallest distance. Ignores case.
+std::vector<std::string_view> nearest_names(std::string_view given,
+                                            const std::vector<std::string_view>& names) {
+    constexpr std::size_t most = 4;
+    const std::string wanted = lower_case(given);
+    std::vector<std::string_view> beginning, containing;
+    for (const std::string_view name : names) {
+        if (lower_case(name) == wanted)
+            return {name};
+        const std::size_t at = wanted.empty() ? std::string::npos : lower_case(name).find(wanted);
+        auto& list = at == 0 ? beginning : containing;
+        if (at != std::string::npos && list.size() < most &&
+            std::ranges::find(list, name) == list.end())
+            list.push_back(name);
+    }
+    if (!beginning.empty())
+        return beginning;
+    if (!containing.empty())
+        return containing;
+    return {*std::ranges::min_element(
+        names, {}, [&](std::string_view name) { return distance(wanted, lower_case(name)); })};
+}
+
+/// Empty if the list contains the name; otherwise a message that suggests the nearest names.
 std::string fault_of_name(std::string_view kind, std::string_view name,
                           const std::vector<std::string_view>& names) {
     if (std::ranges::find(names, name) != names.end())
         return {};
-    const auto nearest = std::ranges::min_element(
-        names, {}, [&](std::string_view other) { return distance(name, other); });
-    return fmt::format("there is no {} '{}'; the nearest name is '{}'", kind, name, *nearest);
+    const auto nearest = nearest_names(name, names);
+    return fmt::format("there is no {} '{}'; the nearest name{} '{}'", kind, name,
+                       nearest.size() == 1 ? " is" : "s are", fmt::join(nearest, "', '"));
 }
 
 } // namespace
@@ -58,7 +90,8 @@ std::string fault_of_field(const std::string& name) {
     for (const auto* const columns : {&measured_unit_columns(), &measured_rcom_columns()})
         for (const measured_column& entry : *columns)
             all.emplace_back(entry.shown.name);
-    return fault_of_name("field", name, all);
+    const std::string fault = fault_of_name("field", name, all);
+    return fault.empty() ? fault : fault + "; see 'rtrange fields'";
 }
 
 std::string fault_of_unit(const std::string& name) {
@@ -72,9 +105,10 @@ std::string fault_of_unit(const std::string& name) {
 std::string fault_of_time(const std::string& text) {
     if (parse_time(text))
         return {};
-    return fmt::format("'{}' is not a time; give seconds since the first frame, such as 12.5, or "
-                       "UTC, such as 2026-01-05T10:00:12.5",
-                       text);
+    return fmt::format(
+        "'{}' is not a valid time; give seconds since the first frame, such as 12.5, "
+        "minutes and seconds, such as 1:30, or UTC, such as 2026-01-05T10:00:12.5",
+        text);
 }
 
 selection::selection(const selection_options& options) : units_(options.units) {

@@ -60,6 +60,11 @@ public:
     /// Whether all rows from this time on are after the upper limit.
     bool ends_before(std::uint64_t time_ns) const { return time_ns >= to_ns_; }
 
+    /// The same for a run that starts at `start_ns`, before set_start().
+    bool ends_before(std::uint64_t time_ns, std::uint64_t start_ns) const {
+        return time_ns >= to_.time_ns + (to_.since_start ? start_ns : 0);
+    }
+
 private:
     std::vector<std::string> fields_; ///< each once
     std::vector<std::string> units_;

@@ -51,8 +51,7 @@ function start() {
   const plots = time_plots_of(summary, streams).map((plot) => create_time_plot(plot, axis, parent));
 
   if (!map && plots.length === 0) {
-    const reason = summary.reason_for_no_rows ?? "the rows contain no values of these fields";
-    show_note(`Nothing to plot: ${reason}.`);
+    show_note("Nothing to plot: the rows contain no values of these fields.");
     document.getElementById("toolbar").hidden = parent.hidden = true;
   }
 

@@ -1,0 +1,56 @@
+#include "tools/rtrange/results/manifest.hpp"
+
+#include <fstream>
+#include <string_view>
+
+#include <fmt/format.h>
+
+#include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/outputs/output_file.hpp"
+#include "tools/rtrange/results/staging.hpp"
+
+namespace rtrange {
+namespace {
+
+constexpr std::string_view first_line =
+    "Files that rtrange has written and 'rtrange decode --overwrite' may replace or remove:";
+
+bool next_line(std::istream& stream, std::string& line) {
+    if (!std::getline(stream, line))
+        return false;
+    if (line.ends_with('\r')) // of an editor
+        line.pop_back();
+    return true;
+}
+
+bool is_table_name(const std::filesystem::path& name) {
+    return name == name.filename() && name.extension() == ".csv";
+}
+
+} // namespace
+
+std::vector<std::string> read_manifest(const std::filesystem::path& folder) {
+    const std::filesystem::path file = folder / manifest_name;
+    const std::filesystem::file_type type = type_of(file);
+    if (type == std::filesystem::file_type::not_found)
+        return {};
+    std::ifstream stream(file);
+    std::string line;
+    if (type != std::filesystem::file_type::regular || !next_line(stream, line) ||
+        line != first_line)
+        throw failure(fmt::format(
+            "'{}' was not written by rtrange; rename it or choose another folder", file.string()));
+    std::vector<std::string> names;
+    while (next_line(stream, line))
+        if (is_table_name(line))
+            names.push_back(line);
+    return names;
+}
+
+void write_manifest(const std::filesystem::path& file, const std::vector<std::string>& names) {
+    output_file manifest(file);
+    manifest.write(fmt::format("{}\n{}\n", first_line, fmt::join(names, "\n")));
+    manifest.close();
+}
+
+} // namespace rtrange
