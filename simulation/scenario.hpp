@@ -1,24 +1,33 @@
-// The motion of the vehicles in a simulated run.
+// The motion of all vehicles in a simulated run.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
+#include "simulation/vehicle.hpp"
+
 namespace zel::simulation {
 
-/// Position, velocity, acceleration and heading of one vehicle at one time, consistent with each
-/// other.
-struct vehicle_motion {
-    double north; ///< m from the start of the track
-    double east;
-    double velocity_north; ///< m/s
-    double velocity_east;
-    double acceleration_north; ///< m/s²
-    double acceleration_east;
-    double heading;  ///< rad
-    double yaw_rate; ///< rad/s
+/// What happens in a run. Everything happens first in the first 30 s and comes again, however long
+/// the run is.
+enum class scenario_kind : std::uint8_t {
+    /// The hunter follows on a bending track, on which its heading crosses north again and again.
+    /// Target 1 brakes hard, and the hunter brakes late (a near miss); target 2 changes to the
+    /// hunter's lane and back; targets 3 and 4 keep their places. Repeated every minute.
+    following,
+    /// The targets come towards the hunter in the lane to its left, one after the other, and pass
+    /// it. They meet again on each lap, after 143 to 158 s.
+    oncoming,
+    /// The targets cross the hunter's path at right angles, one after the other, a few metres
+    /// before or behind it, alternately from the left and from the right. They cross again on each
+    /// lap, after 120 s.
+    crossing,
 };
+
+/// Names of the kinds, in their order.
+inline constexpr std::array<const char*, 3> scenario_names{"following", "oncoming", "crossing"};
 
 /// Motion of a target relative to the hunter, in the hunter's axes, lateral to the right.
 struct relative_motion {
@@ -37,34 +46,22 @@ struct geographic_position {
     double altitude;  ///< m
 };
 
-/// A hunter that follows up to four targets along a track that is straight at first and then bends
-/// gently. The seed determines gaps and speeds.
-///
-/// The decoder's heading filter passes all headings: the vehicles start at two degrees, only turn
-/// away from north, and their headings never differ by five degrees.
+/// A hunter and up to four targets. The seed determines gaps, speeds, times and decelerations.
 class scenario {
 public:
     /// A hunter and 1 to 4 targets.
-    scenario(std::uint64_t seed, std::size_t targets);
+    scenario(std::uint64_t seed, std::size_t targets,
+             scenario_kind kind = scenario_kind::following);
 
     /// Motion of a unit: 0 is the hunter. The time is in seconds from the start.
     vehicle_motion unit(std::size_t unit, double time) const;
     relative_motion target(std::size_t target, double time) const;
 
-    /// The track starts at 52.4 degrees north, 10.8 degrees east.
+    /// The hunter starts near 52.4 degrees north, 10.8 degrees east.
     static geographic_position geographic(const vehicle_motion& motion);
 
 private:
-    /// Motion along the track's axis: a constant speed plus a slow oscillation.
-    struct drive {
-        double start;
-        double speed;
-        double wave_amplitude; ///< m
-        double wave_frequency; ///< rad/s
-        double lateral_offset; ///< m, to the east of the track's axis
-    };
-
-    std::vector<drive> drives_;
+    std::vector<vehicle> vehicles_;
 };
 
 } // namespace zel::simulation

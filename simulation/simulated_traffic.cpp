@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <numbers>
 
 #include "simulation/ncom_packet.hpp"
 #include "simulation/rcom_packets.hpp"
@@ -27,6 +28,11 @@ std::int16_t scaled_16(double value, double factor) {
     return static_cast<std::int16_t>(std::lround(value * factor));
 }
 
+/// A heading from -pi to pi, as an angle from 0 to 2 pi.
+double unsigned_heading(double heading) {
+    return heading < 0.0 ? heading + 2.0 * std::numbers::pi : heading;
+}
+
 struct gps_time {
     std::int32_t minutes;
     std::uint16_t ms;
@@ -37,7 +43,8 @@ gps_time gps_time_at(double time) {
     return {static_cast<std::int32_t>(ms / 60000), static_cast<std::uint16_t>(ms % 60000)};
 }
 
-ncom_packet ncom_of(const vehicle_motion& motion, double time, std::uint64_t n) {
+ncom_packet ncom_of(const scenario& vehicles, std::size_t unit, double time, std::uint64_t n) {
+    const vehicle_motion motion = vehicles.unit(unit, time);
     const geographic_position position = scenario::geographic(motion);
     const double c = std::cos(motion.heading);
     const double s = std::sin(motion.heading);
@@ -54,12 +61,12 @@ ncom_packet ncom_of(const vehicle_motion& motion, double time, std::uint64_t n) 
     packet.velocity = {scaled(motion.velocity_north, 1e4), scaled(motion.velocity_east, 1e4), 0};
     packet.heading = scaled(motion.heading, 1e6);
     packet.status_channel = ncom_channel_in_turn(n);
-    packet.status_data = ncom_status_data(packet.status_channel, now.minutes);
+    packet.status_data =
+        ncom_status_data(packet.status_channel, now.minutes, satellite_fix_of(unit, time));
     return packet;
 }
 
-/// Makes a packet of a unit that is initialising and reports no heading. The decoder's heading
-/// filter rejects the degree from 0 to 1 from then on, so that no heading of the run may be in it.
+/// Makes a packet of a unit that is initialising and reports no heading.
 void make_initialising(ncom_packet& packet) {
     constexpr std::uint8_t initialising = 3;
     packet.navigation_status = initialising;
@@ -83,8 +90,10 @@ extended_range_packet range_of(const scenario& vehicles, std::size_t target, dou
     packet.hunter_value_b = scaled(pair.hunter.east, 1e3);
     packet.target_value_a = scaled(pair.target.north, 1e3);
     packet.target_value_b = scaled(pair.target.east, 1e3);
-    packet.hunter_value_c = static_cast<std::uint16_t>(scaled(pair.hunter.heading, 1e4));
-    packet.target_value_c = static_cast<std::uint16_t>(scaled(pair.target.heading, 1e4));
+    packet.hunter_value_c =
+        static_cast<std::uint16_t>(scaled(unsigned_heading(pair.hunter.heading), 1e4));
+    packet.target_value_c =
+        static_cast<std::uint16_t>(scaled(unsigned_heading(pair.target.heading), 1e4));
     packet.status_channel = rcom_channel_in_turn(n);
     packet.status_data = rcom_status_data(packet.status_channel, pair);
     packet.velocity_longitudinal = scaled_16(speed, 1e2);
@@ -130,14 +139,14 @@ void send_tick(const traffic_options& options, const scenario& vehicles, std::ui
     };
 
     const vehicle_motion hunter = vehicles.unit(0, time);
-    ncom_packet hunter_ncom = ncom_of(hunter, time, tick);
+    ncom_packet hunter_ncom = ncom_of(vehicles, 0, time, tick);
     if (tick < initialising_ticks)
         make_initialising(hunter_ncom);
     send(udp_frame({unit_addresses[0], ncom_port}, {broadcast, ncom_port}, encode(hunter_ncom)));
     for (std::size_t target = 1; target <= options.targets; ++target) {
         // The decoder knows the addresses of targets only after the first tick.
         if (tick > 0) {
-            const bytes ncom = encode(ncom_of(vehicles.unit(target, time), time, tick));
+            const bytes ncom = encode(ncom_of(vehicles, target, time, tick));
             const ip_address& address = unit_addresses[target];
             if (options.wrapped_every != 0 && tick % options.wrapped_every == 0)
                 send_rcom(encode_wrapped_ncom(address, ncom));

@@ -27,6 +27,7 @@ struct traffic_options {
         4;                   ///< every n-th NCOM packet of a target is wrapped in RCOM; 0 none
     std::size_t targets = 2; ///< 1 to 4
     std::uint64_t seed = 1;
+    scenario_kind scenario = scenario_kind::following;
 };
 
 /// Number of ticks in which the hunter is initialising: its NCOM has navigation status 3 and no

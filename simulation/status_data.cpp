@@ -27,6 +27,13 @@ double degrees(double radians) {
     return radians * 180.0 / std::numbers::pi;
 }
 
+/// A heading from -pi to pi in units of 1e-7 degrees from 0 to 360 degrees.
+std::uint32_t unsigned_heading(double heading) {
+    constexpr std::int64_t full_turn = 3'600'000'000;
+    const std::int64_t value = std::llround(degrees(heading) * 1e7);
+    return static_cast<std::uint32_t>((value + full_turn) % full_turn);
+}
+
 std::int32_t scaled(double value, double factor) {
     return static_cast<std::int32_t>(std::lround(value * factor));
 }
@@ -45,15 +52,42 @@ std::uint8_t lane_channel_in_turn(std::uint64_t n) {
     return lane_channels[n % lane_channels.size()];
 }
 
-status_data ncom_status_data(std::uint8_t channel, std::int32_t gps_minutes) {
+satellite_fix satellite_fix_of(std::size_t unit, double time) {
+    constexpr double period = 60.0;      // s
+    constexpr double outage_start = 8.0; // s, of the hunter; three seconds later for each target
+    constexpr double outage_end = 18.0;
+    constexpr double float_start = 12.0;
+    constexpr double float_end = 20.0;
+    const double turn = 2.0 * std::numbers::pi * (time / 100.0 + static_cast<double>(unit) / 5.0);
+    const double shifted = time - 3.0 * static_cast<double>(unit);
+    const double phase = shifted - period * std::floor(shifted / period);
+    const bool is_float = phase >= float_start && phase < float_end;
+    const bool outage = phase >= outage_start && phase < outage_end;
+    return {
+        .satellites = static_cast<std::uint8_t>(std::lround(11.5 + 2.9 * std::sin(turn))),
+        .position_mode = static_cast<std::uint8_t>(is_float ? 5 : 6),
+        .position_accuracy = is_float ? 0.4 : 0.02,
+        .differential_age = outage ? 1.0 + phase - outage_start : 1.0,
+    };
+}
+
+status_data ncom_status_data(std::uint8_t channel, std::int32_t gps_minutes,
+                             const satellite_fix& fix) {
+    const auto millimetres = [](double metres) {
+        return static_cast<std::uint16_t>(scaled(metres, 1000.0));
+    };
     wire_writer writer;
     switch (channel) {
     case 0:
-        return padded(writer.s32(gps_minutes).u8(11).u8(5).u8(5).u8(5));
+        return padded(writer.s32(gps_minutes).u8(fix.satellites).u8(fix.position_mode).u8(5).u8(6));
     case 2:
         return padded(writer.u16(4711).u16(815).u16(3).u16(1));
     case 3:
-        return padded(writer.u16(12).u16(14).u16(21).u8(3).u8(0));
+        return padded(writer.u16(millimetres(fix.position_accuracy))
+                          .u16(millimetres(fix.position_accuracy))
+                          .u16(millimetres(1.5 * fix.position_accuracy))
+                          .u8(3)
+                          .u8(0));
     case 4:
         return padded(writer.s16(8).s16(9).s16(11).u8(3).u8(0));
     case 5:
@@ -72,7 +106,7 @@ status_data ncom_status_data(std::uint8_t channel, std::int32_t gps_minutes) {
         return padded(writer.u32(0).u16(0).u8(0).u8(valid_18_seconds));
     }
     case 20:
-        return padded(writer.u16(130));
+        return padded(writer.u16(static_cast<std::uint16_t>(scaled(fix.differential_age, 100.0))));
     case 26:
         return padded(writer.s16(-850).u16(120).u16(310).u8(2));
     default:
@@ -95,8 +129,8 @@ status_data rcom_status_data(std::uint8_t channel, const vehicle_pair& pair) {
     case address_channel:
         return padded(writer.append(pair.hunter_address).append(pair.target_address));
     case 10:
-        return padded(writer.s32(scaled(target.altitude, 1000.0))
-                          .s32(scaled(degrees(pair.target.heading), 1e7)));
+        return padded(
+            writer.s32(scaled(target.altitude, 1000.0)).u32(unsigned_heading(pair.target.heading)));
     case 11:
         return padded(writer.s32(scaled(degrees(hunter.latitude), 1e7))
                           .s32(scaled(degrees(hunter.longitude), 1e7)));

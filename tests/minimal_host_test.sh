@@ -33,11 +33,11 @@ expect "formatters" $'formatter zel.rtrange\nformatter zel.eth.rtrange' \
 expect "packages by tag" $'00100000 50\n00200000 134\n00300000 219\n00400000 99' \
   "$(awk '/^00/ {++count[$1]} END {for (tag in count) print tag, count[tag]}' <<<"$output" | sort)"
 # Read off the bytes of the capture's first and last frames.
-expect "first values" $'00100000 velocity north 21.9887\n00200000 range 22.2100' \
+expect "first values" $'00100000 velocity north 17.8761\n00200000 range 18.8160' \
   "$(grep '^00' <<<"$output" | head -n 2)"
-expect "last velocity of the hunter" '00100000 velocity north 21.9712' \
+expect "last velocity of the hunter" '00100000 velocity north 18.6411' \
   "$(grep '^00100000' <<<"$output" | tail -n 1)"
-expect "last range" '00200000 range 45.8330' "$(grep '^00200000' <<<"$output" | tail -n 1)"
+expect "last range" '00200000 range 40.6120' "$(grep '^00200000' <<<"$output" | tail -n 1)"
 expect "log" "\
 log 400: Successfully identified IP for hunter(195.0.0.10).
 log 400: Successfully identified IP for target 1 (195.0.0.21).
