@@ -11,7 +11,7 @@ cmake --build --preset linux
 
 echo "== Simulating a run"
 mkdir -p example
-build/linux/bin/rtrange simulate example/run.pcap --duration 20 --targets 2
+build/linux/bin/rtrange simulate example/run.pcap --duration 40 --targets 2
 
 echo "== Decoding it"
 build/linux/bin/rtrange decode example/run.pcap --output example

@@ -117,14 +117,28 @@ command add_report(CLI::App& app) {
     return {parser, [options] { return report(*options); }};
 }
 
+void add_scenario(CLI::App& parser, zel::simulation::scenario_kind& kind) {
+    constexpr auto& names = zel::simulation::scenario_names;
+    const auto choose = [&kind](const std::string& name) {
+        kind = static_cast<zel::simulation::scenario_kind>(std::ranges::find(names, name) -
+                                                           names.begin());
+    };
+    parser
+        .add_option_function<std::string>("--scenario", choose,
+                                          "What the targets do: drive ahead of the hunter, come "
+                                          "towards it, or cross its path")
+        ->check(CLI::IsMember(std::vector<std::string>(names.begin(), names.end())))
+        ->default_str(names[0]);
+}
+
 command add_simulate(CLI::App& app) {
     const auto options = std::make_shared<simulate_options>();
     auto& traffic = options->traffic;
-    CLI::App* const parser =
-        app.add_subcommand("simulate", "Write the capture of a simulated car-following run");
+    CLI::App* const parser = app.add_subcommand("simulate", "Write the capture of a simulated run");
     parser->add_option("CAPTURE", options->output, "pcap file to write")
         ->type_name("FILE")
         ->required();
+    add_scenario(*parser, traffic.scenario);
     parser->add_option("--duration", traffic.duration_s, "Duration in seconds")
         ->check(CLI::Range(1, 86400))
         ->capture_default_str();

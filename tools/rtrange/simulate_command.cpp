@@ -15,13 +15,15 @@ namespace rtrange {
 
 void simulate(const simulate_options& options) {
     const zel::simulation::traffic_options& traffic = options.traffic;
-    print("Simulating {} s: a hunter and {} target{} at {} Hz, seed {}\n", traffic.duration_s,
+    print("Simulating {} s, scenario {}: a hunter and {} target{} at {} Hz, seed {}\n",
+          traffic.duration_s,
+          zel::simulation::scenario_names.at(static_cast<std::size_t>(traffic.scenario)),
           traffic.targets, traffic.targets == 1 ? "" : "s", traffic.rate_hz, traffic.seed);
     std::fflush(stdout);
 
     capture_writer capture(options.output);
     catch_interruptions();
-    const zel::simulation::scenario vehicles(traffic.seed, traffic.targets);
+    const zel::simulation::scenario vehicles(traffic.seed, traffic.targets, traffic.scenario);
     const std::uint64_t ticks = tick_count(traffic);
     std::uint64_t frames = 0;
     {
