@@ -362,5 +362,21 @@ TEST(simulated_run, meets_crossing_targets_at_right_angles_on_every_lap) {
     });
 }
 
+TEST(simulated_run, loses_position_quality_for_a_while) {
+    for (std::size_t number = 0; number <= 4; ++number) {
+        std::size_t seconds_of_float = 0;
+        double oldest = 0.0;
+        for (int second = 0; second < 40; ++second) {
+            const satellite_fix fix = satellite_fix_of(number, second);
+            EXPECT_TRUE(fix.satellites >= 9 && fix.satellites <= 14) << +fix.satellites;
+            EXPECT_EQ(fix.position_mode, fix.position_accuracy > 0.1 ? 5 : 6);
+            seconds_of_float += fix.position_mode == 5 ? 1 : 0;
+            oldest = std::max(oldest, fix.differential_age);
+        }
+        EXPECT_EQ(seconds_of_float, 8U);
+        EXPECT_GT(oldest, 9.0);
+    }
+}
+
 } // namespace
 } // namespace harness
