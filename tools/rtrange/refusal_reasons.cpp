@@ -59,7 +59,8 @@ std::string plain_reason(const std::string& message) {
     if (std::string text = reason_of_size(message); !text.empty())
         return text;
     for (const reason& known : reasons) {
-        const std::string_view fixed(known.message, std::string_view(known.message).find('%'));
+        const std::string_view pattern(known.message);
+        const std::string_view fixed = pattern.substr(0, pattern.find('%'));
         if (message.starts_with(fixed) &&
             (known.numbers == 0 ||
              std::sscanf(message.c_str(), known.message, &n[0], &n[1]) == known.numbers))
