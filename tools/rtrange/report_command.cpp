@@ -37,6 +37,8 @@ int report(const report_command_options& options) {
                          decoder.outcomes());
     catch_interruptions();
     const auto faults = decode_captures(captures, decoder, output);
+    for (const std::string& fault : faults)
+        output.add_note(fault + '.');
     output.close();
     print_summary(decoder.outcomes(), output.tables());
     print("\nTo view the report, open {} in a browser\n",

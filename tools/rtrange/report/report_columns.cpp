@@ -21,6 +21,12 @@ constexpr double no_value = std::numeric_limits<double>::quiet_NaN();
 /// Fields of the default plots, by the kind of row that updates them.
 constexpr std::string_view navigation_fields[]{"vehicle_velocity_x_kmh", "accel_x", "accel_y",
                                                "rate_z", "heading"};
+/// Fields for judging the data. Their values rarely change.
+constexpr std::string_view quality_fields[]{"navigation_status", "position_mode",
+                                            "velocity_mode",     "orientation_mode",
+                                            "satellites",        "position_accuracy_horizontal",
+                                            "differential_age",  "position_accuracy_down",
+                                            "checksum_error"};
 constexpr std::string_view range_fields[]{"range_longitudinal", "range_lateral",
                                           "range_rate_longitudinal", "range_rate_lateral",
                                           "ttc_longitudinal"};
@@ -86,6 +92,16 @@ report_column column_of(const field& entry, row_kind kind, bool is_double) {
     return column;
 }
 
+void append_columns(std::span<const std::string_view> names, row_kind kind, bool in_runs,
+                    std::vector<report_column>& columns) {
+    for (const field& entry : ncom_fields()) {
+        if (std::ranges::find(names, std::string_view(entry.name)) == names.end())
+            continue;
+        columns.push_back(column_of(entry, kind, false));
+        columns.back().in_runs = in_runs;
+    }
+}
+
 std::vector<report_column> position_columns(local_plane& plane) {
     const auto position = [&plane](const record_row& row) {
         const ncom_unit_record record = unit_record(row);
@@ -113,12 +129,12 @@ std::string_view name_of(row_kind kind) {
 
 std::vector<report_column> default_columns(row_kind kind, local_plane& plane) {
     std::vector<report_column> columns = position_columns(plane);
-    const std::span<const std::string_view> names =
-        kind == row_kind::navigation ? std::span<const std::string_view>(navigation_fields)
-                                     : range_fields;
-    for (const field& entry : ncom_fields())
-        if (std::ranges::find(names, std::string_view(entry.name)) != names.end())
-            columns.push_back(column_of(entry, kind, false));
+    if (kind == row_kind::navigation) {
+        append_columns(navigation_fields, kind, false, columns);
+        append_columns(quality_fields, kind, true, columns);
+    } else {
+        append_columns(range_fields, kind, false, columns);
+    }
     return columns;
 }
 

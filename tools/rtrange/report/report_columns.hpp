@@ -31,6 +31,7 @@ struct report_column {
     std::string meaning;
     bool is_double;                                 ///< stored as 64 bits, otherwise 32
     std::function<double(const record_row&)> value; ///< NaN for values that are not plotted
+    bool in_runs = false; ///< stored as runs of equal values; only with 32 bits
 };
 
 /// Columns for the default plots. Not for rows of RCOM. The plane must outlive them.

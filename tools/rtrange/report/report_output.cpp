@@ -84,8 +84,9 @@ void report_output::close() {
         zero_ns_ = outcomes_.first_time_ns;
     for (const auto& stream : streams_)
         stream->flush(file_);
-    file_.write(
-        report_summary(outcomes_, zero_ns_, options_.captures, options_.named_fields, streams_));
+    file_.write(report_summary(outcomes_, zero_ns_,
+                               {options_.captures, "record", notes_, options_.named_fields},
+                               streams_));
     file_.write(report_page_tail());
     file_.close();
 }

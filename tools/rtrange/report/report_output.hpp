@@ -38,6 +38,9 @@ public:
     report_output(report_options options, const selection& selected,
                   const frame_outcomes& outcomes);
 
+    /// Adds a sentence about a fault of the run to the header.
+    void add_note(std::string note) { notes_.push_back(std::move(note)); }
+
     void write(const record_row& row) override;
     void close() override;
     std::vector<written_table> tables() const override;
@@ -51,6 +54,7 @@ private:
     report_stream& open(const stream_key& key, std::size_t table);
 
     report_options options_;
+    std::vector<std::string> notes_;
     const selection& selected_;
     const frame_outcomes& outcomes_;
     output_file file_;
