@@ -1,7 +1,7 @@
 // What a user sees of a report, and does with it.
 
 import assert from "node:assert/strict";
-import { mkdirSync } from "node:fs";
+import { mkdirSync, readFileSync, writeFileSync } from "node:fs";
 import { join } from "node:path";
 import { after, before, test } from "node:test";
 import { drawn_plots, launch, next_drawing, open_report } from "./browser.js";
@@ -442,9 +442,9 @@ function spoil(time, frame) {
 test("judges the data of each unit", async () => {
   keep_frames(join(folder, "whole.pcap"), join(folder, "bad.pcap"), spoil);
   await with_report(["bad.pcap", "--from", "1"], async (shown) => {
-    const quality = await card(shown, "Data quality").innerText();
-    assert.match(quality, /Hunter.*RTK float\s9\d(\.\d)? %, SPS\s\d(\.\d)? %.*locked\s+11\s+1 s\s+0\s+3\.\d\d s \(6\.\d %\)/);
-    assert.match(quality, /Target 1.*0\.017 m\s+0\.021 m\s+RTK float\s.*locked\s94\.9 %, locking\s5\.1 %.*3\.00 s \(5\.1 %\)/);
+    const quality = (await card(shown, "Data quality").innerText()).replaceAll("\u00a0", " ");
+    assert.match(quality, /Hunter.*RTK float 9\d(\.\d)? %, SPS \d(\.\d)? %.*locked\s+11\s+1 s\s+0\s+3\.\d\d s \(6\.\d %\)/);
+    assert.match(quality, /Target 1.*0\.017 m\s+0\.021 m\s+RTK float\s.*locked 94\.9 %, locking 5\.1 %.*3\.00 s \(5\.1 %\)/);
     assert.match(quality, /Target 2.*locked\s+11\s+1 s\s+0\s+–/);
     assert.match(quality, /velocity mode below differential.*fewer than 6 satellites/);
     const periods = await card(shown, "Bad data").innerText();
@@ -507,6 +507,8 @@ test("sorts out steps back in time", async () => {
       await card(shown, "Gaps and resets").innerText(),
       /1 reset: time steps back[^]*from\s+29\.9\d\d s\s+back to\s+−30\.0\d\d s/,
     );
+    const [from, to] = ["29\\.9\\d\\d s", "−30\\.0\\d\\d s"];
+    assert.match(await shown.locator("#notes").innerText(), new RegExp(`steps back from ${from} to ${to};`));
     assert.ok(await shown.evaluate(() => report.streams.every(({ values }) => is_ascending(values.time))));
   });
 });
@@ -532,6 +534,15 @@ test("says what is missing from a run", async () => {
       assert.equal(await shown.locator("#toolbar").isVisible(), has_plots);
       assert.equal(/No gaps/.test(words), has_plots);
     });
+});
+
+test("names a capture that ends in the middle of a frame", async () => {
+  const [cut, file] = ["cut.pcap", "cut.html"].map((name) => join(folder, name));
+  writeFileSync(cut, readFileSync(join(folder, "whole.pcap")).subarray(0, 500_000));
+  assert.throws(() => run_rtrange("report", cut, "--output", file));
+  await with_page(file, {}, async (shown) =>
+    assert.match(await shown.locator("#notes").innerText(), /cut\.pcap' is broken after frame \d+/),
+  );
 });
 
 test("has had no error and no request in all of this", () => assert.deepEqual(page.faults, []));

@@ -147,12 +147,32 @@ function default_plot(plot, streams) {
   return { ...plot, traces };
 }
 
+function name_of_value(names, value) {
+  return names[value] ?? `reserved (${value})`;
+}
+
+/**
+ * A plot of coded values, with names on its axis. Only the values that occur have a place there,
+ * because their codes may be far apart.
+ */
+function with_names(plot, names) {
+  if (!names) return plot;
+  const values = new Set(plot.traces.flatMap((trace) => [...new Set(trace.values)]));
+  values.delete(NaN);
+  const codes = [...values].sort((a, b) => a - b);
+  const places = new Map(codes.map((code, place) => [code, place]));
+  const traces = plot.traces.map(({ unit, label, times, values }) =>
+    make_trace(unit, label, times, Float32Array.from(values, (code) => places.get(code) ?? NaN), false),
+  );
+  return { ...plot, names: codes.map((code) => name_of_value(names, code)), traces };
+}
+
 /** A plot of a column by which the data of the units can be judged. */
 function quality_plot(plot, summary, qualities) {
   const traces = qualities
     .filter(({ columns }) => plot.field in columns && has_values(columns[plot.field]))
     .map(({ unit, columns, time }) => make_trace(unit, unit_names[unit], time, columns[plot.field], false));
-  return { ...plot, names: summary.value_names[plot.field], traces };
+  return with_names({ ...plot, traces }, summary.value_names[plot.field]);
 }
 
 /** The rows of two streams in order of time: indices into the first, followed by the second. */
@@ -215,7 +235,7 @@ function field_plot(field, columns, names) {
   const hint = field.meaning === field.name ? "" : field.meaning;
   const is_integer = are_integers(traces);
   const decimals = is_integer ? 0 : resolving_decimals(traces);
-  return { title: field.name, hint, unit: field.unit, decimals, is_integer, names, traces };
+  return with_names({ title: field.name, hint, unit: field.unit, decimals, is_integer, traces }, names);
 }
 
 /** All plots over time that have at least one trace. */

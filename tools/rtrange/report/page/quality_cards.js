@@ -21,8 +21,8 @@ function span_text(values, decimals, unit) {
 
 function share_text(part) {
   const percent = 100 * part;
-  if (percent > 99.9 && percent < 100) return "> 99.9 %";
-  return percent > 0 && percent < 0.1 ? "< 0.1 %" : `${plain(Number(percent.toFixed(1)))} %`;
+  if (percent > 99.9 && percent < 100) return ">\u00a099.9\u00a0%";
+  return percent > 0 && percent < 0.1 ? "<\u00a00.1\u00a0%" : `${plain(Number(percent.toFixed(1)))}\u00a0%`;
 }
 
 /** The coded values of a column by name, the most frequent one first. */
@@ -37,6 +37,8 @@ function names_text(values, names) {
         ? name_of_value(names, value)
         : `${name_of_value(names, value)}\u00a0${share_text(count / total)}`,
     );
+  const most = 3;
+  if (parts.length > most) parts.splice(most, Infinity, `${parts.length - most} more`);
   return parts.length > 0 ? parts.join(", ") : "–";
 }
 

@@ -12,21 +12,10 @@ function legend_value(plot, trace, time) {
   return value_text(plot, plot.is_angle ? (trace.values[point] + 360) % 360 : trace.values[point]);
 }
 
-function name_of_value(names, value) {
-  return names[value] ?? `reserved (${value})`;
-}
-
 function value_text(plot, value) {
-  if (plot.names) return name_of_value(plot.names, value);
+  if (plot.names) return plot.names[value];
   const text = value.toFixed(plot.decimals);
   return Number(text) === 0 ? text.replace("-", "") : text.replace("-", "−");
-}
-
-/** The different values of the traces of coded values, ascending. */
-function coded_values(traces) {
-  const values = new Set(traces.flatMap((trace) => [...new Set(trace.values)]));
-  values.delete(NaN);
-  return [...values].sort((a, b) => a - b);
 }
 
 /** The length of the longest value of a plot in digits. */
@@ -35,8 +24,7 @@ function longest_value(plot) {
   if (plot.range) return longest; // values outside the range may be cut off
   if (plot.names) {
     const width_of_letters = 0.8; // of a digit's
-    const names = coded_values(plot.traces).map((value) => value_text(plot, value));
-    return width_of_letters * Math.max(...names.map((name) => name.length));
+    return width_of_letters * Math.max(...plot.names.map((name) => axis_name(name).length));
   }
   for (const { summary } of plot.traces)
     for (const bounds of [summary.low, summary.high])
@@ -54,6 +42,7 @@ function label_size(u, labels) {
 /** The range of the value axis: with a margin, and at least `least_span`. */
 function value_range(plot) {
   if (plot.range) return () => plot.range;
+  if (plot.names) return () => [-0.6, plot.names.length - 0.4];
   return (u, low, high) => {
     if (low === null) return [0, 1];
     const span = Math.max(high - low, plot.least_span ?? (Math.abs(high) * 1e-3 || 1));
@@ -64,19 +53,17 @@ function value_range(plot) {
 }
 
 /** A name that is too long for the axis is cut; the legend shows it whole. */
-function axis_name(names, value) {
+function axis_name(name) {
   const longest = 16;
-  const name = name_of_value(names, value);
   return name.length > longest ? `${name.slice(0, longest - 1).trimEnd()}…` : name;
 }
 
 /** The labels of the value axis. */
 function value_labels(plot) {
   if (plot.names) {
-    const values = coded_values(plot.traces);
     return {
-      splits: (u) => values.filter((value) => value >= u.scales.y.min && value <= u.scales.y.max),
-      values: (u, splits) => splits.map((value) => axis_name(plot.names, value)),
+      splits: () => plot.names.map((name, place) => place),
+      values: () => plot.names.map(axis_name),
     };
   }
   const values = (u, splits) => splits.map(plot.is_angle ? compass : plain);
