@@ -227,7 +227,7 @@ TEST_F(measured_view, starts_anew_after_a_gap) {
     const auto gap = [](double time, frame_bytes&) { return time < 4.0 || time > 12.0; };
     simulate("run.pcap", gap);
     const std::string output = succeed("decode run.pcap -o out");
-    expect_contains(output, {"a new decoder at 12.05", "after a gap of 8.1"});
+    expect_contains(output, {"A new decoder was started at 12.05", "after a gap of 8.1"});
     const csv_table target = table("target1.csv");
     for (std::size_t row = 0; row < target.rows.size(); ++row) {
         if (target.cell(row, "packet") != "range")
@@ -237,7 +237,7 @@ TEST_F(measured_view, starts_anew_after_a_gap) {
     }
     // Both can be had without.
     succeed("decode run.pcap -o never --restart-gap 0");
-    EXPECT_FALSE(contains(succeed("decode run.pcap -o record --view record"), "a new decoder"));
+    EXPECT_FALSE(contains(succeed("decode run.pcap -o record --view record"), "A new decoder"));
     EXPECT_FALSE(csv_table(folder / "never/target1.csv").cell(200, "velocity_north").empty());
 }
 

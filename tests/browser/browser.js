@@ -69,12 +69,14 @@ export function next_drawing(page) {
   );
 }
 
-/** The plots of a page: title, number of traces, and the pixels that have each trace's colour. */
+/** The plots of a page: title, and the pixels inside of the axes that have each trace's colour. */
 export function drawn_plots(page) {
   return page.evaluate(() => {
-    const count = (canvas, colour) => {
+    const all = [...report.plots, report.map?.u];
+    const count = (figure, colour) => {
       const [red, green, blue] = [1, 3, 5].map((at) => parseInt(colour.slice(at, at + 2), 16));
-      const data = pixels_of(canvas);
+      const { ctx, bbox } = all.find((u) => figure.contains(u?.root));
+      const data = pixels_of(ctx.canvas, bbox.left, bbox.top, bbox.width, bbox.height);
       let pixels = 0;
       for (let i = 0; i < data.length; i += 4)
         if (data[i] === red && data[i + 1] === green && data[i + 2] === blue) ++pixels;
@@ -82,10 +84,9 @@ export function drawn_plots(page) {
     };
     return [...document.querySelectorAll("figure")].map((figure) => {
       const units = [...figure.querySelectorAll(".u-marker[data-unit]")].map((marker) => marker.dataset.unit);
-      const canvas = figure.querySelector("canvas");
       return {
         title: figure.dataset.plot,
-        pixels: Object.fromEntries(units.map((unit) => [unit, count(canvas, unit_colour(unit))])),
+        pixels: Object.fromEntries(units.map((unit) => [unit, count(figure, unit_colour(unit))])),
       };
     });
   });

@@ -1,7 +1,7 @@
 // What a user sees of a report, and does with it.
 
 import assert from "node:assert/strict";
-import { mkdirSync } from "node:fs";
+import { mkdirSync, readFileSync, writeFileSync } from "node:fs";
 import { join } from "node:path";
 import { after, before, test } from "node:test";
 import { drawn_plots, launch, next_drawing, open_report } from "./browser.js";
@@ -48,7 +48,7 @@ const sizes = [
 const card = (shown, title) => shown.locator(`article[data-card="${title}"]`);
 
 function assert_all_drawn(plots) {
-  assert.equal(plots.length, 11);
+  assert.equal(plots.length, 18);
   for (const { title, pixels } of plots) {
     const counts = Object.values(pixels);
     const words = `${title}: ${JSON.stringify(pixels)}`;
@@ -82,7 +82,11 @@ test("switches between light and dark", async () => {
 
 test("names the run, the units, the outcomes of frames and the gaps", async () => {
   assert.equal(await page.locator("h1").innerText(), "run.pcap");
-  assert.match(await page.locator("#subtitle").innerText(), /2026-01-05 10:00:00\.000 UTC.*60\.0 s/);
+  assert.match(
+    await page.locator("#subtitle").innerText(),
+    /2026-01-05 10:00:00\.000 UTC.*60\.0 s.*view: record/,
+  );
+  assert.match(await page.locator("#notes").innerText(), /no packets from 19\.990 s to 22\.000 s \(2\.010 s\)\./);
   const units = await card(page, "Units identified").innerText();
   for (const text of [/Hunter\s+195\.0\.0\.10/, /Target 1\s+195\.0\.0\.21/, /Target 3\s+195\.0\.0\.23/])
     assert.match(units, text);
@@ -184,12 +188,16 @@ test("shares one time cursor among all plots and the map", async () => {
       [...plot.root.querySelectorAll(".u-value")].slice(1).map((value) => value.textContent),
     ),
   );
-  for (const [i, values] of legends.entries())
+  for (const [i, values] of legends.slice(0, 10).entries())
     if (i !== 4)
       assert.ok(
-        values.every((value) => /^−?\d+(\.\d+)?$/.test(value)),
+        values.every((value) => /^−?\d+\.\d\d$/.test(value)),
         `${values}`,
       );
+  const readout = (title) => page.locator(`figure[data-plot="${title}"] .u-value`).nth(1).innerText();
+  assert.equal(await readout("Velocity mode"), "RTK float");
+  assert.equal(await readout("Navigation status"), "locked");
+  assert.equal(await readout("Satellites"), "11");
   // The hunter is where its values say, and the first target is ahead of it by its range.
   const [hunter, target] = await page
     .locator(".marker:visible")
@@ -348,7 +356,16 @@ test("shows its cards whole", async () => {
             .map((card) => card.dataset.card),
         );
         assert.deepEqual(clipped, [], `${width} pixels wide, ${options}`);
-        assert.equal(await shown.locator("article").count(), 4);
+        assert.equal(await shown.locator("article").count(), options.length > 0 ? 4 : 6);
+        const [legends, beyond_edge] = await shown.evaluate(() => [
+          report.plots.map(({ root }) => root.querySelector(".u-legend").offsetHeight),
+          report.plots.map(({ ctx, bbox, axes: [time] }) => {
+            const half_a_label = ctx.measureText(time._values.at(-1)).width / 2;
+            return bbox.left + bbox.width + half_a_label - ctx.canvas.width;
+          }),
+        ]);
+        assert.ok(Math.max(...legends) < 30, `one line for each legend: ${legends}`);
+        assert.ok(Math.max(...beyond_edge) < 0, `whole labels of time: ${beyond_edge}`);
         const name = `report-four${options.length > 0 ? "-fields" : ""}-${width}x${height}.png`;
         await shown.screenshot({ path: join(screenshots, name), fullPage: true });
       }
@@ -363,38 +380,122 @@ test("says where the time to collision is cut off", async () => {
   assert.match(caption, new RegExp(`up to ${highest} s`));
 });
 
-test("draws no value before a packet has brought it", async () => {
-  const drawn = await page.evaluate(() =>
-    [
-      [NaN, 0, 0, 3, 0, 4],
-      [0, 0, 0],
-      [5, 0],
-    ].map((values) => [...without_leading_zeros(Float32Array.from(values))].map(String)),
+test("says when no time to collision is in the range of the plot", async () => {
+  const [approaching, not_approaching] = await page.evaluate(() => {
+    const { times, values } = time_plots_of(report.summary, report.streams, [])[4].traces[0];
+    const is_below = (begin) => {
+      const [from, to] = [begin, begin + 1].map((time) => lower_bound(times, time));
+      return values.subarray(from, to).some((value) => value <= 20);
+    };
+    const begins = Array.from({ length: 18 }, (_, i) => i);
+    return [begins.find(is_below), begins.find((begin) => !is_below(begin))];
+  });
+  await page.locator('figure[data-plot^="Speed"] .u-legend').scrollIntoViewIfNeeded();
+  const words_in = async (from) => {
+    await page.evaluate((begin) => report.axis.show(begin, begin + 1), from);
+    await next_drawing(page);
+    return page.evaluate(() => {
+      const { ctx, bbox } = report.plots[4];
+      const data = pixels_of(ctx.canvas, bbox.left, bbox.top, bbox.width, bbox.height);
+      const muted = style_colour("--muted").match(/\w\w/g).map((part) => parseInt(part, 16));
+      let pixels = 0;
+      for (let i = 0; i < data.length; i += 4) pixels += muted.every((part, k) => data[i + k] === part);
+      return pixels;
+    });
+  };
+  assert.equal(await words_in(approaching), 0);
+  assert.ok((await words_in(not_approaching)) > 20);
+  await page.evaluate(() => report.axis.show_all());
+});
+
+test("draws zeros that packets have brought, and no others", async () => {
+  const first_values = (shown, title) =>
+    shown.evaluate((title) => {
+      const plots = time_plots_of(report.summary, report.streams, report.qualities);
+      return plots.find((plot) => plot.title === title).traces.map(({ values }) => values[0]);
+    }, title);
+  // The cars drive straight ahead for a while.
+  await with_report(["run.pcap", "--from", "5"], async (shown) => {
+    for (const title of ["Lateral range rate", "Yaw rate, to the left"])
+      for (const value of await first_values(shown, title)) assert.equal(Math.abs(value), 0, title);
+  });
+  // Status values come later than the first NCOM.
+  const accuracies = await page.evaluate(() =>
+    report.qualities.map(({ columns: { position_accuracy_horizontal: [first, ...others] } }) => [
+      first,
+      Math.min(...others.filter((value) => !Number.isNaN(value))),
+    ]),
   );
-  assert.deepEqual(drawn, [
-    ["NaN", "NaN", "NaN", "3", "0", "4"],
-    ["0", "0", "0"],
-    ["5", "0"],
-  ]);
-  const first_values = (shown, titles) =>
-    shown.evaluate(
-      (titles) =>
-        time_plots_of(report.summary, report.streams)
-          .filter(({ title }) => titles.includes(title))
-          .flatMap(({ traces }) => traces.map(({ values }) => values.find((value) => !Number.isNaN(value)))),
-      titles,
-    );
-  // The cars never roll.
-  await with_report(["run.pcap", "--fields", "roll"], async (shown) =>
-    assert.deepEqual((await first_values(shown, ["roll"])).map(Math.abs), [0, 0, 0, 0]),
-  );
-  const values = await first_values(page, ["Heading"]);
-  const late = ["satellites", "position_accuracy_horizontal"];
-  await with_report(["run.pcap", "--fields", `${late}`], async (shown) =>
-    values.push(...(await first_values(shown, late))),
-  );
-  assert.equal(values.length, 12);
-  for (const value of values) assert.ok(value !== 0, `${values}`);
+  assert.equal(accuracies.length, 4);
+  for (const [first, lowest] of accuracies) assert.ok(Number.isNaN(first) && lowest > 0.01);
+});
+
+/** From 30 s to 34 s: target 1 locks again, except in its wrapped NCOM, and the hunter's velocity mode is SPS. */
+function spoil(time, frame) {
+  if (frame.length !== 114 || frame.readUInt16BE(36) !== 3000 || time < 30 || time >= 34) return true;
+  const [hunter, target1, ncom] = [10, 21, 42];
+  if (frame[29] === target1) frame[ncom + 21] = 3;
+  if (frame[29] === hunter && frame[ncom + 62] === 0) frame[ncom + 69] = 3;
+  return true;
+}
+
+test("judges the data of each unit", async () => {
+  keep_frames(join(folder, "whole.pcap"), join(folder, "bad.pcap"), spoil);
+  await with_report(["bad.pcap", "--from", "1"], async (shown) => {
+    const quality = (await card(shown, "Data quality").innerText()).replaceAll("\u00a0", " ");
+    assert.match(quality, /Hunter.*RTK float 9\d(\.\d)? %, SPS \d(\.\d)? %.*locked\s+11\s+1 s\s+0\s+3\.\d\d s \(6\.\d %\)/);
+    assert.match(quality, /Target 1.*0\.017 m\s+0\.021 m\s+RTK float\s.*locked 94\.9 %, locking 5\.1 %.*3\.00 s \(5\.1 %\)/);
+    assert.match(quality, /Target 2.*locked\s+11\s+1 s\s+0\s+–/);
+    assert.match(quality, /velocity mode below differential.*fewer than 6 satellites/);
+    const periods = await card(shown, "Bad data").innerText();
+    assert.match(periods, /Hunter\s+30\.\d\d\d s for [34]\.\d\d\d s: velocity mode/);
+    assert.match(periods, /Target 1\s+30\.\d\d\d s for \d\.\d\d\d s: navigation status/);
+    assert.doesNotMatch(periods, /Target [23]/);
+
+    /** Whether a colour is in a plot at a time, above the axes and between them. */
+    const is_marked = (title, time, colour) =>
+      shown.evaluate(
+        ([title, time, colour]) => {
+          const root = document.querySelector(`figure[data-plot^="${title}"]`);
+          const { ctx, bbox, scales } = report.plots.find((plot) => root.contains(plot.root));
+          const x = bbox.left + ((time - scales.x.min) / (scales.x.max - scales.x.min)) * bbox.width;
+          const wanted = (colour === "bad" ? style_colour("--bad") : unit_colour(colour))
+            .match(/\w\w/g)
+            .map((part) => parseInt(part, 16));
+          const has_colour = (top, height) => {
+            const data = pixels_of(ctx.canvas, Math.round(x), top, 1, height);
+            return data.some((_, i) => i % 4 === 0 && wanted.every((part, k) => Math.abs(data[i + k] - part) < 3));
+          };
+          return [has_colour(0, bbox.top), has_colour(bbox.top, bbox.height)];
+        },
+        [title, time, colour],
+      );
+    for (const [title, time, colour, marked] of [
+      ["Satellites", 32, "bad", [false, true]],
+      ["Satellites", 36, "bad", [false, false]],
+      ["Speed", 32, "bad", [false, false]],
+      ["Speed", 32, "hunter", [true, false]],
+      ["Speed", 36, "hunter", [false, false]],
+      ["Lateral range rate", 32, "hunter", [true, false]], // ranges refer to the hunter
+      ["Lateral range rate", 32, "target2", [false, false]],
+    ]) {
+      const [above, between] = await is_marked(title, time, colour);
+      const words = `${title}, ${time} s, ${colour}`;
+      assert.equal(above, marked[0], words);
+      if (colour === "bad") assert.equal(between, marked[1], words);
+    }
+  });
+});
+
+test("takes unknown values for neither good nor bad", async () => {
+  const periods = await page.evaluate(() => {
+    const time = Float64Array.from({ length: 10 }, (_, i) => i / 10);
+    const status = Float32Array.of(NaN, NaN, 4, 3, 3, NaN, 4, 4, 3, 4);
+    return periods_beyond(quality_limits[0], status, time).map(({ from, to }) => [from, to]);
+  });
+  const expected = [[0.3, 0.5], [0.8, 0.9]];
+  assert.equal(periods.length, expected.length);
+  expected.flat().forEach((time, i) => assert.ok(Math.abs(periods.flat()[i] - time) < 1e-6, `${periods}`));
 });
 
 test("sorts out steps back in time", async () => {
@@ -406,6 +507,8 @@ test("sorts out steps back in time", async () => {
       await card(shown, "Gaps and resets").innerText(),
       /1 reset: time steps back[^]*from\s+29\.9\d\d s\s+back to\s+−30\.0\d\d s/,
     );
+    const [from, to] = ["29\\.9\\d\\d s", "−30\\.0\\d\\d s"];
+    assert.match(await shown.locator("#notes").innerText(), new RegExp(`steps back from ${from} to ${to};`));
     assert.ok(await shown.evaluate(() => report.streams.every(({ values }) => is_ascending(values.time))));
   });
 });
@@ -431,6 +534,15 @@ test("says what is missing from a run", async () => {
       assert.equal(await shown.locator("#toolbar").isVisible(), has_plots);
       assert.equal(/No gaps/.test(words), has_plots);
     });
+});
+
+test("names a capture that ends in the middle of a frame", async () => {
+  const [cut, file] = ["cut.pcap", "cut.html"].map((name) => join(folder, name));
+  writeFileSync(cut, readFileSync(join(folder, "whole.pcap")).subarray(0, 500_000));
+  assert.throws(() => run_rtrange("report", cut, "--output", file));
+  await with_page(file, {}, async (shown) =>
+    assert.match(await shown.locator("#notes").innerText(), /cut\.pcap' is broken after frame \d+/),
+  );
 });
 
 test("has had no error and no request in all of this", () => assert.deepEqual(page.faults, []));

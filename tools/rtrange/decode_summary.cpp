@@ -55,15 +55,11 @@ std::vector<std::string> run_notes(const frame_decoder& decoder) {
     const std::uint64_t zero_ns = outcomes.first_time_ns;
     std::vector<std::string> notes;
     for (const auto& [from_ns, to_ns] : outcomes.first_restarts)
-        notes.push_back(fmt::format("a new decoder at {:.3f} s, after a gap of {:.3f} s",
-                                    seconds_after(zero_ns, to_ns), seconds_after(from_ns, to_ns)));
+        notes.push_back(
+            fmt::format("A new decoder was started at {:.3f} s, after a gap of {:.3f} s",
+                        seconds_after(zero_ns, to_ns), seconds_after(from_ns, to_ns)));
     if (outcomes.restarts > outcomes.first_restarts.size())
-        notes.push_back(fmt::format("{} new decoders in all", outcomes.restarts));
-    if (outcomes.steps_back > 0)
-        notes.push_back(fmt::format("{} {} back in time, the first at {}; each resets the decoder",
-                                    outcomes.steps_back,
-                                    outcomes.steps_back == 1 ? "step" : "steps",
-                                    utc_text(outcomes.first_steps_back.front().to_ns)));
+        notes.push_back(fmt::format("In all, {} new decoders were started", outcomes.restarts));
     for (std::string& note : decoder.notes())
         notes.push_back(std::move(note));
     return notes;
@@ -88,8 +84,13 @@ void print_summary(const frame_decoder& decoder, const std::vector<written_table
               repetitions(identification.count));
 
     const auto notes = run_notes(decoder);
-    if (!notes.empty())
+    if (!notes.empty() || outcomes.steps_back > 0)
         print("\nNotes\n");
+    if (outcomes.steps_back > 0)
+        print("  {}, the first at {}; the decoder resets at each\n",
+              outcomes.steps_back == 1 ? "1 step back in time"
+                                       : fmt::format("{} steps back in time", outcomes.steps_back),
+              utc_text(outcomes.first_steps_back.front().to_ns));
     for (const std::string& note : notes)
         print("  {}\n", note);
 

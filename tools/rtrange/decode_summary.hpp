@@ -19,7 +19,7 @@ struct counted_outcome {
 /// All outcomes that frames of the run had.
 std::vector<counted_outcome> counted_outcomes(const frame_outcomes& outcomes);
 
-/// What a reader of the output has to know of the run, one sentence each: restarts of the decoder,
+/// What a reader of the output has to know of the run, one sentence each: new decoders after gaps,
 /// and what the view notes.
 std::vector<std::string> run_notes(const frame_decoder& decoder);
 

@@ -6,6 +6,7 @@
 #include "tools/rtrange/standard_output.hpp"
 #include "zel_rt_range_formatter/records/ncom_fields.hpp"
 #include "zel_rt_range_formatter/records/rcom_fields.hpp"
+#include "zel_rt_range_formatter/records/value_names.hpp"
 
 namespace rtrange {
 
@@ -28,6 +29,17 @@ const record_layout layouts[] = {
      "State of the RT-Range unit, 1187 bytes. In a package it follows the tag 0x00200000. Status "
      "channels without a prefix belong to the extended range packet.",
      rcom_fields()},
+};
+
+struct value_table {
+    const char* title;
+    const char* fields;
+    std::span<const value_name> names;
+};
+
+const value_table value_tables[] = {
+    {"Navigation status", "navigation_status", navigation_status_names()},
+    {"Modes", "position_mode, velocity_mode, orientation_mode", mode_names()},
 };
 
 constexpr const char* introduction = R"(# The decoded records
@@ -67,7 +79,7 @@ The filter starts from zero with each batch, so the first samples are close to 0
 - **Differences of angles**: if the angles are between -360 and 360, `relative_heading` and `relative_pitch` are between -180 and 180, and `relative_roll` is between -360 and 360.
 - **Position**: the geodetic datum, the reference of the altitude, and the signs of latitude and longitude are those of the sender. Its manual states them.
 - **Ages**: the fields `*_age` of type u8 are bytes as received. Their unit is not known. The decoder regards a `velocity_accuracy_age` of 150 or more as outdated; it does not evaluate the others.
-- **Modes and states**: `navigation_status`, `orientation_mode` and `velocity_mode` are stored as received, and so are the fields that are described only by their bytes. The sender's manual states the meaning of their values. A `navigation_status` of 11 does not occur, because such packets are dropped. `utc_offset_valid` and `gps_time_valid` are 0 or 1.
+- **Modes and states**: `navigation_status`, `orientation_mode` and `velocity_mode` are stored as received; their values are listed at the end of this page. The fields that are described only by their bytes are stored as received, too; their meaning is not known. A `navigation_status` of 11 does not occur, because such packets are dropped. `utc_offset_valid` and `gps_time_valid` are 0 or 1.
 )";
 
 } // namespace
@@ -81,6 +93,12 @@ void print_fields() {
                   entry.name, entry.unit, entry.meaning);
         print("\n");
     }
+    for (const value_table& table : value_tables) {
+        print("{}\nValues of {}. Others are reserved.\n\n", table.title, table.fields);
+        for (const auto& [value, name] : table.names)
+            print("{:>6}  {}\n", value, name);
+        print("\n");
+    }
 }
 
 void print_fields_as_markdown() {
@@ -91,6 +109,12 @@ void print_fields_as_markdown() {
         for (const field& entry : record.fields)
             print("| {} | {} | `{}` | {} | {} |\n", entry.offset, name_of(entry.type), entry.name,
                   entry.unit, entry.meaning);
+    }
+    for (const value_table& table : value_tables) {
+        print("\n## {}\n\nValues of {}. Others are reserved.\n\n", table.title, table.fields);
+        print("| Value | Name |\n|---:|---|\n");
+        for (const auto& [value, name] : table.names)
+            print("| {} | {} |\n", value, name);
     }
 }
 

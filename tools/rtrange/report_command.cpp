@@ -50,10 +50,14 @@ int report(const report_command_options& options) {
     frame_decoder decoder(run);
     check_fields(fields, decoder.columns());
     catch_interruptions();
-    report_output output({file, options.overwrite, run.captures, fields}, decoder.columns(),
-                         decoder.outcomes());
+    report_output output({file, options.overwrite, run.captures, run.view, fields},
+                         decoder.columns(), decoder.outcomes());
     const auto faults = decode_captures(captures, decoder, output);
     end_without_rows(decoder, options.run, faults);
+    for (const std::string& fault : faults)
+        output.add_note(fault + '.');
+    for (const std::string& note : run_notes(decoder))
+        output.add_note(note + '.');
     output.close();
     print_summary(decoder, output.tables());
     print("\nTo view the report, open {} in a browser\n", std::filesystem::absolute(file).string());

@@ -15,6 +15,12 @@ constexpr double no_value = std::numeric_limits<double>::quiet_NaN();
 /// Fields of the default plots, by the kind of row that updates them.
 constexpr std::string_view navigation_fields[]{"vehicle_velocity_x_kmh", "accel_x", "accel_y",
                                                "rate_z", "heading"};
+/// Fields for judging the data. Their values rarely change.
+constexpr std::string_view quality_fields[]{"navigation_status", "position_mode",
+                                            "velocity_mode",     "orientation_mode",
+                                            "satellites",        "position_accuracy_horizontal",
+                                            "differential_age",  "position_accuracy_down",
+                                            "checksum_error"};
 constexpr std::string_view range_fields[]{"range_longitudinal", "range_lateral",
                                           "range_rate_longitudinal", "range_rate_lateral",
                                           "ttc_longitudinal"};
@@ -61,6 +67,16 @@ void add_column(std::span<const column> table, std::string_view name, bool is_do
                        }});
 }
 
+void add_columns(std::span<const column> table, std::span<const std::string_view> names,
+                 bool in_runs, std::vector<report_column>& columns) {
+    for (const std::string_view name : names) {
+        const std::size_t before = columns.size();
+        add_column(table, name, false, columns);
+        if (columns.size() > before)
+            columns.back().in_runs = in_runs;
+    }
+}
+
 std::vector<report_column> position_columns(std::span<const column> table, local_plane& plane) {
     const auto latitude = find(table, "latitude");
     const auto longitude = find(table, "longitude");
@@ -98,11 +114,12 @@ std::string_view name_of(row_kind kind) {
 std::vector<report_column> default_columns(std::span<const column> table, row_kind kind,
                                            local_plane& plane) {
     std::vector<report_column> columns = position_columns(table, plane);
-    const std::span<const std::string_view> names =
-        kind == row_kind::navigation ? std::span<const std::string_view>(navigation_fields)
-                                     : range_fields;
-    for (const std::string_view name : names)
-        add_column(table, name, false, columns);
+    if (kind == row_kind::range) {
+        add_columns(table, range_fields, false, columns);
+        return columns;
+    }
+    add_columns(table, navigation_fields, false, columns);
+    add_columns(table, quality_fields, true, columns);
     return columns;
 }
 

@@ -32,6 +32,7 @@ struct report_column {
     std::string meaning;
     bool is_double;                                ///< stored as 64 bits, otherwise 32
     std::function<double(const table_row&)> value; ///< NaN for values that are not plotted
+    bool in_runs = false; ///< stored as runs of equal values; only with 32 bits
 };
 
 /// Columns for the default plots, those of them that a table has. Not for rows of RCOM. The plane

@@ -75,8 +75,9 @@ void report_output::close() {
         zero_ns_ = outcomes_.first_time_ns;
     for (const auto& stream : streams_)
         stream->flush(file_);
-    file_.write(
-        report_summary(outcomes_, zero_ns_, options_.captures, !options_.fields.empty(), streams_));
+    file_.write(report_summary(outcomes_, zero_ns_,
+                               {options_.captures, options_.view, notes_, !options_.fields.empty()},
+                               streams_));
     file_.write(report_page_tail());
     file_.close();
     result_.complete();

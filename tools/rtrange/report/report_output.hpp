@@ -26,6 +26,7 @@ struct report_options {
     std::filesystem::path output;                ///< HTML file
     bool overwrite = false;                      ///< replace an earlier report
     std::vector<std::filesystem::path> captures; ///< shown in the title
+    std::string view;                            ///< "measured" or "record"
     std::vector<std::string> fields; ///< to plot instead of the default plots, if there are any
 };
 
@@ -37,6 +38,9 @@ public:
     /// close(). The columns and the outcomes of the current run must outlive the output.
     report_output(report_options options, const table_columns& columns,
                   const frame_outcomes& outcomes);
+
+    /// Adds a sentence about the run to the header.
+    void add_note(std::string note) { notes_.push_back(std::move(note)); }
 
     void write(const table_row& row) override;
     void close() override;
@@ -51,6 +55,7 @@ private:
     report_stream& open(const stream_key& key, std::size_t table);
 
     report_options options_;
+    std::vector<std::string> notes_;
     const table_columns& columns_;
     const frame_outcomes& outcomes_;
     result_file result_; // declared before the file, which must be closed first

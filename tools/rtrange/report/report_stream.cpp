@@ -1,7 +1,9 @@
 #include "tools/rtrange/report/report_stream.hpp"
 
+#include <algorithm>
 #include <cstddef>
 #include <limits>
+#include <span>
 #include <utility>
 
 #include <fmt/format.h>
@@ -24,6 +26,25 @@ float narrowed(double value) {
     const bool fits = value >= static_cast<double>(std::numeric_limits<float>::lowest()) &&
                       value <= static_cast<double>(std::numeric_limits<float>::max());
     return fits ? static_cast<float>(value) : std::numeric_limits<float>::quiet_NaN();
+}
+
+/// Appends a column of floats as runs of equal values.
+void append_runs(std::span<const std::uint8_t> column, std::vector<std::uint8_t>& bytes) {
+    constexpr std::size_t size = sizeof(float);
+    std::vector<std::uint8_t> values;
+    std::vector<std::uint32_t> ends;
+    for (std::size_t at = 0; at < column.size(); at += size) {
+        const auto value = column.subspan(at, size);
+        if (at == 0 || !std::ranges::equal(value, column.subspan(at - size, size))) {
+            values.insert(values.end(), value.begin(), value.end());
+            ends.push_back(0);
+        }
+        ends.back() = static_cast<std::uint32_t>(at / size + 1);
+    }
+    append(static_cast<std::uint32_t>(ends.size()), bytes);
+    for (const std::uint32_t end : ends)
+        append(end, bytes);
+    bytes.insert(bytes.end(), values.begin(), values.end());
 }
 
 } // namespace
@@ -53,9 +74,12 @@ void report_stream::flush(output_file& file) {
     std::vector<std::uint8_t> block;
     for (const double time : times_)
         append(time, block);
-    for (std::vector<std::uint8_t>& column : values_) {
-        block.insert(block.end(), column.begin(), column.end());
-        column.clear();
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        if (columns_[i].in_runs)
+            append_runs(values_[i], block);
+        else
+            block.insert(block.end(), values_[i].begin(), values_[i].end());
+        values_[i].clear();
     }
     text_ = fmt::format("<script type=\"text/plain\" data-stream=\"{}\" data-rows=\"{}\">", number_,
                         times_.size());

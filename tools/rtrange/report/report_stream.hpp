@@ -13,7 +13,8 @@ namespace rtrange {
 
 /// Collects rows and writes them in blocks, so that memory does not grow with the run. A block is a
 /// script element that is not executed. Its text is the base64 of its columns, one after the other,
-/// little-endian. The first column is the time in seconds, as a double.
+/// little-endian. The first column is the time in seconds, as a double. A column of runs is their
+/// number, the row behind each run (both u32), and the value of each run.
 class report_stream {
 public:
     /// `number` identifies the blocks of this stream.

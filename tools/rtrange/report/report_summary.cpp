@@ -1,6 +1,7 @@
 #include "tools/rtrange/report/report_summary.hpp"
 
 #include <cstddef>
+#include <span>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -9,6 +10,7 @@
 #include "tools/rtrange/tables/ipv4.hpp"
 #include "tools/rtrange/tables/table.hpp"
 #include "version.hpp"
+#include "zel_rt_range_formatter/records/value_names.hpp"
 
 namespace rtrange {
 namespace {
@@ -51,13 +53,29 @@ json steps_as_json(const frame_outcomes& outcomes, std::uint64_t zero_ns) {
     return result;
 }
 
+/// The names of values by field, then by value.
+json value_names_as_json() {
+    using namespace zel::toolbox::rt_range;
+    const auto as_json = [](std::span<const value_name> names) {
+        json result = json::object();
+        for (const auto& [value, name] : names)
+            result[std::to_string(value)] = name;
+        return result;
+    };
+    return {{"navigation_status", as_json(navigation_status_names())},
+            {"position_mode", as_json(mode_names())},
+            {"velocity_mode", as_json(mode_names())},
+            {"orientation_mode", as_json(mode_names())}};
+}
+
 json stream_as_json(const report_stream& stream) {
     json columns = json::array();
     for (const report_column& column : stream.columns())
         columns.push_back({{"name", column.name},
                            {"unit", column.unit},
                            {"meaning", column.meaning},
-                           {"bits", column.is_double ? 64 : 32}});
+                           {"bits", column.is_double ? 64 : 32},
+                           {"runs", column.in_runs}});
     return {{"unit", stream.unit()},
             {"kind", name_of(stream.kind())},
             {"rows", stream.rows()},
@@ -67,11 +85,13 @@ json stream_as_json(const report_stream& stream) {
 } // namespace
 
 std::string report_summary(const frame_outcomes& outcomes, std::uint64_t zero_ns,
-                           const std::vector<std::filesystem::path>& captures, bool named_fields,
+                           const report_header& header,
                            const std::vector<std::unique_ptr<report_stream>>& streams) {
     json summary{
         {"version", ZEL_VERSION},
-        {"captures", captures_as_json(captures)},
+        {"captures", captures_as_json(header.captures)},
+        {"view", header.view},
+        {"notes", header.notes},
         {"zero_ms", static_cast<double>(zero_ns) * 1e-6},
         {"begin", seconds_between(zero_ns, outcomes.first_time_ns)},
         {"end", seconds_between(zero_ns, outcomes.last_time_ns)},
@@ -80,7 +100,8 @@ std::string report_summary(const frame_outcomes& outcomes, std::uint64_t zero_ns
         {"units", units_as_json(outcomes, zero_ns)},
         {"steps_back",
          {{"count", outcomes.steps_back}, {"first", steps_as_json(outcomes, zero_ns)}}},
-        {"named_fields", named_fields},
+        {"named_fields", header.named_fields},
+        {"value_names", value_names_as_json()},
         {"streams", json::array()},
     };
     for (const auto& stream : streams)

@@ -48,8 +48,8 @@ function seconds_text(seconds, decimals = 3) {
   return `${seconds.toFixed(decimals).replace("-", "−")} s`;
 }
 
-function duration_text(seconds) {
-  if (seconds < 120) return seconds_text(seconds, 1);
+function duration_text(seconds, decimals = 1) {
+  if (seconds < 120) return seconds_text(seconds, decimals);
   const minutes = Math.floor(seconds / 60);
   const rest = `${minutes % 60} min ${Math.floor(seconds % 60)} s`;
   return minutes < 60 ? rest : `${Math.floor(minutes / 60)} h ${rest}`;
@@ -67,6 +67,7 @@ function show_header(summary) {
     utc_text(summary, summary.begin),
     duration_text(summary.end - summary.begin),
     `${count_text(summary.frames)} frames`,
+    `view: ${summary.view}`,
   ];
   document.getElementById("subtitle").textContent = parts.join("  ·  ");
   document.getElementById("footer").textContent =
@@ -123,6 +124,11 @@ function time_link(axis, from, to) {
   return button;
 }
 
+/** A period of time, as text that may wrap. */
+function period(axis, from, to, what = "") {
+  return element("span", {}, time_link(axis, from, to), ` for ${duration_text(to - from, 3)}${what}`);
+}
+
 function gap_rows(streams, axis) {
   const most = 200;
   const what = { navigation: "NCOM", range: "range", rcom: "RCOM" };
@@ -135,8 +141,7 @@ function gap_rows(streams, axis) {
         cells: () => [
           swatch(unit),
           `${unit_names[unit]}, ${what[kind]}`,
-          time_link(axis, from, to),
-          `for ${seconds_text(to - from)}`,
+          period(axis, from, to),
         ],
       });
     }
@@ -145,7 +150,7 @@ function gap_rows(streams, axis) {
     count: rows.length,
     table: table(
       rows.slice(0, most).map(({ cells }) => cells()),
-      [2, 3],
+      [],
     ),
   };
 }
@@ -183,6 +188,35 @@ function show_gaps(summary, streams, axis) {
   card("Gaps and resets", ...content);
 }
 
+/** Notes that rtrange itself has written, and one per moment at which the decoder restarts. */
+function show_notes(summary) {
+  for (const note of summary.notes) show_note(note);
+  const { count, first } = summary.steps_back;
+  if (count === 0) return;
+  const most = 5;
+  const steps = first
+    .slice(0, most)
+    .map(({ from, to }) => `from ${seconds_text(from)} to ${seconds_text(to)}`)
+    .join(", ");
+  const more = count > most ? ` and ${count_text(count - most)} more` : "";
+  show_note(
+    `Time steps back ${steps}${more}; each step restarts the decoder. The plots show all rows in order of time, so parts that were recorded twice overlap.`,
+  );
+}
+
+/** Names the pauses of the whole run, in which no unit's packets came. */
+function show_pauses(streams) {
+  const most = 5;
+  const pauses = pauses_of(streams.map(({ values }) => values.time));
+  if (pauses.length === 0) return;
+  const words = pauses
+    .slice(0, most)
+    .map(({ from, to }) => `from ${seconds_text(from)} to ${seconds_text(to)} (${duration_text(to - from, 3)})`)
+    .join(", ");
+  const more = pauses.length > most ? ` and in ${count_text(pauses.length - most)} more pauses` : "";
+  show_note(`There are no packets ${words}${more}.`);
+}
+
 function show_note(text) {
   document.getElementById("notes").append(element("p", { className: "note", textContent: text }));
 }
@@ -190,7 +224,7 @@ function show_note(text) {
 /** Shows the time under the cursor, or else the range of time in view. */
 function show_readout(summary, axis) {
   const { from, to, cursor } = axis;
-  const view = `${seconds_text(Math.max(from, summary.begin))} to ${seconds_text(Math.min(to, summary.end))}`;
+  const view = `${seconds_text(Math.max(from, axis.begin))} to ${seconds_text(Math.min(to, axis.end))}`;
   document.getElementById("readout").textContent =
     cursor === null ? view : `${seconds_text(cursor)}  ·  ${utc_text(summary, cursor)}`;
 }

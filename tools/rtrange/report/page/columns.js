@@ -13,15 +13,28 @@ function empty_columns(stream) {
   return columns;
 }
 
-/** Decodes a block into the columns, from `row` on. Returns the number of its rows. */
-function append_block(block, columns, row) {
+/** Decodes a block of a stream into its columns, from `row` on. Returns the number of its rows. */
+function append_block(block, stream, columns, row) {
   const rows = Number(block.dataset.rows);
   const { buffer } = bytes_of(block.textContent);
   let at = 0;
-  for (const column of Object.values(columns)) {
-    const size = rows * column.BYTES_PER_ELEMENT;
-    column.set(new column.constructor(buffer.slice(at, at + size)), row);
-    at += size;
+  const read = (type, count) => {
+    const begin = at;
+    at += count * type.BYTES_PER_ELEMENT;
+    return new type(buffer.slice(begin, at));
+  };
+  columns.time.set(read(Float64Array, rows), row);
+  for (const { name, runs } of stream.columns) {
+    const column = columns[name];
+    if (!runs) {
+      column.set(read(column.constructor, rows), row);
+      continue;
+    }
+    const [count] = read(Uint32Array, 1);
+    const ends = read(Uint32Array, count);
+    read(column.constructor, count).forEach((value, i) =>
+      column.fill(value, row + (ends[i - 1] ?? 0), row + ends[i]),
+    );
   }
   return rows;
 }
@@ -47,7 +60,7 @@ function read_streams(summary) {
   const filled = summary.streams.map(() => 0);
   for (const block of document.querySelectorAll("script[data-stream]")) {
     const stream = Number(block.dataset.stream);
-    filled[stream] += append_block(block, columns[stream], filled[stream]);
+    filled[stream] += append_block(block, summary.streams[stream], columns[stream], filled[stream]);
     block.remove(); // frees the text, which is larger than the numbers
   }
   return summary.streams.map((stream, i) => ({ ...stream, values: sort_by_time(columns[i]) }));

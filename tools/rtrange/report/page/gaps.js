@@ -23,3 +23,19 @@ function rows_after_gaps(times) {
   for (let i = 1; i < times.length; ++i) if (times[i] - times[i - 1] > longest) rows.push(i);
   return rows;
 }
+
+/** The pauses that all lists of times have in common. */
+function pauses_of(lists) {
+  const pauses = [];
+  for (const i of lists.length > 0 ? rows_after_gaps(lists[0]) : []) {
+    const middle = (lists[0][i - 1] + lists[0][i]) / 2;
+    const ends = lists.map((times) => {
+      const next = lower_bound(times, middle);
+      return [times[next - 1] ?? -Infinity, times[next] ?? Infinity];
+    });
+    const from = Math.max(...ends.map(([before]) => before));
+    const to = Math.min(...ends.map(([, after]) => after));
+    if (to - from > shortest_gap_s && to - from > (lists[0][i] - lists[0][i - 1]) / 2) pauses.push({ from, to });
+  }
+  return pauses;
+}

@@ -15,7 +15,7 @@ class MapView {
     this.zoom_factor = 1;
     const { figure, canvas } = plot_frame(
       "Paths over the ground (m)",
-      "north is up  ·  ○ start  ● end  ·  bold: the time in view",
+      "east (to the right) and north (up) of the first position  ·  ○ start  ● end  ·  bold: the time in view",
       parent,
     );
     figure.classList.add("map");
@@ -35,13 +35,13 @@ class MapView {
       mode: 2,
       width: 300,
       height: 200,
-      padding: [10, 12, 0, 0],
+      padding: [10, 24, 0, 0],
       scales: {
         x: { time: false, auto: false, range: () => this.range_east() },
         y: { auto: false, range: () => this.range_north() },
       },
       axes: [
-        { ...axis_style(30), values: (u, splits) => splits.map(plain) },
+        { ...axis_style(30), space: 80, values: (u, splits) => splits.map(plain) },
         { ...axis_style(58), values: (u, splits) => splits.map(plain) },
       ],
       series: [

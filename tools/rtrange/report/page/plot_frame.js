@@ -20,6 +20,21 @@ function plain(number) {
   return String(Number(number.toPrecision(10))).replace("-", "−");
 }
 
+/** Creates a part of the page for plots. Returns the element that the plots belong in. */
+function plot_group(title, parent) {
+  const plots = document.createElement("div");
+  plots.className = "plots";
+  const group = document.createElement("section");
+  if (title) {
+    const heading = document.createElement("h2");
+    heading.textContent = title;
+    group.append(heading);
+  }
+  group.append(plots);
+  parent.append(group);
+  return plots;
+}
+
 /** Creates a figure with a title, and the element in it that the plot is drawn in. */
 function plot_frame(title, hint, parent) {
   const figure = document.createElement("figure");

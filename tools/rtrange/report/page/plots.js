@@ -3,7 +3,7 @@
 
 /**
  * The default plots. The value axis spans at least `least_span`, so that noise does not fill the
- * plot, or exactly `range`. `decimals` are those of the legend.
+ * plot, or exactly `range`, and does not go below `least`. `decimals` are those of the legend.
  */
 const default_plots = [
   {
@@ -15,7 +15,8 @@ const default_plots = [
     decimals: 2,
   },
   {
-    title: "Lateral range, positive to the left",
+    title: "Lateral range",
+    hint: "positive to the left",
     unit: "m",
     field: "range_lateral",
     kind: "range",
@@ -24,6 +25,7 @@ const default_plots = [
   },
   {
     title: "Longitudinal range rate",
+    hint: "negative: closing, if the target is ahead",
     unit: "m/s",
     field: "range_rate_longitudinal",
     kind: "range",
@@ -32,6 +34,7 @@ const default_plots = [
   },
   {
     title: "Lateral range rate",
+    hint: "positive to the left",
     unit: "m/s",
     field: "range_rate_lateral",
     kind: "range",
@@ -40,7 +43,7 @@ const default_plots = [
   },
   {
     title: "Time to collision, longitudinal",
-    hint: "while approaching, up to 20 s",
+    hint: "at constant range rate, while approaching, up to 20 s",
     unit: "s",
     field: "ttc_longitudinal",
     kind: "range",
@@ -54,7 +57,7 @@ const default_plots = [
     field: "vehicle_velocity_x_kmh",
     kind: "navigation",
     least_span: 5,
-    decimals: 1,
+    decimals: 2,
   },
   {
     title: "Acceleration, forward",
@@ -86,10 +89,29 @@ const default_plots = [
     field: "heading",
     kind: "navigation",
     least_span: 4,
-    decimals: 1,
+    decimals: 2,
     is_angle: true,
   },
 ];
+
+/** The plots of columns by which the data can be judged. Units without such a column have no trace. */
+const quality_plots = [
+  { title: "Position accuracy, horizontal", unit: "m", field: "position_accuracy_horizontal", decimals: 3 },
+  { title: "Position accuracy, down", unit: "m", field: "position_accuracy_down", decimals: 3 },
+  { title: "Position mode", field: "position_mode", is_integer: true },
+  { title: "Velocity mode", field: "velocity_mode", is_integer: true },
+  { title: "Orientation mode", field: "orientation_mode", is_integer: true },
+  { title: "Navigation status", field: "navigation_status", is_integer: true },
+  { title: "Satellites", field: "satellites", is_integer: true },
+  { title: "Differential age", unit: "s", field: "differential_age", is_integer: true },
+].map((plot) => ({
+  kind: "navigation",
+  least_span: plot.is_integer ? 2 : 0.05,
+  decimals: 0,
+  least: plot.is_integer ? undefined : 0,
+  is_quality: true,
+  ...plot,
+}));
 
 /** Removes negative times to collision, which mean that the vehicles move apart. */
 function only_collisions(values) {
@@ -108,18 +130,6 @@ function unwrapped_where_possible(all_values) {
   return wraps(centred) < wraps(all_values) ? centred : all_values;
 }
 
-/** All status channels have come after 200 packets. As many rows may be from range packets. */
-const rows_until_all_channels = 400;
-
-/**
- * Replaces the zeros at the start by NaN: a field is zero until a packet sets it. Zeros that last
- * longer than all status channels take are values, such as the yaw rate on a straight road.
- */
-function without_leading_zeros(values) {
-  const first = values.findIndex((value) => value !== 0 && !Number.isNaN(value));
-  return first > 0 && first <= rows_until_all_channels ? values.slice().fill(NaN, 0, first) : values;
-}
-
 function has_values(values) {
   return values.some((value) => !Number.isNaN(value));
 }
@@ -128,13 +138,41 @@ function default_plot(plot, streams) {
   const found = streams.filter(
     ({ kind, unit }) => kind === plot.kind && (kind === "navigation" || unit !== "hunter"),
   );
-  let values = found.map((stream) => without_leading_zeros(stream.values[plot.field]));
+  let values = found.map((stream) => stream.values[plot.field]);
   if (plot.prepare) values = values.map(plot.prepare);
   if (plot.is_angle) values = unwrapped_where_possible(values);
   const traces = found.map(({ unit, values: { time } }, i) =>
     make_trace(unit, unit_names[unit], time, values[i], plot.is_angle),
   );
   return { ...plot, traces };
+}
+
+function name_of_value(names, value) {
+  return names[value] ?? `reserved (${value})`;
+}
+
+/**
+ * A plot of coded values, with names on its axis. Only the values that occur have a place there,
+ * because their codes may be far apart.
+ */
+function with_names(plot, names) {
+  if (!names) return plot;
+  const values = new Set(plot.traces.flatMap((trace) => [...new Set(trace.values)]));
+  values.delete(NaN);
+  const codes = [...values].sort((a, b) => a - b);
+  const places = new Map(codes.map((code, place) => [code, place]));
+  const traces = plot.traces.map(({ unit, label, times, values }) =>
+    make_trace(unit, label, times, Float32Array.from(values, (code) => places.get(code) ?? NaN), false),
+  );
+  return { ...plot, names: codes.map((code) => name_of_value(names, code)), traces };
+}
+
+/** A plot of a column by which the data of the units can be judged. */
+function quality_plot(plot, summary, qualities) {
+  const traces = qualities
+    .filter(({ columns }) => plot.field in columns && has_values(columns[plot.field]))
+    .map(({ unit, columns, time }) => make_trace(unit, unit_names[unit], time, columns[plot.field], false));
+  return with_names({ ...plot, traces }, summary.value_names[plot.field]);
 }
 
 /** The rows of two streams in order of time: indices into the first, followed by the second. */
@@ -166,14 +204,17 @@ function columns_by_unit(streams) {
   return columns;
 }
 
-/** The number of decimals that resolves a thousandth of the span of the traces. */
+/** Whether all values are integers or unknown. */
+function are_integers(traces) {
+  return traces.every(({ values }) => values.every((value) => Number.isNaN(value) || Number.isInteger(value)));
+}
+
+/** The number of decimals, at least two, that resolves a thousandth of the span of the traces. */
 function resolving_decimals(traces) {
   const all = traces.flatMap(({ summary: { low, high } }) => [...low, ...high]).filter(Number.isFinite);
-  if (traces.every(({ values }) => values.every((value) => Number.isNaN(value) || Number.isInteger(value))))
-    return 0;
   const [lowest, highest] = [all.reduce((a, b) => Math.min(a, b)), all.reduce((a, b) => Math.max(a, b))];
   const span = Math.max(highest - lowest, Math.abs(highest) * 1e-4, 1e-9);
-  return Math.min(Math.max(Math.ceil(3 - Math.log10(span)), 0), 9);
+  return Math.min(Math.max(Math.ceil(3 - Math.log10(span)), 2), 9);
 }
 
 /**
@@ -185,26 +226,30 @@ function units_with(field, columns) {
   return units.length > 1 ? units.filter((unit) => unit !== "rcom") : units;
 }
 
-function field_plot(field, columns) {
+function field_plot(field, columns, names) {
   const traces = [];
   for (const unit of units_with(field, columns)) {
-    const { time, [field.name]: column } = columns.get(unit);
-    const values = without_leading_zeros(column);
+    const { time, [field.name]: values } = columns.get(unit);
     if (has_values(values)) traces.push(make_trace(unit, unit_names[unit], time, values, false));
   }
   const hint = field.meaning === field.name ? "" : field.meaning;
-  return { title: field.name, hint, unit: field.unit, decimals: resolving_decimals(traces), traces };
+  const is_integer = are_integers(traces);
+  const decimals = is_integer ? 0 : resolving_decimals(traces);
+  return with_names({ title: field.name, hint, unit: field.unit, decimals, is_integer, traces }, names);
 }
 
 /** All plots over time that have at least one trace. */
-function time_plots_of(summary, streams) {
+function time_plots_of(summary, streams, qualities) {
   if (!summary.named_fields)
-    return default_plots.map((plot) => default_plot(plot, streams)).filter(({ traces }) => traces.length > 0);
+    return [
+      ...default_plots.map((plot) => default_plot(plot, streams)),
+      ...quality_plots.map((plot) => quality_plot(plot, summary, qualities)),
+    ].filter(({ traces }) => traces.length > 0);
   const fields = new Map();
   for (const { columns } of streams)
     for (const column of columns) if (column.bits === 64) fields.set(column.name, column);
   const columns = columns_by_unit(streams);
   return [...fields.values()]
-    .map((field) => field_plot(field, columns))
+    .map((field) => field_plot(field, columns, summary.value_names[field.name]))
     .filter(({ traces }) => traces.length > 0);
 }

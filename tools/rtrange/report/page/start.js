@@ -25,6 +25,7 @@ function without_mixed_rows(streams) {
 function start() {
   const summary = JSON.parse(document.getElementById("summary").textContent);
   show_header(summary);
+  show_notes(summary);
   const streams = without_mixed_rows(read_streams(summary));
   const units = Object.keys(unit_names);
   streams.sort((a, b) => units.indexOf(a.unit) - units.indexOf(b.unit));
@@ -34,21 +35,26 @@ function start() {
       ? new TimeAxis(Math.min(...times), Math.max(...times))
       : new TimeAxis(summary.begin, summary.end);
 
+  const qualities = qualities_of(streams, summary.view);
+  show_pauses(streams);
   show_units(summary);
   show_outcomes(summary);
   if (streams.length > 0) {
     show_gaps(summary, streams, axis);
     show_rows(streams);
   }
-  if (summary.steps_back.count > 0 && streams.length > 0)
-    show_note(
-      "Time steps back in this run. The plots show all rows in order of time; parts that were recorded twice overlap.",
-    );
-
+  if (qualities.length > 0) {
+    show_quality(summary, qualities);
+    show_bad_data(qualities, axis);
+  }
   const parent = document.getElementById("plots");
+  const [main_plots, quality_part] = ["", "Data quality"].map((title) => plot_group(title, parent));
   const paths = paths_of(streams);
-  const map = paths.length > 0 ? new MapView(paths, axis, parent) : null;
-  const plots = time_plots_of(summary, streams).map((plot) => create_time_plot(plot, axis, parent));
+  const map = paths.length > 0 ? new MapView(paths, axis, main_plots) : null;
+  const plots = time_plots_of(summary, streams, qualities).map((plot) =>
+    create_time_plot(plot, axis, qualities, plot.is_quality ? quality_part : main_plots),
+  );
+  for (const group of [main_plots, quality_part]) if (!group.querySelector("figure")) group.parentElement.remove();
 
   if (!map && plots.length === 0) {
     show_note("Nothing to plot: the rows contain no values of these fields.");
@@ -68,7 +74,7 @@ function start() {
     axis.redraw();
   });
   // For inspection in the browser's console.
-  window.report = { summary, streams, axis, map, plots };
+  window.report = { summary, streams, qualities, axis, map, plots };
 }
 
 start();

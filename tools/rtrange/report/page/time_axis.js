@@ -4,6 +4,8 @@
 class TimeAxis {
   /** `begin` and `end` are the times of the whole run in seconds. */
   constructor(begin, end) {
+    this.begin = begin;
+    this.end = end;
     const span = Math.max(end - begin, 0.01);
     this.whole = { from: begin - 0.01 * span, to: begin + 1.01 * span };
     this.from = this.whole.from;

@@ -13,13 +13,19 @@ function legend_value(plot, trace, time) {
 }
 
 function value_text(plot, value) {
-  return value.toFixed(plot.decimals).replace("-", "−");
+  if (plot.names) return plot.names[value];
+  const text = value.toFixed(plot.decimals);
+  return Number(text) === 0 ? text.replace("-", "") : text.replace("-", "−");
 }
 
-/** The length of the longest value of a plot in characters. */
+/** The length of the longest value of a plot in digits. */
 function longest_value(plot) {
   let longest = 5;
   if (plot.range) return longest; // values outside the range may be cut off
+  if (plot.names) {
+    const width_of_letters = 0.8; // of a digit's
+    return width_of_letters * Math.max(...plot.names.map((name) => axis_name(name).length));
+  }
   for (const { summary } of plot.traces)
     for (const bounds of [summary.low, summary.high])
       for (const value of bounds)
@@ -36,35 +42,89 @@ function label_size(u, labels) {
 /** The range of the value axis: with a margin, and at least `least_span`. */
 function value_range(plot) {
   if (plot.range) return () => plot.range;
+  if (plot.names) return () => [-0.6, plot.names.length - 0.4];
   return (u, low, high) => {
     if (low === null) return [0, 1];
     const span = Math.max(high - low, plot.least_span ?? (Math.abs(high) * 1e-3 || 1));
     const middle = (low + high) / 2;
-    return [middle - 0.55 * span, middle + 0.55 * span];
+    const bottom = Math.max(middle - 0.55 * span, plot.least ?? -Infinity);
+    return [bottom, bottom + 1.1 * span];
   };
 }
 
-function plot_options(plot, axis) {
+/** A name that is too long for the axis is cut; the legend shows it whole. */
+function axis_name(name) {
+  const longest = 16;
+  return name.length > longest ? `${name.slice(0, longest - 1).trimEnd()}…` : name;
+}
+
+/** The labels of the value axis. */
+function value_labels(plot) {
+  if (plot.names) {
+    return {
+      splits: () => plot.names.map((name, place) => place),
+      values: () => plot.names.map(axis_name),
+    };
+  }
+  const values = (u, splits) => splits.map(plot.is_angle ? compass : plain);
+  const integers = Array.from({ length: 10 }, (_, i) => [1, 2, 5].map((digit) => digit * 10 ** i)).flat();
+  return plot.is_integer ? { values, incrs: integers } : { values };
+}
+
+/** Writes across a plot of times to collision without a line in view why it is empty. */
+function explain_empty_plot(u, plot) {
+  const { min, max } = u.scales.x;
+  const [, limit] = plot.range;
+  const is_visible = ({ times, values }) => {
+    const end = lower_bound(times, max);
+    for (let i = lower_bound(times, min); i < end; ++i) if (values[i] <= limit) return true;
+    return false;
+  };
+  if (plot.traces.some(is_visible)) return;
+  const { left, top, width, height } = u.bbox;
+  u.ctx.save();
+  u.ctx.font = `${13 * devicePixelRatio}px system-ui, "Segoe UI", Roboto, sans-serif`;
+  u.ctx.fillStyle = style_colour("--muted");
+  u.ctx.textAlign = "center";
+  u.ctx.fillText(`never below ${limit} s`, left + width / 2, top + height / 2);
+  u.ctx.restore();
+}
+
+/** The label of a trace in the legend, short where the whole names would not fit into one line. */
+function legend_label({ names, traces }, trace) {
+  const most = names ? 2 : 4;
+  return traces.length > most ? trace.label.replace("Target ", "T") : trace.label;
+}
+
+function drawing_hooks(plot, qualities) {
+  const draw = [(u) => draw_stripes(u, plot, qualities)];
+  if (plot.range) draw.push((u) => explain_empty_plot(u, plot));
+  return { drawClear: plot.is_quality ? [(u) => draw_bands(u, plot, qualities)] : [], draw };
+}
+
+function plot_options(plot, axis, qualities) {
   const series = plot.traces.map((trace) => ({
-    label: trace.label,
+    label: legend_label(plot, trace),
     stroke: () => unit_colour(trace.unit),
     width: 1.5,
     points: { show: false },
     pxAlign: 0,
+    paths: plot.is_integer ? uPlot.paths.stepped({ align: 1 }) : undefined,
     value: (u, value, series, point) =>
       legend_value(plot, trace, point === null ? null : u.posToVal(u.cursor.left, "x")),
   }));
   return {
     width: 300,
     height: 200,
-    padding: [10, 12, 0, 0],
+    // Room for the stripes of bad data, and for half of the last label.
+    padding: [qualities.some(({ bad }) => bad.length > 0) ? 17 : 10, 28, 0, 0],
     scales: {
       x: { time: false, auto: false, range: () => [axis.from, axis.to] },
       y: { range: value_range(plot) },
     },
     axes: [
       { ...axis_style(30), values: (u, splits) => splits.map((time) => `${plain(time)} s`) },
-      { ...axis_style(label_size), values: (u, splits) => splits.map(plot.is_angle ? compass : plain) },
+      { ...axis_style(label_size), ...value_labels(plot) },
     ],
     series: [{ label: "Time" }, ...series],
     cursor: {
@@ -85,20 +145,21 @@ function plot_options(plot, axis) {
       },
     },
     hooks: {
+      ...drawing_hooks(plot, qualities),
       setSelect: [(u) => select_with_mouse(u, axis)],
       setCursor: [(u) => point_with_mouse(u, axis)],
     },
   };
 }
 
-function create_time_plot(plot, axis, parent) {
+function create_time_plot(plot, axis, qualities, parent) {
   const title = plot.unit ? `${plot.title} (${plot.unit})` : plot.title;
   const { figure, canvas } = plot_frame(title, plot.hint, parent);
   figure.dataset.plot = plot.title;
   figure.classList.add("over-time");
   const columns = () => Math.max(50, Math.round(u.over.clientWidth * devicePixelRatio));
   const draw = () => u.setData(plot_data(plot.traces, axis.from, axis.to, columns()), true);
-  const u = new uPlot(plot_options(plot, axis), [[0], ...plot.traces.map(() => [null])], canvas);
+  const u = new uPlot(plot_options(plot, axis, qualities), [[0], ...plot.traces.map(() => [null])], canvas);
   u.over.addEventListener(
     "wheel",
     (event) => {
