@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <hdf5.h>
@@ -38,6 +39,11 @@ struct dataset {
     /// Whether an element has the value that a cell of a CSV table shows.
     bool shows(std::size_t index, const std::string& cell) const {
         const char* const element = bytes.data() + index * size;
+        if (H5Tget_class(type) == H5T_FLOAT && cell.empty()) {
+            double number = 0;
+            std::memcpy(&number, element, sizeof(number));
+            return std::isnan(number);
+        }
         if (H5Tget_class(type) == H5T_STRING)
             return cell == std::string(element, strnlen(element, size));
         if (H5Tget_class(type) == H5T_FLOAT) {
@@ -118,13 +124,20 @@ protected:
 TEST_F(hdf5_file, holds_what_the_csv_tables_hold) {
     // Long enough for a target's packets to fill more than one chunk.
     succeed("simulate run.pcap --duration 22 --targets 1");
-    succeed("decode run.pcap -o csv");
-    expect_contains(succeed("decode run.pcap --as hdf5 -o run.h5"), {"run.h5 /hunter_samples"});
-    ASSERT_NO_FATAL_FAILURE(open("run.h5"));
-    const std::vector<std::string> groups = names_in(file);
-    EXPECT_EQ(groups, (std::vector<std::string>{"hunter", "hunter_samples", "rcom", "target1"}));
-    for (const std::string& group : groups)
-        expect_equal(group, csv_table(folder / "csv" / (group + ".csv")));
+    using names = std::vector<std::string>;
+    for (const auto& [view, expected] :
+         {std::pair{"record", names{"hunter", "hunter_samples", "rcom", "target1"}},
+          std::pair{"measured", names{"hunter", "rcom", "target1", "unidentified"}}}) {
+        SCOPED_TRACE(view);
+        const std::string decode = std::string("decode run.pcap --overwrite --view ") + view;
+        succeed(decode + " -o csv");
+        expect_contains(succeed(decode + " --as hdf5 -o run.h5"), {"run.h5 /" + expected[1]});
+        ASSERT_NO_FATAL_FAILURE(open("run.h5"));
+        EXPECT_EQ(names_in(file), expected);
+        for (const std::string& group : expected)
+            expect_equal(group, csv_table(folder / "csv" / (group + ".csv")));
+        H5Fclose(std::exchange(file, H5I_INVALID_HID));
+    }
     EXPECT_GT(csv_table(folder / "csv/target1.csv").rows.size(), 4096U);
 }
 
@@ -155,8 +168,8 @@ TEST_F(hdf5_file, holds_the_selection_alone) {
     ASSERT_NO_FATAL_FAILURE(open("run.h5"));
     EXPECT_EQ(names_in(file), std::vector<std::string>{"target2"});
     const csv_table table(folder / "csv/target2.csv");
-    EXPECT_EQ(table.header,
-              (std::vector<std::string>{"reference_timestamp", "source", "roll", "heading"}));
+    EXPECT_EQ(table.header, (std::vector<std::string>{"reference_timestamp", "time_s", "packet",
+                                                      "roll", "heading"}));
     expect_equal("target2", table);
 }
 

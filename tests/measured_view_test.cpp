@@ -203,8 +203,9 @@ TEST_F(measured_view, keeps_unidentified_senders_apart) {
     options.wrapped_every = 0;
     simulate("run.pcap", [](double, frame_bytes& frame) { return is_ncom(frame); });
     const std::string output = succeed("decode run.pcap -o out");
-    expect_contains(output, {"1798 NCOM packets came from addresses that were no unit's",
-                             "195.0.0.10 (600, until 29.950 s)", "195.0.0.22 (599, until 29.950 s)"});
+    expect_contains(output,
+                    {"1798 NCOM packets came from addresses that were no unit's",
+                     "195.0.0.10 (600, until 29.950 s)", "195.0.0.22 (599, until 29.950 s)"});
     EXPECT_FALSE(fs::exists(folder / "out/hunter.csv"));
     const csv_table all = table("unidentified.csv");
     const std::vector<std::string> senders{"195.0.0.10", "195.0.0.21", "195.0.0.22"};

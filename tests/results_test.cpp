@@ -53,14 +53,14 @@ void change(const fs::path& file, std::size_t at, const std::string& bytes) {
 
 TEST_F(results, are_named_after_the_capture) {
     fs::copy_file(example, folder / "run.1.pcap");
-    succeed("decode run.1.pcap following.pcap");
+    succeed("decode run.1.pcap");
     succeed("decode run.1.pcap --as hdf5");
     succeed("report run.1.pcap");
     EXPECT_EQ(names_in(folder), (std::set<std::string>{"following.pcap", "run.1", "run.1.h5",
                                                        "run.1.html", "run.1.pcap"}));
     EXPECT_EQ(content(folder / "run.1/rtrange-files.txt"),
               "Files that rtrange has written and 'rtrange decode --overwrite' may replace or "
-              "remove:\nhunter.csv\nrcom.csv\ntarget1.csv\ntarget1_samples.csv\ntarget2.csv\n");
+              "remove:\nhunter.csv\nrcom.csv\ntarget1.csv\ntarget2.csv\nunidentified.csv\n");
     if (is_windows_program())
         return; // which cannot read a capture from standard input
     succeed("decode - < following.pcap");
@@ -83,8 +83,7 @@ TEST_F(results, are_replaced_on_demand_only) {
     for (const std::string& command : commands)
         succeed(command + " --overwrite");
     EXPECT_EQ(names_in(folder / "run"),
-              (std::set<std::string>{"notes.txt", "rtrange-files.txt", "target1.csv",
-                                     "target1_samples.csv"}));
+              (std::set<std::string>{"notes.txt", "rtrange-files.txt", "target1.csv"}));
     EXPECT_EQ(content(folder / "run/notes.txt"), "mine");
     auto after = everything_in(folder);
     for (const char* const replaced : {"run.h5", "run.html", "run.pcap", "run/rtrange-files.txt"})
@@ -209,6 +208,7 @@ TEST_F(results, survive_a_run_that_has_no_rows) {
         frame[36] = 1; // the destination port
         foreign += raw(head) + frame;
     });
+    write(folder / "next.pcap", delayed(content(example), 9));
     write(folder / "foreign.pcap", foreign);
     const std::pair<const char*, const char*> cases[] = {
         {"none.pcap", "no frames"},
@@ -218,8 +218,8 @@ TEST_F(results, survive_a_run_that_has_no_rows) {
         {"following.pcap --from 100", "no rows match --from 100: the capture ends at 0.98 s"},
         {"following.pcap --from 0:20 --to 1:00:00",
          "no rows match --from 0:20 --to 1:00:00: the capture ends at 0.98 s"},
-        {"following.pcap following.pcap --from 2026-01-05T10:00:01Z",
-         "the captures end at 2026-01-05 10:00:00.980 UTC"},
+        {"following.pcap next.pcap --from 2026-01-05T10:00:11Z",
+         "the captures end at 2026-01-05 10:00:09.980 UTC"},
         {"following.pcap --to 2026-01-05T11:00:00+01:00",
          "the capture starts at 2026-01-05 10:00:00.000 UTC"},
         {"following.pcap --units target3,target4",

@@ -10,7 +10,7 @@ namespace rtrange_test {
 
 TEST_F(rtrange_program, writes_a_row_per_package_with_the_values_of_the_run) {
     using namespace zel::simulation;
-    const std::string output = succeed("decode following.pcap -o out");
+    const std::string output = succeed("decode following.pcap -o out --view record");
     const csv_table hunter(folder / "out/hunter.csv");
     const csv_table target(folder / "out/target2.csv");
     const csv_table rcom(folder / "out/rcom.csv");
@@ -43,12 +43,29 @@ TEST_F(rtrange_program, decodes_the_same_from_either_wrapping_and_over_several_c
     succeed("decode following.pcap -o a");
     succeed("decode following.pcap --format zel.eth.rtrange -o b");
     EXPECT_EQ(content(folder / "a/target1.csv"), content(folder / "b/target1.csv"));
-    // Time runs backwards between the two, so that the second is decoded like the first.
-    succeed("decode following.pcap following.pcap -o c");
+    // Time runs backwards in the middle, so that the second part is decoded like the first.
+    write(folder / "twice.pcap", joined(content(example), content(example)));
+    succeed("decode twice.pcap -o c");
     auto twice = csv_table(folder / "a/hunter.csv").rows;
     const auto once = twice;
     twice.insert(twice.end(), once.begin(), once.end());
     EXPECT_EQ(csv_table(folder / "c/hunter.csv").rows, twice);
+
+    // Two halves are put into the order of time. Captures of the same time are refused.
+    std::string halves[2]{content(example).substr(0, pcap_header_size), {}};
+    halves[1] = halves[0];
+    std::size_t frames = 0;
+    for_each_frame(content(example), [&](const frame_head& head, const std::string& frame) {
+        halves[frames++ / 130] += raw(head) + frame;
+    });
+    write(folder / "first.pcap", halves[0]);
+    write(folder / "second.pcap", halves[1]);
+    expect_contains(succeed("decode second.pcap first.pcap -o d"), {"in the order of"});
+    EXPECT_EQ(content(folder / "d/target1.csv"), content(folder / "a/target1.csv"));
+    const result overlapping = rtrange("decode following.pcap first.pcap -o e");
+    EXPECT_EQ(overlapping.exit_code, 1);
+    expect_contains(overlapping.output, {"first.pcap' overlaps"});
+    EXPECT_FALSE(fs::exists(folder / "e"));
 }
 
 TEST_F(rtrange_program, keeps_what_came_before_a_truncated_end) {
@@ -61,10 +78,12 @@ TEST_F(rtrange_program, keeps_what_came_before_a_truncated_end) {
 
     // The next capture is decoded all the same.
     write(folder / "cut.pcap", capture.substr(0, capture.size() - 1));
-    const result both = rtrange("decode cut.pcap following.pcap -o out --overwrite");
+    write(folder / "next.pcap", joined(delayed(capture, 9), capture));
+    const result both = rtrange("decode cut.pcap next.pcap -o out --overwrite");
     EXPECT_EQ(both.exit_code, 1);
-    expect_contains(both.output, {"cut.pcap' is broken after frame 259", "519 frames",
-                                  "1  step back in time, at 2026-01-05 10:00:00"});
+    expect_contains(both.output, {"cut.pcap' is broken after frame 259", "779 frames",
+                                  "A new decoder was started at 9.000 s, after a gap of 8.0",
+                                  "1 step back in time, at 2026-01-05 10:00:00"});
 }
 
 TEST_F(rtrange_program, does_not_take_late_foreign_traffic_for_a_step_back_in_time) {
@@ -107,19 +126,20 @@ TEST_F(rtrange_program, writes_the_selection_alone) {
     EXPECT_FALSE(fs::exists(folder / "part/hunter.csv"));
     const csv_table all(folder / "all/target1.csv");
     const csv_table part(folder / "part/target1.csv");
-    EXPECT_EQ(part.header,
-              (std::vector<std::string>{"reference_timestamp", "source", "roll", "satellites"}));
+    EXPECT_EQ(part.header, (std::vector<std::string>{"reference_timestamp", "time_s", "packet",
+                                                     "roll", "satellites"}));
     std::vector<std::vector<std::string>> expected;
     for (std::size_t row = 0; row < all.rows.size(); ++row) {
         const std::string& time = all.cell(row, "reference_timestamp");
         if (time >= "1767607200500000000" && time < "1767607200800000000")
-            expected.push_back({time, all.cell(row, "source"), all.cell(row, "roll"),
-                                all.cell(row, "satellites")});
+            expected.push_back({time, all.cell(row, "time_s"), all.cell(row, "packet"),
+                                all.cell(row, "roll"), all.cell(row, "satellites")});
     }
     EXPECT_EQ(part.rows, expected);
     EXPECT_EQ(expected.size(), 30U);
-    EXPECT_EQ(csv_table(folder / "part/rcom.csv").header,
-              (std::vector<std::string>{"reference_timestamp", "target_address"}));
+    EXPECT_EQ(
+        csv_table(folder / "part/rcom.csv").header,
+        (std::vector<std::string>{"reference_timestamp", "time_s", "packet", "target_address"}));
 
     // The same limits, in the other ways to write them.
     const std::pair<std::string, std::string> limits[] = {

@@ -1,10 +1,10 @@
 // Files and folders, as tests look at them.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <ios>
-#include <cstddef>
 #include <set>
 #include <sstream>
 #include <string>

@@ -33,6 +33,21 @@ inline void for_each_frame(
     }
 }
 
+/// The same frames, some seconds later.
+inline std::string delayed(const std::string& pcap, std::uint32_t seconds) {
+    std::string result = pcap.substr(0, pcap_header_size);
+    for_each_frame(pcap, [&](frame_head head, const std::string& frame) {
+        head.seconds += seconds;
+        result += raw(head) + frame;
+    });
+    return result;
+}
+
+/// The frames of two captures, one after the other.
+inline std::string joined(const std::string& first, const std::string& second) {
+    return first + second.substr(pcap_header_size);
+}
+
 /// The same frames in the newer of the two formats.
 inline std::string as_pcapng(const std::string& pcap) {
     const auto block = [&](std::uint32_t type, const std::string& body) {

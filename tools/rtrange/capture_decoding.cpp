@@ -10,6 +10,7 @@
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/interruption.hpp"
 #include "tools/rtrange/progress_bar.hpp"
+#include "tools/rtrange/times.hpp"
 
 namespace rtrange {
 namespace {
@@ -36,6 +37,15 @@ void decode_capture(capture_reader& capture, frame_decoder& decoder, table_outpu
     }
 }
 
+/// Throws failure when a capture begins before the end of those that were decoded.
+void check_overlap(const capture_reader& capture, const frame_outcomes& outcomes) {
+    if (outcomes.frames > 0 && capture.has_frames() &&
+        capture.first_time_ns() < outcomes.last_time_ns)
+        throw failure(fmt::format("'{}' overlaps the captures before it, which end at {}; decode "
+                                  "them one by one, or join them with mergecap",
+                                  capture.path().string(), utc_text(outcomes.last_time_ns)));
+}
+
 } // namespace
 
 std::vector<capture_reader> open_captures(const std::vector<std::filesystem::path>& captures) {
@@ -46,6 +56,10 @@ std::vector<capture_reader> open_captures(const std::vector<std::filesystem::pat
     if (!readers.empty() && std::ranges::none_of(readers, &capture_reader::has_frames)) {
         readers.front().next(); // throws if the file is broken instead of empty
         throw failure(fmt::format("there are no frames in '{}'", captures.front().string()));
+    }
+    if (!std::ranges::is_sorted(readers, {}, &capture_reader::first_time_ns)) {
+        std::ranges::stable_sort(readers, {}, &capture_reader::first_time_ns);
+        std::printf("The captures are decoded in the order of their first frames.\n");
     }
     return readers;
 }
@@ -66,6 +80,7 @@ std::vector<std::string> decode_captures(std::vector<capture_reader>& captures,
     for (capture_reader& capture : captures) {
         if (interrupted())
             break;
+        check_overlap(capture, decoder.outcomes());
         try {
             decode_capture(capture, decoder, output);
         } catch (const broken_capture& error) {

@@ -11,9 +11,9 @@
 
 namespace rtrange {
 
-/// Opens all captures. Called before any output is created, so that a wrong file name does not
-/// overwrite an earlier result. Throws failure when a file is not a capture, or when there is no
-/// frame in any of them.
+/// Opens all captures, in the order of their first frames. Called before any output is created, so
+/// that a wrong file name does not overwrite an earlier result. Throws failure when a file is not a
+/// capture, or when there is no frame in any of them.
 std::vector<capture_reader> open_captures(const std::vector<std::filesystem::path>& captures);
 
 /// Throws usage_failure when the output file is one of the captures.
@@ -21,7 +21,8 @@ void check_output(const std::filesystem::path& output,
                   const std::vector<std::filesystem::path>& captures);
 
 /// Decodes the captures one after the other, as one run, until the end or an interruption. Returns
-/// what kept it from reading them to their end, one line each.
+/// what kept it from reading them to their end, one line each. Throws failure when one begins
+/// before the end of the others.
 std::vector<std::string> decode_captures(std::vector<capture_reader>& captures,
                                          frame_decoder& decoder, table_output& output);
 

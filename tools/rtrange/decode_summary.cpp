@@ -87,9 +87,10 @@ void print_summary(const frame_decoder& decoder, const std::vector<written_table
     if (!notes.empty() || outcomes.steps_back > 0)
         print("\nNotes\n");
     if (outcomes.steps_back > 0)
-        print("  {}, the first at {}; the decoder resets at each\n",
-              outcomes.steps_back == 1 ? "1 step back in time"
-                                       : fmt::format("{} steps back in time", outcomes.steps_back),
+        print("  {} {}; each resets the decoder\n",
+              outcomes.steps_back == 1
+                  ? "1 step back in time, at"
+                  : fmt::format("{} steps back in time, the first at", outcomes.steps_back),
               utc_text(outcomes.first_steps_back.front().to_ns));
     for (const std::string& note : notes)
         print("  {}\n", note);

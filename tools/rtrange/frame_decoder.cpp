@@ -103,11 +103,14 @@ void frame_decoder::decode(const captured_frame& frame, table_output& output) {
     const auto packet = packages_.empty() ? std::nullopt : packet_in(frame.bytes);
     const frame_outcome outcome = outcomes_.end_frame(frame, packet);
     if (packet) {
+        if (packages_.rcom)
+            tables_with_rows_.set(rcom_table);
+        if (packages_.packet)
+            tables_with_rows_.set(packet_table(packages_.packet->unit));
         rows_.clear();
         view_->add_rows({frame.time_ns, zero_ns_, *packet, packages_, outcomes_.addresses()},
                         rows_);
         for (const table_row& row : rows_) {
-            tables_with_rows_.set(row.table);
             if (!selected_.contains(frame.time_ns))
                 continue;
             output.write(row);

@@ -55,10 +55,21 @@ capture_reader::capture_reader(const std::filesystem::path& file)
             file.string(), name != nullptr ? name : std::to_string(link_type)));
     }
     first_result_ = read();
+    if (has_frames())
+        first_time_ns_ = time_ns();
 }
 
 int capture_reader::read() {
     return pcap_next_ex(capture_.get(), &header_, &bytes_);
+}
+
+std::uint64_t capture_reader::time_ns() const {
+    using seconds_type = decltype(header_->ts.tv_sec);
+    // With nanosecond precision, tv_usec counts nanoseconds.
+    const auto seconds =
+        std::uint64_t{static_cast<std::make_unsigned_t<seconds_type>>(header_->ts.tv_sec)};
+    const auto nanoseconds = static_cast<std::uint64_t>(header_->ts.tv_usec);
+    return seconds * 1'000'000'000 + nanoseconds;
 }
 
 std::optional<captured_frame> capture_reader::next() {
@@ -75,11 +86,7 @@ std::optional<captured_frame> capture_reader::next() {
         throw broken_capture(
             fmt::format("frame {} of '{}' has a time before 1970; set the clock of the recorder",
                         frames_, file_.string()));
-    // With nanosecond precision, tv_usec counts nanoseconds.
-    const auto seconds =
-        std::uint64_t{static_cast<std::make_unsigned_t<seconds_type>>(header_->ts.tv_sec)};
-    const auto nanoseconds = static_cast<std::uint64_t>(header_->ts.tv_usec);
-    return captured_frame{seconds * 1'000'000'000 + nanoseconds,
+    return captured_frame{time_ns(),
                           {bytes_, header_->caplen},
                           header_->caplen < header_->len,
                           frames_,

@@ -24,6 +24,9 @@ public:
     /// Whether the file has at least one readable frame.
     bool has_frames() const { return first_result_ == 1; }
 
+    /// The time of the first frame in nanoseconds since 1970. Only if there is one.
+    std::uint64_t first_time_ns() const { return first_time_ns_; }
+
     /// The next frame; nothing at the end. Throws broken_capture when the rest cannot be read.
     std::optional<captured_frame> next();
 
@@ -38,6 +41,7 @@ private:
     };
 
     int read();
+    std::uint64_t time_ns() const; ///< of the frame that was read last
 
     std::filesystem::path file_;
     std::string name_;
@@ -46,6 +50,7 @@ private:
     const std::uint8_t* bytes_ = nullptr;
     int first_result_ = 0; ///< what libpcap returned for the first frame
     bool first_is_next_ = true;
+    std::uint64_t first_time_ns_ = 0;
     std::uint64_t frames_ = 0;
 };
 

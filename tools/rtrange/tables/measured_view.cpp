@@ -493,12 +493,11 @@ std::vector<std::string> measured_view::notes() const {
             static_cast<double>(static_cast<std::int64_t>(sender.last_time_ns - zero_ns_)) * 1e-9);
     if (unidentified_.size() > most_listed_senders)
         senders += ", and others";
-    return {fmt::format("{} from addresses that were no unit's at that moment, see the table "
-                        "'unidentified': {}",
-                        unidentified_rows_ == 1
-                            ? "1 NCOM packet came"
-                            : fmt::format("{} NCOM packets came", unidentified_rows_),
-                        senders)};
+    return {fmt::format(
+        "{} from {} no unit's at that moment, see the table 'unidentified': {}",
+        unidentified_rows_ == 1 ? "1 NCOM packet came"
+                                : fmt::format("{} NCOM packets came", unidentified_rows_),
+        unidentified_.size() == 1 ? "an address that was" : "addresses that were", senders)};
 }
 
 } // namespace rtrange
