@@ -122,11 +122,11 @@ TEST_F(results, never_take_the_place_of_files_that_rtrange_has_not_written) {
     const std::string report = "report following.pcap --overwrite -o ";
     const std::string simulate = "simulate --overwrite ";
     const std::pair<std::string, std::string> cases[] = {
-        {csv + "more", "'more/target4.csv' exists"},
-        {csv + "own", "'own/hunter.csv' exists"},
-        {csv + "own/", "'own/hunter.csv' exists"},
-        {csv + "list", "'list/rtrange-files.txt' was not written by rtrange"},
-        {csv + "within", "'within/target3.csv' exists"},
+        {csv + "more", "target4.csv' exists"},
+        {csv + "own", "hunter.csv' exists"},
+        {csv + "own/", "hunter.csv' exists"},
+        {csv + "list", "rtrange-files.txt' was not written by rtrange"},
+        {csv + "within", "target3.csv' exists"},
         {csv + "file", "cannot create the folder 'file'"},
         {csv + "file/tables", "cannot create the folder 'file'"},
         {csv + "following.pcap", "is one of the captures"},
