@@ -1,11 +1,15 @@
 #include "tools/rtrange/platform.hpp"
 
 #include <array>
+#include <cerrno>
 #include <string_view>
 #include <system_error>
 
+#include <fcntl.h>
 #include <fmt/format.h>
+#include <io.h>
 #include <pcap/pcap.h>
+#include <sys/stat.h>
 #include <windows.h>
 
 #include <shellapi.h>
@@ -22,10 +26,6 @@ std::string utf8(std::wstring_view text) {
         WideCharToMultiByte(CP_UTF8, 0, text.data(), size, result.data(),
                             static_cast<int>(result.size()), nullptr, nullptr)));
     return result;
-}
-
-std::error_code last_error() {
-    return {static_cast<int>(GetLastError()), std::system_category()};
 }
 
 } // namespace
@@ -65,13 +65,13 @@ std::FILE* open_for_writing(const std::filesystem::path& file) {
 }
 
 bool create_file(const std::filesystem::path& file, std::error_code& error) {
-    const HANDLE handle = CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (handle == INVALID_HANDLE_VALUE) {
-        error = last_error();
+    const int descriptor =
+        _wopen(file.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL, _S_IREAD | _S_IWRITE);
+    if (descriptor < 0) {
+        error.assign(errno, std::generic_category());
         return false;
     }
-    CloseHandle(handle);
+    _close(descriptor);
     return true;
 }
 
@@ -79,7 +79,7 @@ void rename_to_new(const std::filesystem::path& from, const std::filesystem::pat
                    std::error_code& error) {
     error.clear();
     if (MoveFileW(from.c_str(), to.c_str()) == 0)
-        error = last_error();
+        error.assign(static_cast<int>(GetLastError()), std::system_category());
 }
 
 unsigned long process_id() {

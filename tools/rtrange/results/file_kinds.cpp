@@ -48,6 +48,9 @@ std::string creator_of(const std::filesystem::path& file) {
 }
 
 bool is_hdf5_of_rtrange(const std::filesystem::path& file) {
+    // First of all calls: when a file cannot be written later, the library's exit handler would
+    // write it again and crash.
+    H5dont_atexit();
     H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr); // the error stack does not help users
     try {
         return creator_of(file).starts_with("rtrange ");
