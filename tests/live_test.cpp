@@ -96,7 +96,7 @@ private:
 std::vector<std::vector<std::string>> values(const fs::path& file) {
     csv_table table(file);
     for (auto& row : table.rows)
-        row.erase(row.begin());
+        row.erase(row.begin(), row.begin() + 2);
     return table.rows;
 }
 
@@ -121,8 +121,9 @@ TEST_F(live_decoding, gives_what_a_capture_of_the_same_frames_gives) {
         EXPECT_EQ(result.exit_code, 0) << result.output;
         expect_contains(result.output, {"260 frames"});
         for (const char* const table :
-             {"hunter.csv", "target1.csv", "target1_samples.csv", "rcom.csv"})
-            EXPECT_EQ(values(folder / "live" / table), values(folder / "capture" / table)) << table;
+             {"hunter.csv", "target1.csv", "rcom.csv", "unidentified.csv"})
+            EXPECT_TRUE(values(folder / "live" / table) == values(folder / "capture" / table))
+                << table;
     }
 }
 

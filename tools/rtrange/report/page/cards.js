@@ -77,7 +77,7 @@ function show_header(summary) {
 function show_units(summary) {
   const rows = summary.units.map(({ unit, address, time, count }) => {
     const identified = `at ${seconds_text(time)}${count > 1 ? `, ${count_text(count)} times` : ""}`;
-    return [swatch(unit), unit_names[unit], address, identified];
+    return [swatch(unit), unit_name(unit), address, identified];
   });
   card("Units identified", rows.length > 0 ? table(rows, [3]) : "None: no RCOM packet contained an address.");
 }
@@ -110,7 +110,7 @@ function show_rows(streams) {
     const cells = kinds.map(([kind]) =>
       streams.find((stream) => stream.unit === unit && stream.kind === kind),
     );
-    return [swatch(unit), unit_names[unit], ...cells.map((stream) => (stream ? rows_text(stream) : "–"))];
+    return [swatch(unit), unit_name(unit), ...cells.map((stream) => (stream ? rows_text(stream) : "–"))];
   });
   const head = ["", "", ...kinds.map(([, name]) => name)];
   card("Rows", table([head, ...rows], [2, 3, 4]));
@@ -140,7 +140,7 @@ function gap_rows(streams, axis) {
         from,
         cells: () => [
           swatch(unit),
-          `${unit_names[unit]}, ${what[kind]}`,
+          `${unit_name(unit)}, ${what[kind]}`,
           period(axis, from, to),
         ],
       });

@@ -9,8 +9,21 @@ const unit_names = {
   target3: "Target 3",
   target4: "Target 4",
   rcom: "RCOM",
-  unidentified: "Unidentified",
 };
+
+/** Senders that are no unit are named by their address. */
+function unit_name(unit) {
+  return unit_names[unit] ?? unit;
+}
+
+/** The units whose colours such senders have, by address. */
+const colours_of_senders = {};
+
+function choose_colours(streams) {
+  const present = new Set(streams.map(({ unit }) => unit));
+  const free = Object.keys(unit_colours.light).filter((unit) => !present.has(unit) && unit !== "rcom");
+  for (const unit of present) if (!(unit in unit_names) && free.length > 0) colours_of_senders[unit] = free.shift();
+}
 
 const unit_colours = {
   light: {
@@ -36,7 +49,8 @@ function is_dark() {
 }
 
 function unit_colour(unit) {
-  return unit_colours[is_dark() ? "dark" : "light"][unit] ?? unit_colour("rcom");
+  const colours = unit_colours[is_dark() ? "dark" : "light"];
+  return colours[colours_of_senders[unit] ?? unit] ?? colours.rcom;
 }
 
 /** A colour of the style sheet. */

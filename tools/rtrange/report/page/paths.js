@@ -7,7 +7,7 @@ function paths_of(streams) {
   for (const kind of ["navigation", "range"])
     for (const { unit, kind: kind_of_stream, values } of streams)
       if (kind_of_stream === kind && !paths.has(unit) && has_values(values.east))
-        paths.set(unit, make_trace(unit, unit_names[unit], values.time, values.east, false));
+        paths.set(unit, make_trace(unit, unit_name(unit), values.time, values.east, false));
   for (const { unit, values } of streams) {
     const path = paths.get(unit);
     if (path && path.values === values.east) path.north = values.north;

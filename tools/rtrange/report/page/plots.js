@@ -142,7 +142,7 @@ function default_plot(plot, streams) {
   if (plot.prepare) values = values.map(plot.prepare);
   if (plot.is_angle) values = unwrapped_where_possible(values);
   const traces = found.map(({ unit, values: { time } }, i) =>
-    make_trace(unit, unit_names[unit], time, values[i], plot.is_angle),
+    make_trace(unit, unit_name(unit), time, values[i], plot.is_angle),
   );
   return { ...plot, traces };
 }
@@ -171,7 +171,7 @@ function with_names(plot, names) {
 function quality_plot(plot, summary, qualities) {
   const traces = qualities
     .filter(({ columns }) => plot.field in columns && has_values(columns[plot.field]))
-    .map(({ unit, columns, time }) => make_trace(unit, unit_names[unit], time, columns[plot.field], false));
+    .map(({ unit, columns, time }) => make_trace(unit, unit_name(unit), time, columns[plot.field], false));
   return with_names({ ...plot, traces }, summary.value_names[plot.field]);
 }
 
@@ -230,7 +230,7 @@ function field_plot(field, columns, names) {
   const traces = [];
   for (const unit of units_with(field, columns)) {
     const { time, [field.name]: values } = columns.get(unit);
-    if (has_values(values)) traces.push(make_trace(unit, unit_names[unit], time, values, false));
+    if (has_values(values)) traces.push(make_trace(unit, unit_name(unit), time, values, false));
   }
   const hint = field.meaning === field.name ? "" : field.meaning;
   const is_integer = are_integers(traces);

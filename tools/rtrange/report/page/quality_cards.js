@@ -95,7 +95,7 @@ function show_quality(summary, qualities) {
   const shown = quality_table_columns(summary.value_names).filter(([, field]) => present.has(field));
   const rows = qualities.map((quality) => [
     swatch(quality.unit),
-    unit_names[quality.unit],
+    unit_name(quality.unit),
     ...shown.map(([, field, text]) => quality_cell(quality, field, text)),
     quality.gaps > 0 ? element("span", { className: "bad", textContent: count_text(quality.gaps) }) : "0",
     bad_time(quality),
@@ -118,7 +118,7 @@ function show_bad_data(qualities, axis) {
     .slice(0, most)
     .map(({ unit, from, to, limits }) => [
       swatch(unit),
-      unit_names[unit],
+      unit_name(unit),
       period(axis, from, to, `: ${[...limits].map(({ name }) => name).join(", ")}`),
     ]);
   const count = `${count_text(periods.length)} ${periods.length === 1 ? "period" : "periods"}`;

@@ -1,34 +1,32 @@
 // Builds the page.
 "use strict";
 
-/**
- * Until all units are identified, the NCOM of any unit is in the hunter's table. Such rows are shown
- * only if there are no others of the hunter.
- */
-function without_mixed_rows(streams) {
-  const mixed = streams.filter(({ unit }) => unit === "unidentified");
-  const others = streams.filter(({ unit }) => unit !== "unidentified");
-  if (mixed.length === 0) return streams;
-  if (!others.some(({ unit }) => unit === "hunter")) {
-    show_note(
-      "No RCOM packet contained the hunter's address, so all NCOM is shown as the hunter's. If several units sent NCOM, their values are mixed.",
-    );
-    return [...mixed.map((stream) => ({ ...stream, unit: "hunter" })), ...others];
-  }
-  const rows = mixed.reduce((sum, stream) => sum + stream.rows, 0);
-  show_note(
-    `Not plotted: ${rows === 1 ? "the first row" : `${count_text(rows)} rows`} from before all units were identified. Until then, the NCOM of any unit is in the hunter's table.`,
+/** NCOM from before its sender was identified as a unit is left out. */
+function without_unidentified_rows(summary, streams) {
+  const addresses = new Set(summary.units.map(({ address }) => address));
+  const [left_out, shown] = [true, false].map((is_early) =>
+    streams.filter(({ unit }) => addresses.has(unit) === is_early),
   );
-  return others;
+  const rows = left_out.reduce((sum, stream) => sum + stream.rows, 0);
+  if (rows > 0)
+    show_note(
+      `Not plotted: ${rows === 1 ? "one NCOM row" : `${count_text(rows)} NCOM rows`} from before the sender was identified as a unit.`,
+    );
+  const senders = shown.map(({ unit }) => unit).filter((unit) => !(unit in unit_names));
+  if (senders.length > 0)
+    show_note(`No RCOM packet named these senders as units: ${[...new Set(senders)].join(", ")}.`);
+  return shown;
 }
 
 function start() {
   const summary = JSON.parse(document.getElementById("summary").textContent);
   show_header(summary);
   show_notes(summary);
-  const streams = without_mixed_rows(read_streams(summary));
-  const units = Object.keys(unit_names);
-  streams.sort((a, b) => units.indexOf(a.unit) - units.indexOf(b.unit));
+  const streams = without_unidentified_rows(summary, read_streams(summary));
+  choose_colours(streams);
+  const order = Object.keys(unit_names);
+  const place = ({ unit }) => (order.includes(unit) ? order.indexOf(unit) : order.length);
+  streams.sort((a, b) => place(a) - place(b));
   const times = streams.flatMap(({ values: { time } }) => [time[0], time.at(-1)]);
   const axis =
     times.length > 0
