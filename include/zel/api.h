@@ -6,8 +6,8 @@
  *   failure      a status other than 0, with a record in *error that describes it. A host evaluates
  *                the status. A plug-in evaluates the record alone: a failing function of the host
  *                must store one, or else the failure counts as success
- *   *error       null before the call; it is overwritten, not read. The caller owns the record that
- *                is stored in it. With a null `error`, the caller gets no record. When memory runs out, a failure
+ *   *error       null before the call; a failure stores a record in it, which the caller owns.
+ *                With a null `error`, the caller gets no record. When memory runs out, a failure
  *                may come without a record
  *   note         a record with the code ZEL_ERROR_NOTE and status 0: a success. The caller destroys
  *                it like any other record
@@ -20,7 +20,8 @@
  *   - A failing function leaves its targets, except *error, as they were.
  *   - No function throws a C++ exception, neither the host's nor the plug-in's.
  *   - The functions of the host do not call the instance that called them; the log may.
- *   - Texts end with a zero byte. Those of the interface and of a plug-in are ASCII.
+ *   - Texts end with a zero byte. Those of the interface and of a plug-in are ASCII, except for
+ *     parts that came from the host.
  */
 /* clang-format on */
 #ifndef ZEL_API_H

@@ -11,10 +11,11 @@ extern "C" {
 /* One error; only the host's library knows its content. */
 typedef struct zel_error_details_t zel_error_details_t;
 
-/* Codes of error records. A plug-in reports its own failures with those from ZEL_ERROR_FAILED on;
+/* Codes of error records. A plug-in reports its own failures with any of them but ZEL_ERROR_NOTE;
  * it may use further codes, for example for errors of the operating system. A record with a code
  * other than ZEL_ERROR_NOTE is a failure, even with code 0. zel_raw_package_check_state_value is
- * different: there, code 0 alone means success. */
+ * different: there, no record or one with code 0 means a good state, and ZEL_ERROR_NOTE does not.
+ */
 #define ZEL_ERROR_NOTE UINT32_C(1)
 #define ZEL_ERROR_FAILED UINT32_C(0xA0000FA5)
 #define ZEL_ERROR_NOT_IMPLEMENTED UINT32_C(0xA0000FA1)

@@ -11,9 +11,9 @@ extern "C" {
 /* Name under which the host's service locator offers a zel_log_t. */
 #define ZEL_LOG_SERVICE_TYPE "zel_log_t"
 
-/* Levels of log records. Their values are no order of severity: levels 200 and 300 report dropped
- * frames, level 400 a success. Filter by value, not by a threshold. */
-#define ZEL_LOG_LEVEL_SKIPPED UINT32_C(200)   /* a frame that is not for the decoder */
+/* Levels of log records. Their values are no order of severity: levels 200 and 300 report frames
+ * that are dropped or decoded in part, level 400 a success. Filter by value, not by a threshold. */
+#define ZEL_LOG_LEVEL_SKIPPED UINT32_C(200)   /* foreign, or not to be decoded */
 #define ZEL_LOG_LEVEL_MALFORMED UINT32_C(300) /* a malformed or unusable frame */
 #define ZEL_LOG_LEVEL_NOTABLE UINT32_C(400)   /* a new or changed address of a unit */
 

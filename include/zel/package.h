@@ -12,8 +12,8 @@ extern "C" {
 
 /* Header of an output package, 63 bytes, little-endian, at any address; `size` bytes of data follow
  * it directly. The record is packed, so its members may be misaligned: access them by name, do not
- * take their addresses. A plug-in sets all members but `host_block` and
- * `size`, and `source_info_nibble` only where noted. */
+ * take their addresses. A plug-in sets all members except `host_block`,
+ * `size` and, in packages other than "zel.rtrange", `source_info_nibble`. */
 #pragma pack(push, 1)
 typedef struct zel_package_t {
     uint16_t source_id;
@@ -55,7 +55,8 @@ ZEL_API zel_status_t zel_package_create_assign_data(const zel_allocator_t* alloc
 
 /* Sets the format type, one of ZEL_FORMAT_TYPE_*; the text is borrowed and copied. Where it is
  * kept is up to the host; the other members of the header and the data remain unchanged. After
- * a failure, the whole package is unchanged. A plug-in calls it once per package. Any thread. */
+ * a failure, the whole package is unchanged. A plug-in calls it once
+ * for each package of zel_package_create. Any thread. */
 ZEL_API zel_status_t zel_package_assign_format_type(zel_package_t* package, const char* format_type,
                                                     zel_error_details_t** error);
 
