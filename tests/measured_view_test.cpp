@@ -5,8 +5,10 @@
 #include <functional>
 #include <map>
 #include <numbers>
+#include <numeric>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "simulation/simulated_traffic.hpp"
@@ -133,6 +135,15 @@ protected:
     traffic_options options{.duration_s = 30, .rate_hz = 20};
 };
 
+/// Makes the second and third checksum of an NCOM packet the sums of their own parts.
+void sum_by_parts(frame_bytes& frame, std::size_t ncom) {
+    for (const auto& [begin, end] : {std::pair{22U, 61U}, std::pair{61U, 71U}})
+        frame[ncom + end] =
+            std::accumulate(frame.begin() + static_cast<std::ptrdiff_t>(ncom + begin),
+                            frame.begin() + static_cast<std::ptrdiff_t>(ncom + end), char{0},
+                            [](char sum, char byte) { return static_cast<char>(sum + byte); });
+}
+
 /// Columns that an NCOM status channel brings.
 const std::map<std::string, std::uint8_t> ncom_channel_of{
     {"satellites", 0},
@@ -249,6 +260,8 @@ TEST_F(measured_view, counts_wrong_checksums_and_names_refused_frames) {
     simulate("run.pcap", [&](double time, frame_bytes& frame) {
         ++frames;
         const bool wrapped = is_wrapped_ncom(frame);
+        if (time > 20.0 && (is_ncom(frame) || wrapped))
+            sum_by_parts(frame, wrapped ? 62 : 42); // right, too
         if ((is_ncom(frame) || wrapped) && frames % 7 == 0) {
             // A byte of each of the three parts in turn, the status channel's last one included.
             const std::size_t bytes[]{5, 40, 70};

@@ -27,11 +27,23 @@ std::uint8_t sum(const std::uint8_t* begin, const std::uint8_t* end) {
     return static_cast<std::uint8_t>(std::accumulate(begin, end, 0U));
 }
 
-/// Whether a checksum is neither the sum of all bytes after the sync byte nor that of the bytes
-/// from the previous checksum on: senders use either.
-bool is_wrong(const std::uint8_t* ncom, std::size_t previous, std::size_t checksum) {
-    return sum(ncom + 1, ncom + checksum) != ncom[checksum] &&
-           sum(ncom + previous, ncom + checksum) != ncom[checksum];
+/// Whether each checksum is the sum of all bytes between the sync byte and itself.
+bool sums_the_packet(const std::uint8_t* ncom) {
+    const auto is_right = [ncom](std::size_t checksum) {
+        return sum(ncom + 1, ncom + checksum) == ncom[checksum];
+    };
+    return is_right(ncom_byte::checksum_1) && is_right(ncom_byte::checksum_2) &&
+           is_right(ncom_byte::checksum_3);
+}
+
+/// Whether each checksum is the sum of the bytes from the previous one, or the sync byte, on.
+bool sums_its_parts(const std::uint8_t* ncom) {
+    const auto is_right = [ncom](std::size_t begin, std::size_t checksum) {
+        return sum(ncom + begin, ncom + checksum) == ncom[checksum];
+    };
+    return is_right(1, ncom_byte::checksum_1) &&
+           is_right(ncom_byte::checksum_1, ncom_byte::checksum_2) &&
+           is_right(ncom_byte::checksum_2, ncom_byte::checksum_3);
 }
 
 } // namespace
@@ -63,9 +75,7 @@ double angle_between(double first, double second) {
 }
 
 bool has_wrong_checksum(const std::uint8_t* ncom) {
-    return is_wrong(ncom, 1, ncom_byte::checksum_1) ||
-           is_wrong(ncom, ncom_byte::checksum_1, ncom_byte::checksum_2) ||
-           is_wrong(ncom, ncom_byte::checksum_2, ncom_byte::checksum_3);
+    return !sums_the_packet(ncom) && !sums_its_parts(ncom); // senders do either
 }
 
 void gps_clock::follow(const std::uint8_t* ncom) {
