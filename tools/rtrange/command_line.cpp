@@ -246,7 +246,7 @@ std::string message_for(const CLI::ParseError& error, const CLI::App& app,
     if (commands.empty() &&
         std::filesystem::is_regular_file(std::u8string(name.begin(), name.end()), ignored))
         return fmt::format("no command given; to view a capture: rtrange report {}", name);
-    const std::string message = error.what();
+    std::string message = error.what();
     if (message.find("see 'rtrange") != std::string::npos)
         return message;
     return fmt::format("{}; see 'rtrange {}--help'", message,

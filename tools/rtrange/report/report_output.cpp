@@ -40,7 +40,7 @@ void report_output::write(const table_row& row) {
 /// Unidentified senders are units of their own, as long as there are few.
 std::string report_output::unit_of(const table_row& row) {
     constexpr std::size_t most_senders = 8;
-    const std::string unit(table_descriptions()[row.table].unit);
+    std::string unit(table_descriptions()[row.table].unit);
     if (row.table != unidentified_table)
         return unit;
     const auto& columns = columns_[row.table];

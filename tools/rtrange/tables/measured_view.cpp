@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
-#include <ranges>
 #include <span>
 #include <string_view>
 
@@ -119,6 +118,7 @@ std::vector<difference> difference_columns(const std::vector<measured_column>& c
 
 std::vector<cell> unknown_cells(const std::vector<measured_column>& columns) {
     std::vector<cell> cells;
+    cells.reserve(columns.size());
     for (const measured_column& column : columns)
         cells.push_back(unknown(column.shown.type));
     return cells;
@@ -278,8 +278,9 @@ measured_view::sender_state& measured_view::sender(std::uint32_t address) {
         std::erase_if(senders_, [&](const auto& entry) {
             return std::ranges::find(units_, entry.first, &unit_state::address) == units_.end();
         });
-    return senders_.try_emplace(address, unknown_cells(measured_unit_columns()), gps_clock())
-        .first->second;
+    sender_state& added = senders_[address];
+    added.cells = unknown_cells(measured_unit_columns());
+    return added;
 }
 
 measured_view::sender_state& measured_view::sender_of(std::size_t unit) {
@@ -486,11 +487,15 @@ std::vector<std::string> measured_view::notes() const {
     if (unidentified_.empty())
         return {};
     std::string senders;
-    for (const auto& [address, sender] : unidentified_ | std::views::take(most_listed_senders))
+    std::size_t listed = 0;
+    for (const auto& [address, sender] : unidentified_) {
+        if (++listed > most_listed_senders)
+            break;
         senders += fmt::format(
             "{}{} ({}, until {:.3f} s)", senders.empty() ? "" : ", ", ipv4_text(address),
             sender.rows,
             static_cast<double>(static_cast<std::int64_t>(sender.last_time_ns - zero_ns_)) * 1e-9);
+    }
     if (unidentified_.size() > most_listed_senders)
         senders += ", and others";
     return {fmt::format(
