@@ -65,7 +65,7 @@ void add_selection(CLI::App& parser, selection_options& options) {
     add_names(parser, "--fields", options.fields, "Only these fields, for example heading,roll")
         ->check(fault_of_field, "");
     add_names(parser, "--units", options.units,
-              "Only these units: hunter, target1 to target4, rcom")
+              "Only these units: hunter, target1 to target4, rcom, unidentified")
         ->check(fault_of_unit, "");
     parser
         .add_option("--from", options.from,
