@@ -41,7 +41,7 @@ A row is what is known of a unit, or of RCOM, after one packet. A cell is empty 
 | `gps_minutes` | Empty before NCOM channel 0. | Counts from 0 before that. |
 | `utc_offset` | Empty unless `utc_offset_valid` is 1. | Always as received. |
 | `position_mode` | Position mode of NCOM channel 0. | Not stored. |
-| `checksum_error` | 1 if one of the three checksums is wrong, otherwise 0. A checksum is the sum either of all bytes after the sync byte, or of the bytes from the previous checksum on: senders use either, and both are accepted. | Not stored; the plug-in verifies no checksum. |
+| `checksum_error` | 0 if the three checksums of the packet are right, otherwise 1. Senders sum either all bytes from the sync byte up to each checksum, or each part from the previous checksum on; both are accepted, if all three are summed in the same way. The sync byte itself is not summed. | Not stored; the plug-in verifies no checksum. |
 | `ncom_status_channel` | Of the unit's own packet. | In the hunter's record only: of the last packet of any unit. |
 | `rcom_channel_value` | Of the last packet about this target. | Of the last packet about any unit; for the hunter, of status channel 5. |
 | `rcom_channel_17_a`, `_b`, `_c` | Of the last packet about this target. | Of the last packet about any unit. |
