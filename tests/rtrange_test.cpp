@@ -1,6 +1,7 @@
 // The program, as a user calls it.
 
 #include <functional>
+#include <regex>
 
 #include "simulation/scenario.hpp"
 #include "tests/harness/pcap.hpp"
@@ -310,7 +311,17 @@ TEST_F(rtrange_program, simulates_the_same_bytes_from_the_same_seed) {
 TEST_F(rtrange_program, shows_the_plug_in_and_the_records) {
     expect_contains(succeed("info"), {"zel-library-type     formatter", "zel.rtrange\n",
                                       "zel.eth.rtrange\n", "zel_formatter_data_source_binding_t"});
-    expect_contains(succeed("fields"), {"curvature"});
+    const std::string columns = succeed("fields");
+    for (const char* const line :
+         {"\ntime_s +s +all +the capture ",
+          "\nheading +deg +units +NCOM or extended range channel 10 ",
+          "\nttc_lateral +s +targets +extended range ", "\nlane_d0 +rcom +lane ",
+          "\nsample_rate_z +deg/s +samples +NCOM ", "\nreason +refused +the capture "})
+        EXPECT_TRUE(std::regex_search(columns, std::regex(line))) << line;
+    EXPECT_EQ(columns.find("\nutc_time_us"), std::string::npos);
+    EXPECT_TRUE(
+        std::regex_search(succeed("fields --view record"),
+                          std::regex("utc_time_us +us +NCOM channel 0 and NCOM channel 16 ")));
     EXPECT_EQ(succeed("fields --markdown"), content(RECORD_REFERENCE))
         << "write it again: rtrange fields --markdown > docs/records.md";
     EXPECT_EQ(rtrange("fields --c").output, content(RECORD_HEADER))

@@ -65,7 +65,7 @@ void add_selection(CLI::App& parser, selection_options& options) {
     add_names(parser, "--fields", options.fields, "Only these fields, for example heading,roll")
         ->check(fault_of_field, "");
     add_names(parser, "--units", options.units,
-              "Only these units: hunter, target1 to target4, rcom")
+              "Only these units: hunter, target1 to target4, rcom, unidentified")
         ->check(fault_of_unit, "");
     parser
         .add_option("--from", options.from,
@@ -200,22 +200,34 @@ command add_simulate(CLI::App& app) {
 }
 
 command add_fields(CLI::App& app) {
-    struct flags {
+    struct form {
+        std::string view = "measured";
         bool markdown = false;
         bool c = false;
     };
-    const auto as = std::make_shared<flags>();
-    CLI::App* const parser = app.add_subcommand("fields", "List the fields of the decoded records");
+    const auto as = std::make_shared<form>();
+    CLI::App* const parser = app.add_subcommand("fields", "List the columns of the tables");
+    CLI::Option* const view =
+        parser
+            ->add_option("--view", as->view,
+                         "measured: the columns of that view; record: the fields of the records")
+            ->check(CLI::IsMember({"measured", "record"}))
+            ->capture_default_str();
     CLI::Option* const markdown =
-        parser->add_flag("--markdown", as->markdown, "Print them as a Markdown page");
-    parser->add_flag("--c", as->c, "Print them as a C header")->excludes(markdown);
+        parser->add_flag("--markdown", as->markdown, "Print both views as a Markdown page")
+            ->excludes(view);
+    parser->add_flag("--c", as->c, "Print the records as a C header")
+        ->excludes(view)
+        ->excludes(markdown);
     return {parser, [as] {
                 if (as->markdown)
                     print_fields_as_markdown();
                 else if (as->c)
                     print_fields_as_c();
+                else if (as->view == "record")
+                    print_record_fields();
                 else
-                    print_fields();
+                    print_measured_columns();
                 return exit_success;
             }};
 }

@@ -33,19 +33,6 @@ std::uint64_t restart_gap_ns(const run_options& options) {
     return seconds > 0.0 ? static_cast<std::uint64_t>(std::llround(seconds * 1e9)) : UINT64_MAX;
 }
 
-const std::vector<column>& refused_columns() {
-    static const std::vector<column> columns{
-        {"frame", cell_type::u64, "", "number of the frame in its capture, from 1"},
-        {"reference_timestamp", cell_type::u64, "ns", "capture time since 1970"},
-        {"time_s", cell_type::f64, "s", "capture time since the first frame of the run"},
-        {"source_ip", cell_type::ipv4, "", "IPv4 source address"},
-        {"destination_ip", cell_type::ipv4, "", "IPv4 destination address"},
-        {"reason", cell_type::text, "", "why the frame was refused", longest_text},
-        {"capture", cell_type::text, "", "name of the capture", longest_text},
-    };
-    return columns;
-}
-
 /// Throws usage_failure when a selected field is in none of the tables.
 void check_fields(const run_options& options, const table_columns& columns) {
     for (const std::string& name : options.selection.fields) {
@@ -69,6 +56,19 @@ cell address_at(const captured_frame& frame, std::size_t offset) {
 }
 
 } // namespace
+
+const std::vector<column>& refused_columns() {
+    static const std::vector<column> columns{
+        {"frame", cell_type::u64, "", "number of the frame in its capture, from 1"},
+        {"reference_timestamp", cell_type::u64, "ns", "capture time since 1970"},
+        {"time_s", cell_type::f64, "s", "capture time since the first frame of the run"},
+        {"source_ip", cell_type::ipv4, "", "IPv4 source address"},
+        {"destination_ip", cell_type::ipv4, "", "IPv4 destination address"},
+        {"reason", cell_type::text, "", "why the frame was refused", longest_text},
+        {"capture", cell_type::text, "", "name of the capture", longest_text},
+    };
+    return columns;
+}
 
 frame_decoder::frame_decoder(const run_options& options)
     : selected_(options.selection), view_(create_view(options, selected_)),

@@ -21,6 +21,9 @@
 
 namespace rtrange {
 
+/// The columns of the table of refused frames.
+const std::vector<column>& refused_columns();
+
 /// Drives a formatter instance frame by frame, as one run. After a gap, it continues with a new
 /// instance.
 class frame_decoder {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <span>
+#include <string_view>
 #include <utility>
 
 #include "tools/rtrange/tables/ipv4.hpp"
@@ -54,8 +55,8 @@ bool is_text(cell_type type) {
 void format_text(cell_type type, cell content, std::size_t size, std::uint8_t* text) {
     std::memset(text, 0, size);
     if (type == cell_type::text) {
-        const char* const bytes = text_in(content);
-        std::memcpy(text, bytes, std::min(std::strlen(bytes), size));
+        const std::string_view characters(text_in(content));
+        std::ranges::copy(characters.substr(0, size), text);
     } else if (content != unknown_address) {
         format_ipv4(static_cast<std::uint32_t>(content), reinterpret_cast<char*>(text));
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "zel_rt_range_formatter/records/ncom_fields.hpp"
 #include "zel_rt_range_formatter/records/rcom_fields.hpp"
@@ -27,23 +28,26 @@ constexpr cell_type whole = cell_type::whole_number;
 
 const computed_column computed_unit_columns[] = {
     {"latitude", "", "deg", number, origins::ncom_or_range_channel(8),
-     "latitude; of a target also from RCOM status channel 8, in rows of range packets"},
+     "latitude, datum not known; of a target also from RCOM status channel 8, in rows of range "
+     "packets"},
     {"longitude", "", "deg", number, origins::ncom_or_range_channel(8),
-     "longitude; of a target also from RCOM status channel 8, in rows of range packets"},
+     "longitude, datum not known; of a target also from RCOM status channel 8, in rows of range "
+     "packets"},
     {"altitude", "", "m", number, origins::ncom_or_range_channel(10),
-     "altitude; of a target also from RCOM status channel 10, in rows of range packets"},
+     "altitude, reference not known; of a target also from RCOM status channel 10, in rows of "
+     "range packets"},
     {"vehicle_velocity_x", "", "m/s", number, origins::ncom,
-     "velocity forward, computed with the heading of the same packet"},
+     "velocity over ground, forward: computed with the heading of the same packet"},
     {"vehicle_velocity_x_kmh", "", "km/h", number, origins::ncom, "vehicle_velocity_x in km/h"},
     {"vehicle_velocity_y", "", "m/s", number, origins::ncom,
-     "velocity to the left, computed with the heading of the same packet"},
+     "velocity over ground, to the left: computed with the heading of the same packet"},
     {"vehicle_velocity_y_kmh", "", "km/h", number, origins::ncom, "vehicle_velocity_y in km/h"},
     {"heading", "", "deg", number, origins::ncom_or_range_channel(10),
      "heading, 0 to 360: 0 is north, 90 is east; of a target also from RCOM status channel 10, in "
      "rows of range packets"},
     {"curvature", "", "1/m", number, origins::ncom_and_channel(4),
-     "yaw rate over speed; 0 unless the speed exceeds its own accuracy and velocity_accuracy_age "
-     "is below 150"},
+     "rate_z over speed, positive in a bend to the left; 0 unless the speed exceeds "
+     "velocity_accuracy_horizontal and velocity_accuracy_age is below 150"},
     {"relative_accel_x", "", "m/s²", number, origins::ncom_and_hunter_ncom,
      "accel_x of this unit minus that of the hunter"},
     {"relative_accel_y", "", "m/s²", number, origins::ncom_and_hunter_ncom,
@@ -80,11 +84,12 @@ const computed_column computed_unit_columns[] = {
     {"output_displacement_z", "", "m", number, origins::ncom_channel(26),
      "status channel 26: lever arm of the output point, down"},
     {"position_mode", "satellites", "", whole, origins::ncom_channel(0),
-     "status channel 0: position mode"},
+     "status channel 0: position mode; see its values"},
     {"orientation_mode", "", "", whole, origins::ncom_channel(0),
-     "status channel 0: orientation mode"},
+     "status channel 0: orientation mode; see its values"},
     {"rcom_channel_value", "", "", number, origins::range_channel(0),
-     "RCOM status channel 0: bytes 6 and 7 divided by 1000; empty if there is no value"},
+     "RCOM status channel 0: bytes 6 and 7 divided by 1000; meaning not known; empty if there is "
+     "no value"},
     {"ncom_status_channel", "", "", whole, origins::ncom, "status channel of the NCOM packet"},
     {"checksum_error", "checksum_3", "", whole, origins::ncom,
      "1 if one of the three checksums of the NCOM packet is wrong"},
@@ -96,6 +101,83 @@ const computed_column computed_rcom_columns[] = {
     {"channel_5_scaled", "", "", number, origins::range_channel(5),
      "status channel 5: bytes 0 and 1 divided by 1000; empty if there is no value"},
     {"velocity_lateral_kmh", "", "km/h", number, origins::ext_range, "velocity_lateral in km/h"},
+};
+
+/// The meaning of a column that is copied from the record, in other words than there.
+struct rewording {
+    const char* name;
+    const char* meaning;
+};
+
+const rewording rewordings[] = {
+    {"packet_count", "NCOM packets assigned to this unit since the decoder started; of the hunter, "
+                     "with those of all senders that RCOM had not identified yet"},
+    {"accel_x", "acceleration, forward"},
+    {"accel_y", "acceleration, to the left"},
+    {"accel_z", "acceleration, up; whether it contains gravity is not known"},
+    {"level_accel_x", "accel_* turned by pitch and roll: horizontal, forward"},
+    {"level_accel_y", "accel_* turned by pitch and roll: horizontal, to the left"},
+    {"level_accel_z", "accel_* turned by pitch and roll: vertical, up"},
+    {"rate_x", "roll rate: angular rate about the forward axis, right side down is positive"},
+    {"rate_y", "pitch rate: angular rate about the axis to the left, nose down is positive"},
+    {"rate_z", "yaw rate: angular rate about the upward axis, positive while turning left"},
+    {"velocity_north", "velocity over ground, positive to the north"},
+    {"velocity_east", "velocity over ground, positive to the west: negated, as in the record"},
+    {"velocity_down", "vertical velocity, positive upward: negated, as in the record"},
+    {"pitch", "pitch, positive with the nose down"},
+    {"roll", "roll, positive with the right side down"},
+    {"unit_value_a", "extended range packet: target_value_a; meaning not known"},
+    {"unit_value_b", "extended range packet: target_value_b; meaning not known"},
+    {"unit_value_c", "extended range packet: target_value_c; meaning not known"},
+    {"utc_offset", "status channel 16: seconds that GPS time is ahead of UTC; empty unless "
+                   "utc_offset_valid is 1"},
+    {"position_accuracy_north", "status channel 3: accuracy of the position to the north, as the "
+                                "unit estimates it"},
+    {"position_accuracy_east", "status channel 3: accuracy of the position to the east, as the "
+                               "unit estimates it"},
+    {"position_accuracy_down", "status channel 3: accuracy of the altitude, as the unit estimates "
+                               "it"},
+    {"velocity_accuracy_north", "status channel 4: accuracy of velocity_north, as the unit "
+                                "estimates it"},
+    {"velocity_accuracy_east", "status channel 4: accuracy of velocity_east, as the unit estimates "
+                               "it"},
+    {"velocity_accuracy_down", "status channel 4: accuracy of velocity_down, as the unit estimates "
+                               "it"},
+    {"position_accuracy_age", "status channel 3: age of the accuracies; its unit is not known"},
+    {"velocity_accuracy_age",
+     "status channel 4: age of the accuracies; its unit is not known; 150 or more is outdated"},
+    {"heading_accuracy", "status channel 5: accuracy of the heading, as the unit estimates it"},
+    {"pitch_accuracy", "status channel 5: accuracy of the pitch, as the unit estimates it"},
+    {"roll_accuracy", "status channel 5: accuracy of the roll, as the unit estimates it"},
+    {"orientation_accuracy_age", "status channel 5: age of the accuracies; its unit is not known"},
+    {"primary_antenna_age", "status channel 12: age of the position; its unit is not known"},
+    {"primary_antenna_accuracy_age",
+     "status channel 14: age of the accuracies; its unit is not known"},
+    {"dual_antenna_age", "status channel 13: age of the orientation; its unit is not known"},
+    {"dual_antenna_accuracy_age",
+     "status channel 15: age of the accuracies; its unit is not known"},
+    {"output_displacement_age", "status channel 26: age of the lever arm; its unit is not known"},
+    {"rcom_channel_17_a", "RCOM status channel 17, first value; meaning not known"},
+    {"rcom_channel_17_b", "RCOM status channel 17, second value; meaning not known"},
+    {"rcom_channel_17_c", "RCOM status channel 17, third value; meaning not known"},
+    {"range_lateral", "lateral range from the hunter, positive if the target is to the left"},
+    {"range_longitudinal", "longitudinal range from the hunter, positive if the target is ahead"},
+    {"range_rate_lateral", "change of range_lateral per second; to the left is positive"},
+    {"range_rate_longitudinal",
+     "change of range_longitudinal per second; negative while a target ahead comes closer"},
+    {"checksum_1", "first checksum as received; see checksum_error"},
+    {"checksum_2", "second checksum as received; see checksum_error"},
+    {"checksum_3", "third checksum as received; see checksum_error"},
+    {"differential_age", "status channel 20: age of the differential corrections in whole seconds"},
+    {"velocity_longitudinal", "longitudinal velocity; of which vehicle is not known"},
+    {"velocity_lateral", "lateral velocity, positive to the left; of which vehicle is not known"},
+    {"acceleration_longitudinal", "longitudinal acceleration; of which vehicle is not known"},
+    {"acceleration_lateral",
+     "lateral acceleration, positive to the left; of which vehicle is not known"},
+    {"target_latitude", "status channel 8: latitude of the target in target_number at that time"},
+    {"target_longitude", "status channel 8: longitude of the target in target_number at that time"},
+    {"target_altitude", "status channel 10: altitude of the target in target_number at that time"},
+    {"target_heading", "status channel 10: heading of the target in target_number at that time"},
 };
 
 /// Fields that are kept for recordings only: unused ones, duplicates of computed columns, and
@@ -128,7 +210,10 @@ measured_column column_of(const computed_column& computed, const field* stored) 
 }
 
 measured_column column_of(const field& stored) {
-    return {{stored.name, measured_type(stored.type), stored.unit, stored.meaning},
+    const auto other =
+        std::ranges::find(rewordings, std::string_view(stored.name), &rewording::name);
+    const char* const meaning = other == std::end(rewordings) ? stored.meaning : other->meaning;
+    return {{stored.name, measured_type(stored.type), stored.unit, meaning},
             stored.origin,
             &stored,
             is_of_hunter(stored.name, stored.origin)};
