@@ -56,8 +56,11 @@ int report(const report_command_options& options) {
     end_without_rows(decoder, options.run, faults);
     for (const std::string& fault : faults)
         output.add_note(fault + '.');
-    for (const std::string& note : run_notes(decoder))
+    for (const std::string& note : restart_notes(decoder.outcomes()))
         output.add_note(note + '.');
+    if (run.view == "record") // that of the view "measured" is about rows that the page counts itself
+        for (const std::string& note : decoder.notes())
+            output.add_note(note + '.');
     output.close();
     print_summary(decoder, output.tables());
     print("\nTo view the report, open {} in a browser\n", std::filesystem::absolute(file).string());

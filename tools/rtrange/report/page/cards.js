@@ -66,7 +66,7 @@ function show_header(summary) {
   const parts = [
     utc_text(summary, summary.begin),
     duration_text(summary.end - summary.begin),
-    `${count_text(summary.frames)} frames`,
+    `${count_text(summary.frames)} ${summary.frames === 1 ? "frame" : "frames"}`,
     `view: ${summary.view}`,
   ];
   document.getElementById("subtitle").textContent = parts.join("  ·  ");
@@ -74,12 +74,27 @@ function show_header(summary) {
     `Written by rtrange ${summary.version}. Plots by uPlot, MIT licence (its text is in the source of this page).`;
 }
 
-function show_units(summary) {
+/** In the header if it is much. */
+function show_rows_left_out(count, streams) {
+  if (count === 0) return "";
+  const rows =
+    count === 1
+      ? "1 NCOM row from before its sender was identified"
+      : `${count_text(count)} NCOM rows from before their senders were identified`;
+  const text = `Not plotted: ${rows} as ${count === 1 ? "a unit" : "units"}.`;
+  const plotted = streams.reduce((sum, { kind, rows }) => sum + (kind === "navigation" ? rows : 0), 0);
+  if (count <= 0.01 * plotted) return element("p", { textContent: text });
+  show_note(text);
+  return "";
+}
+
+function show_units(summary, left_out, streams) {
   const rows = summary.units.map(({ unit, address, time, count }) => {
     const identified = `at ${seconds_text(time)}${count > 1 ? `, ${count_text(count)} times` : ""}`;
     return [swatch(unit), unit_name(unit), address, identified];
   });
-  card("Units identified", rows.length > 0 ? table(rows, [3]) : "None: no RCOM packet contained an address.");
+  const units = rows.length > 0 ? table(rows, [3]) : "None: no RCOM packet contained an address.";
+  card("Units identified", units, show_rows_left_out(left_out, streams));
 }
 
 function show_outcomes(summary) {

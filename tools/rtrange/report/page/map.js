@@ -15,7 +15,7 @@ class MapView {
     this.zoom_factor = 1;
     const { figure, canvas } = plot_frame(
       "Paths over the ground (m)",
-      "east (to the right) and north (up) of the first position  ·  ○ start  ● end  ·  bold: the time in view",
+      "east and north of the first position  ·  ○ start  ● end  ·  bold: in view",
       parent,
     );
     figure.classList.add("map");
