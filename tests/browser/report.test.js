@@ -355,6 +355,47 @@ test("plots named fields, those of RCOM where no unit has them", async () => {
   });
 });
 
+test("names senders that are no unit by their addresses, and coded values by name", async () => {
+  const is_rcom = (frame) => frame.length > 40 && frame.readUInt16BE(36) === 3003;
+  keep_frames(join(folder, "whole.pcap"), join(folder, "ncom.pcap"), (time, frame) => !is_rcom(frame));
+  const senders = ["195.0.0.10", "195.0.0.21", "195.0.0.22", "195.0.0.23"];
+  await with_report(["ncom.pcap"], async (shown) => {
+    assert.equal(
+      await shown.locator("#notes").innerText(),
+      `No RCOM packet named these senders as units: ${senders.join(", ")}.`,
+    );
+    const plots = await drawn_plots(shown);
+    assert.equal(plots.length, 14); // all without those of ranges
+    for (const { pixels } of plots) assert.deepEqual(Object.keys(pixels), senders);
+    const speeds = Object.values(plots.find(({ title }) => title.startsWith("Speed")).pixels);
+    assert.ok(Math.min(...speeds) > 50, `${speeds}`);
+    const colours = await shown.evaluate((senders) => senders.map(unit_colour), senders);
+    assert.equal(new Set(colours).size, senders.length, `${colours}`);
+  });
+  await with_report(["ncom.pcap", "--fields", "position_mode,satellites"], async (shown) => {
+    const [modes, satellites] = await shown.evaluate(() => report.plots.map(({ axes }) => axes[1]._values));
+    assert.deepEqual(modes, ["RTK float", "RTK integer"]);
+    assert.ok(satellites.length > 2 && satellites.every((value) => /^\d+$/.test(value)), `${satellites}`);
+  });
+});
+
+test("leaves no trace of a line in breaks", async () => {
+  run_rtrange("simulate", join(folder, "crossing.pcap"), "--scenario", "crossing", "--targets", "4");
+  await with_report(["crossing.pcap"], async (shown) => {
+    // Headings wrap, and times to collision end at zero and begin again far above the plot.
+    const highest = await shown.evaluate(() =>
+      [report.plots[4], report.plots[9]].map(({ ctx, bbox: { left, top, width, height } }) => {
+        const data = pixels_of(ctx.canvas, left, top, width, height);
+        const coloured = new Array(width).fill(0);
+        for (let i = 0; i < data.length; i += 4)
+          if (Math.abs(data[i] - data[i + 2]) > 20) ++coloured[(i / 4) % width];
+        return Math.max(...coloured) / height;
+      }),
+    );
+    assert.ok(Math.max(...highest) < 0.3, `${highest}`);
+  });
+});
+
 test("shows its cards whole", async () => {
   run_rtrange("simulate", join(folder, "four.pcap"), "--duration", "20", "--targets", "4");
   for (const options of [[], ["--fields", "altitude,lane_d5,range_longitudinal"]])
@@ -558,15 +599,17 @@ test("says what is missing from a run", async () => {
     join(folder, "foreign.pcap"),
     (time, frame) => frame.readUInt16BE(12) !== 0x0800,
   );
-  for (const options of [["whole.pcap", "--from", "100"], ["foreign.pcap"]])
-    assert.throws(() => draw_report(options), /no (rows match|rows|NCOM)/);
+  const lane_length = 175;
+  keep_frames(join(folder, "whole.pcap"), join(folder, "lane.pcap"), (time, frame) => frame.length === lane_length);
+  for (const [options, reason] of [
+    [["whole.pcap", "--from", "100"], /no rows match --from 100/],
+    [["foreign.pcap"], /there was no NCOM/],
+    [["lane.pcap"], /only RCOM rows/],
+  ])
+    assert.throws(() => draw_report(options), reason);
   for (const [options, text, has_plots] of [
     [["start.pcap"], /^No RCOM packet named these senders as units: 195\.0\.0\.10\.$/m, true],
-    [
-      ["start.pcap", "--fields", "utc_offset"],
-      /^Nothing to plot: the rows contain no values of these fields\./m,
-      false,
-    ],
+    [["whole.pcap", "--to", "0.00002"], /^Not plotted: 1 NCOM row from before[^]*^Nothing to plot\.$/m, false],
   ])
     await with_report(options, async (shown) => {
       const words = await shown.locator("body").innerText();

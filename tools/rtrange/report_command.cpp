@@ -36,6 +36,16 @@ void check_units(const selection_options& options) {
         throw usage_failure("a report shows RCOM rows only with --fields");
 }
 
+/// Throws failure when no row of the run is shown. RCOM rows are the only ones that a report omits.
+void end_without_shown_rows(const frame_decoder& decoder, const report_output& output,
+                            const std::vector<std::string>& faults) {
+    if (!output.tables().empty())
+        return;
+    print_summary(decoder, {});
+    end_with_faults(faults);
+    throw failure("there are only RCOM rows, which a report shows only with --fields");
+}
+
 } // namespace
 
 int report(const report_command_options& options) {
@@ -54,6 +64,7 @@ int report(const report_command_options& options) {
                          decoder.columns(), decoder.outcomes());
     const auto faults = decode_captures(captures, decoder, output);
     end_without_rows(decoder, options.run, faults);
+    end_without_shown_rows(decoder, output, faults);
     for (const std::string& fault : faults)
         output.add_note(fault + '.');
     for (const std::string& note : restart_notes(decoder.outcomes()))

@@ -14,7 +14,7 @@ class MapView {
     this.north = (this.extent.south + this.extent.north) / 2;
     this.zoom_factor = 1;
     const { figure, canvas } = plot_frame(
-      "Paths over the ground (m)",
+      "Paths (m)",
       "east and north of the first position  ·  ○ start  ● end  ·  bold: in view",
       parent,
     );

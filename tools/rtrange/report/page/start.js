@@ -57,7 +57,7 @@ function start() {
   for (const group of [main_plots, quality_part]) if (!group.querySelector("figure")) group.parentElement.remove();
 
   if (!map && plots.length === 0) {
-    show_note("Nothing to plot: the rows contain no values of these fields.");
+    show_note(`Nothing to plot${streams.length > 0 ? ": the rows contain no values of these fields" : ""}.`);
     document.getElementById("toolbar").hidden = parent.hidden = true;
   }
 
