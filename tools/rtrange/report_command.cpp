@@ -69,7 +69,8 @@ int report(const report_command_options& options) {
         output.add_note(fault + '.');
     for (const std::string& note : restart_notes(decoder.outcomes()))
         output.add_note(note + '.');
-    if (run.view == "record") // that of the view "measured" is about rows that the page counts itself
+    // Those of the view "measured" are about rows that the page counts itself.
+    if (run.view == "record")
         for (const std::string& note : decoder.notes())
             output.add_note(note + '.');
     output.close();

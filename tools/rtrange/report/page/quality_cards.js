@@ -16,7 +16,8 @@ function span_text(values, decimals, unit) {
   const { low, high } = limits_of(values);
   if (low > high) return "–";
   const [first, last] = [low, high].map((value) => value.toFixed(decimals));
-  return `${first === last ? first : `${first}–${last}`}${unit ? `\u00a0${unit}` : ""}`;
+  const dash = "\u2060–\u2060"; // at which no line breaks
+  return `${first === last ? first : first + dash + last}${unit ? `\u00a0${unit}` : ""}`;
 }
 
 function share_text(part) {
