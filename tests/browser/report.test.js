@@ -574,6 +574,23 @@ test("takes unknown values for neither good nor bad", async () => {
   expected.flat().forEach((time, i) => assert.ok(Math.abs(periods.flat()[i] - time) < 1e-6, `${periods}`));
 });
 
+test("names the gaps after which a new decoder was started", async () => {
+  const assert_note = (keep, text) => {
+    keep_frames(join(folder, "whole.pcap"), join(folder, "gaps.pcap"), keep);
+    return with_report(["gaps.pcap"], async (shown) =>
+      assert.match(await shown.locator("#notes").innerText(), text),
+    );
+  };
+  await assert_note(
+    (time) => time < 10 || time > 19.995,
+    /^A new decoder was started at 20\.000 s, after a gap of 10\.010 s\.$/m,
+  );
+  await assert_note(
+    (time) => (time + 0.005) % 8 < 1,
+    /^New decoders were started after gaps, at 8\.000 s, 16\.000 s, .*40\.000 s and 2 more times\.$/m,
+  );
+});
+
 test("sorts out steps back in time", async () => {
   const [late, early, stepping] = ["late", "early", "stepping"].map((name) => join(folder, `${name}.pcap`));
   keep_frames(join(folder, "whole.pcap"), late, (time) => time > 30);

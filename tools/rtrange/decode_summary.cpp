@@ -1,8 +1,6 @@
 #include "tools/rtrange/decode_summary.hpp"
 
-#include <algorithm>
 #include <cstdio>
-#include <iterator>
 #include <string>
 
 #include <fmt/format.h>
@@ -52,7 +50,8 @@ std::vector<counted_outcome> counted_outcomes(const frame_outcomes& outcomes) {
     return result;
 }
 
-std::vector<std::string> restart_notes(const frame_outcomes& outcomes) {
+std::vector<std::string> run_notes(const frame_decoder& decoder) {
+    const frame_outcomes& outcomes = decoder.outcomes();
     const std::uint64_t zero_ns = outcomes.first_time_ns;
     std::vector<std::string> notes;
     for (const auto& [from_ns, to_ns] : outcomes.first_restarts)
@@ -61,6 +60,8 @@ std::vector<std::string> restart_notes(const frame_outcomes& outcomes) {
                         seconds_after(zero_ns, to_ns), seconds_after(from_ns, to_ns)));
     if (outcomes.restarts > outcomes.first_restarts.size())
         notes.push_back(fmt::format("In all, {} new decoders were started", outcomes.restarts));
+    for (std::string& note : decoder.notes())
+        notes.push_back(std::move(note));
     return notes;
 }
 
@@ -82,8 +83,7 @@ void print_summary(const frame_decoder& decoder, const std::vector<written_table
               unit_name(identified.unit), ipv4_text(identified.address),
               repetitions(identification.count));
 
-    auto notes = restart_notes(outcomes);
-    std::ranges::move(decoder.notes(), std::back_inserter(notes));
+    const auto notes = run_notes(decoder);
     if (!notes.empty() || outcomes.steps_back > 0)
         print("\nNotes\n");
     if (outcomes.steps_back > 0)

@@ -19,8 +19,9 @@ struct counted_outcome {
 /// All outcomes that frames of the run had.
 std::vector<counted_outcome> counted_outcomes(const frame_outcomes& outcomes);
 
-/// The new decoders after gaps, one sentence each.
-std::vector<std::string> restart_notes(const frame_outcomes& outcomes);
+/// What a reader of the output has to know of the run, one sentence each: new decoders after gaps,
+/// and what the view notes.
+std::vector<std::string> run_notes(const frame_decoder& decoder);
 
 /// Prints the outcomes, the units, the notes, and the tables, if any, with their numbers of rows.
 void print_summary(const frame_decoder& decoder, const std::vector<written_table>& tables);

@@ -67,8 +67,6 @@ int report(const report_command_options& options) {
     end_without_shown_rows(decoder, output, faults);
     for (const std::string& fault : faults)
         output.add_note(fault + '.');
-    for (const std::string& note : restart_notes(decoder.outcomes()))
-        output.add_note(note + '.');
     // Those of the view "measured" are about rows that the page counts itself.
     if (run.view == "record")
         for (const std::string& note : decoder.notes())

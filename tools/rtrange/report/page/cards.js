@@ -203,9 +203,23 @@ function show_gaps(summary, streams, axis) {
   card("Gaps and resets", ...content);
 }
 
-/** Notes that rtrange itself has written, and one per moment at which the decoder restarts. */
+/** Names the moments at which gaps end that restart the decoder. */
+function show_restarts({ count, first }) {
+  if (count === 0) return;
+  const most = 5;
+  const times = first.slice(0, most).map(({ to }) => seconds_text(to));
+  if (count > most) times.push(`${count_text(count - most)} more times`);
+  show_note(
+    count === 1
+      ? `A new decoder was started at ${times[0]}, after a gap of ${seconds_text(first[0].to - first[0].from)}.`
+      : `New decoders were started after gaps, at ${times.slice(0, -1).join(", ")} and ${times.at(-1)}.`,
+  );
+}
+
+/** Notes that rtrange itself has written, and those about moments at which the decoder restarts. */
 function show_notes(summary) {
   for (const note of summary.notes) show_note(note);
+  show_restarts(summary.restarts);
   const { count, first } = summary.steps_back;
   if (count === 0) return;
   const most = 5;
