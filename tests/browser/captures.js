@@ -9,6 +9,11 @@ export function run_rtrange(...options) {
   return execFileSync(rtrange, options, { encoding: "utf8" });
 }
 
+/** Corrects the checksums of an NCOM packet whose bytes have been changed. */
+export function correct_checksums(ncom) {
+  for (const place of [22, 61, 71]) ncom[place] = ncom.subarray(1, place).reduce((sum, byte) => sum + byte, 0);
+}
+
 /** Leaves frames out of a capture: those for whose time, in seconds from the first, and bytes `keep` is false. */
 export function keep_frames(source, target, keep) {
   const capture = readFileSync(source);

@@ -6,7 +6,7 @@ import { join } from "node:path";
 import { after, before, test } from "node:test";
 import { drawn_plots, launch, next_drawing, open_report } from "./browser.js";
 import { point_on, ranges, temporary_folder } from "./browser.js";
-import { keep_frames, run_rtrange } from "./captures.js";
+import { correct_checksums, keep_frames, run_rtrange } from "./captures.js";
 
 const folder = temporary_folder();
 const report_file = join(folder, "run.html");
@@ -33,12 +33,17 @@ async function with_page(file, view, look) {
   await shown.close();
 }
 
-/** Draws captures, given with the options, and opens the report. */
-function with_report(options, look) {
+/** Draws captures, given with the options, and returns the report. */
+function draw_report(options) {
   const file = join(folder, "other.html");
   run_rtrange("report", ...options.map((option) => option.replace(/^\w+\.pcap$/, join(folder, "$&"))),
-    "--output", file);
-  return with_page(file, {}, look);
+    "--output", file, "--overwrite");
+  return file;
+}
+
+/** Draws captures, given with the options, and opens the report. */
+async function with_report(options, look) {
+  await with_page(draw_report(options), {}, look);
 }
 
 const sizes = [
@@ -48,7 +53,7 @@ const sizes = [
 const card = (shown, title) => shown.locator(`article[data-card="${title}"]`);
 
 function assert_all_drawn(plots) {
-  assert.equal(plots.length, 18);
+  assert.equal(plots.length, 19);
   for (const { title, pixels } of plots) {
     const counts = Object.values(pixels);
     const words = `${title}: ${JSON.stringify(pixels)}`;
@@ -84,12 +89,16 @@ test("names the run, the units, the outcomes of frames and the gaps", async () =
   assert.equal(await page.locator("h1").innerText(), "run.pcap");
   assert.match(
     await page.locator("#subtitle").innerText(),
-    /2026-01-05 10:00:00\.000 UTC.*60\.0 s.*view: record/,
+    /2026-01-05 10:00:00\.000 UTC.*60\.0 s.*view: measured/,
   );
-  assert.match(await page.locator("#notes").innerText(), /no packets from 19\.990 s to 22\.000 s \(2\.010 s\)\./);
+  assert.equal(
+    await page.locator("#notes").innerText(),
+    "There are no packets from 19.990 s to 22.000 s (2.010 s).",
+  );
   const units = await card(page, "Units identified").innerText();
   for (const text of [/Hunter\s+195\.0\.0\.10/, /Target 1\s+195\.0\.0\.21/, /Target 3\s+195\.0\.0\.23/])
     assert.match(units, text);
+  assert.match(units, /Not plotted: 1 NCOM row from before its sender was identified as a unit\./);
   assert.match(await card(page, "Frames").innerText(), /decoded[^]*116\s+foreign: not IPv4/);
   const gaps = await card(page, "Gaps and resets").innerText();
   assert.match(gaps, /7 gaps/); // of NCOM from four units and range packets about three
@@ -197,13 +206,16 @@ test("shares one time cursor among all plots and the map", async () => {
   const readout = (title) => page.locator(`figure[data-plot="${title}"] .u-value`).nth(1).innerText();
   assert.equal(await readout("Velocity mode"), "RTK float");
   assert.equal(await readout("Navigation status"), "locked");
-  assert.equal(await readout("Satellites"), "11");
-  // The hunter is where its values say, and the first target is ahead of it by its range.
-  const [hunter, target] = await page
+  assert.equal(await readout("Position mode"), "RTK integer");
+  assert.equal(await readout("Satellites"), "14");
+  // The third target is as far from the hunter as its ranges say.
+  const markers = await page
     .locator(".marker:visible")
-    .evaluateAll((markers) => markers.map((marker) => marker.getBoundingClientRect().y));
+    .evaluateAll((all) => all.map((marker) => marker.getBoundingClientRect()));
+  const distance = Math.hypot(markers[3].x - markers[0].x, markers[3].y - markers[0].y);
   const metres_per_pixel = await page.evaluate(() => report.map.metres_per_pixel());
-  assert.ok(Math.abs((hunter - target) * metres_per_pixel - Number(legends[0][0])) < 2);
+  const range = Math.hypot(...legends.slice(0, 2).map((values) => Number(values[2].replace("−", "-"))));
+  assert.ok(Math.abs(distance * metres_per_pixel - range) < 2, `${distance * metres_per_pixel} m, ${range} m`);
   assert.equal(await page.locator(".marker:visible").count(), 4);
   await page.mouse.move(2, 2);
   await next_drawing(page);
@@ -343,12 +355,55 @@ test("plots named fields, those of RCOM where no unit has them", async () => {
   });
 });
 
+test("names senders that are no unit by their addresses, and coded values by name", async () => {
+  const is_rcom = (frame) => frame.length > 40 && frame.readUInt16BE(36) === 3003;
+  keep_frames(join(folder, "whole.pcap"), join(folder, "ncom.pcap"), (time, frame) => !is_rcom(frame));
+  const senders = ["195.0.0.10", "195.0.0.21", "195.0.0.22", "195.0.0.23"];
+  await with_report(["ncom.pcap"], async (shown) => {
+    assert.equal(
+      await shown.locator("#notes").innerText(),
+      `No RCOM packet named these senders as units: ${senders.join(", ")}.`,
+    );
+    const plots = await drawn_plots(shown);
+    assert.equal(plots.length, 14); // all without those of ranges
+    for (const { pixels } of plots) assert.deepEqual(Object.keys(pixels), senders);
+    const speeds = Object.values(plots.find(({ title }) => title.startsWith("Speed")).pixels);
+    assert.ok(Math.min(...speeds) > 50, `${speeds}`);
+    const colours = await shown.evaluate((senders) => senders.map(unit_colour), senders);
+    assert.equal(new Set(colours).size, senders.length, `${colours}`);
+  });
+  await with_report(["ncom.pcap", "--fields", "position_mode,satellites"], async (shown) => {
+    const [modes, satellites] = await shown.evaluate(() => report.plots.map(({ axes }) => axes[1]._values));
+    assert.deepEqual(modes, ["RTK float", "RTK integer"]);
+    assert.ok(satellites.length > 2 && satellites.every((value) => /^\d+$/.test(value)), `${satellites}`);
+  });
+});
+
+test("leaves no trace of a line in breaks", async () => {
+  run_rtrange("simulate", join(folder, "oncoming.pcap"), "--scenario", "oncoming", "--duration", "55");
+  await with_report(["oncoming.pcap"], async (shown) => {
+    // The hunter's heading wraps, and times to collision end at zero and begin again far above the plot.
+    const highest = await shown.evaluate(() =>
+      [report.plots[4], report.plots[9]].map(({ ctx, bbox: { left, top, width, height } }) => {
+        const data = pixels_of(ctx.canvas, left, top, width, height);
+        const coloured = new Array(width).fill(0);
+        for (let i = 0; i < data.length; i += 4)
+          if (Math.abs(data[i] - data[i + 2]) > 20) ++coloured[(i / 4) % width];
+        return Math.max(...coloured) / height;
+      }),
+    );
+    assert.ok(Math.max(...highest) < 0.3, `${highest}`);
+  });
+});
+
 test("shows its cards whole", async () => {
   run_rtrange("simulate", join(folder, "four.pcap"), "--duration", "20", "--targets", "4");
   for (const options of [[], ["--fields", "altitude,lane_d5,range_longitudinal"]])
     await with_report(["four.pcap", ...options], async (shown) => {
       for (const [width, height] of sizes) {
         await shown.setViewportSize({ width, height });
+        await shown.evaluate(() => scrollTo(0, 0));
+        await shown.mouse.move(...(await point_on(shown, options.length > 0 ? "altitude" : "Longitudinal range", 0.5, 0.5)));
         await next_drawing(shown);
         const clipped = await shown.evaluate(() =>
           [...document.querySelectorAll("article")]
@@ -408,16 +463,24 @@ test("says when no time to collision is in the range of the plot", async () => {
   await page.evaluate(() => report.axis.show_all());
 });
 
+/** Whether a frame is NCOM on its own port, from the sender with an address that ends with `address`. */
+function is_ncom_of(address, frame) {
+  return frame.length === 114 && frame.readUInt16BE(36) === 3000 && frame[29] === address;
+}
+
 test("draws zeros that packets have brought, and no others", async () => {
-  const first_values = (shown, title) =>
-    shown.evaluate((title) => {
+  keep_frames(join(folder, "whole.pcap"), join(folder, "zeros.pcap"), (time, frame) => {
+    if (time > 5 && time < 6 && is_ncom_of(10, frame)) frame.fill(0, 42 + 18, 42 + 21);
+    return true;
+  });
+  await with_report(["zeros.pcap", "--from", "5.5"], async (shown) => {
+    const values = await shown.evaluate(() => {
       const plots = time_plots_of(report.summary, report.streams, report.qualities);
-      return plots.find((plot) => plot.title === title).traces.map(({ values }) => values[0]);
-    }, title);
-  // The cars drive straight ahead for a while.
-  await with_report(["run.pcap", "--from", "5"], async (shown) => {
-    for (const title of ["Lateral range rate", "Yaw rate, to the left"])
-      for (const value of await first_values(shown, title)) assert.equal(Math.abs(value), 0, title);
+      const { values } = plots.find(({ field }) => field === "rate_z").traces[0];
+      return [...values.slice(0, 52)];
+    });
+    assert.ok(values.slice(0, 49).every((value) => value === 0), `${values}`);
+    assert.ok(Math.abs(values[51]) > 1, `${values}`);
   });
   // Status values come later than the first NCOM.
   const accuracies = await page.evaluate(() =>
@@ -430,27 +493,40 @@ test("draws zeros that packets have brought, and no others", async () => {
   for (const [first, lowest] of accuracies) assert.ok(Number.isNaN(first) && lowest > 0.01);
 });
 
-/** From 30 s to 34 s: target 1 locks again, except in its wrapped NCOM, and the hunter's velocity mode is SPS. */
+/**
+ * From 40 s to 44 s: target 1 locks again, except in its wrapped NCOM, the hunter's velocity mode is SPS,
+ * and at the end, the checksums of target 2 are wrong.
+ */
 function spoil(time, frame) {
-  if (frame.length !== 114 || frame.readUInt16BE(36) !== 3000 || time < 30 || time >= 34) return true;
-  const [hunter, target1, ncom] = [10, 21, 42];
-  if (frame[29] === target1) frame[ncom + 21] = 3;
-  if (frame[29] === hunter && frame[ncom + 62] === 0) frame[ncom + 69] = 3;
+  if (time < 40 || time >= 44) return true;
+  const ncom = frame.subarray(42);
+  if (is_ncom_of(21, frame)) ncom[21] = 3;
+  if (is_ncom_of(10, frame) && ncom[62] === 0) ncom[69] = 3;
+  if (is_ncom_of(21, frame) || is_ncom_of(10, frame)) correct_checksums(ncom);
+  if (is_ncom_of(22, frame) && time >= 43.9) ++ncom[71];
   return true;
 }
 
 test("judges the data of each unit", async () => {
   keep_frames(join(folder, "whole.pcap"), join(folder, "bad.pcap"), spoil);
   await with_report(["bad.pcap", "--from", "1"], async (shown) => {
-    const quality = (await card(shown, "Data quality").innerText()).replaceAll("\u00a0", " ");
-    assert.match(quality, /Hunter.*RTK float 9\d(\.\d)? %, SPS \d(\.\d)? %.*locked\s+11\s+1 s\s+0\s+3\.\d\d s \(6\.\d %\)/);
-    assert.match(quality, /Target 1.*0\.017 m\s+0\.021 m\s+RTK float\s.*locked 94\.9 %, locking 5\.1 %.*3\.00 s \(5\.1 %\)/);
-    assert.match(quality, /Target 2.*locked\s+11\s+1 s\s+0\s+–/);
+    const quality = (await card(shown, "Data quality").innerText()).replaceAll("\u00a0", " ").replaceAll("\u2060", "");
+    const modes = "RTK integer 86\\.5 %, RTK float 13\\.5 %\\s+RTK float";
+    const rest = "1–10 s\\s+0\\s+0";
+    for (const row of [
+      `Hunter\\s+0\\.028–0\\.566 m\\s+0\\.030–0\\.600 m\\s+${modes} 93\\.4 %, SPS 6\\.6 %.*locked\\s+10–14\\s+${rest}\\s+11\\.90 s`,
+      `Target 1.*${modes}\\s.*locked 94\\.9 %, locking 5\\.1 %\\s+9–14\\s+${rest}\\s+10\\.99 s \\(18\\.6 %\\)`,
+      `Target 2.*${modes}\\s.*locked\\s+9–13\\s+1–10 s\\s+8\\s+0\\s+8\\.07 s`,
+      `Target 3.*${modes}\\s.*locked\\s+9–14\\s+${rest}\\s+7\\.99 s`,
+    ])
+      assert.match(quality, new RegExp(row));
     assert.match(quality, /velocity mode below differential.*fewer than 6 satellites/);
     const periods = await card(shown, "Bad data").innerText();
-    assert.match(periods, /Hunter\s+30\.\d\d\d s for [34]\.\d\d\d s: velocity mode/);
-    assert.match(periods, /Target 1\s+30\.\d\d\d s for \d\.\d\d\d s: navigation status/);
-    assert.doesNotMatch(periods, /Target [23]/);
+    assert.match(periods, /Hunter\s+12\.\d\d\d s for 7\.990 s: position accuracy/);
+    assert.match(periods, /Hunter\s+40\.\d\d\d s for [34]\.\d\d\d s: velocity mode/);
+    assert.match(periods, /Target 1\s+40\.\d\d\d s for \d\.\d\d\d s: navigation status/);
+    assert.match(periods, /Target 2\s+43\.9\d\d s for 0\.\d\d\d s: checksum/);
+    assert.doesNotMatch(periods, /Target 3\s+4/);
 
     /** Whether a colour is in a plot at a time, above the axes and between them. */
     const is_marked = (title, time, colour) =>
@@ -471,13 +547,13 @@ test("judges the data of each unit", async () => {
         [title, time, colour],
       );
     for (const [title, time, colour, marked] of [
-      ["Satellites", 32, "bad", [false, true]],
-      ["Satellites", 36, "bad", [false, false]],
-      ["Speed", 32, "bad", [false, false]],
-      ["Speed", 32, "hunter", [true, false]],
-      ["Speed", 36, "hunter", [false, false]],
-      ["Lateral range rate", 32, "hunter", [true, false]], // ranges refer to the hunter
-      ["Lateral range rate", 32, "target2", [false, false]],
+      ["Satellites", 42, "bad", [false, true]],
+      ["Satellites", 46, "bad", [false, false]],
+      ["Speed", 42, "bad", [false, false]],
+      ["Speed", 42, "hunter", [true, false]],
+      ["Speed", 46, "hunter", [false, false]],
+      ["Lateral range rate", 42, "hunter", [true, false]], // ranges refer to the hunter
+      ["Lateral range rate", 42, "target2", [false, false]],
     ]) {
       const [above, between] = await is_marked(title, time, colour);
       const words = `${title}, ${time} s, ${colour}`;
@@ -498,10 +574,30 @@ test("takes unknown values for neither good nor bad", async () => {
   expected.flat().forEach((time, i) => assert.ok(Math.abs(periods.flat()[i] - time) < 1e-6, `${periods}`));
 });
 
+test("names the gaps after which a new decoder was started", async () => {
+  const assert_note = (keep, text) => {
+    keep_frames(join(folder, "whole.pcap"), join(folder, "gaps.pcap"), keep);
+    return with_report(["gaps.pcap"], async (shown) =>
+      assert.match(await shown.locator("#notes").innerText(), text),
+    );
+  };
+  await assert_note(
+    (time) => time < 10 || time > 19.995,
+    /^A new decoder was started at 20\.000 s, after a gap of 10\.010 s\.$/m,
+  );
+  await assert_note(
+    (time) => (time + 0.005) % 8 < 1,
+    /^New decoders were started after gaps, at 8\.000 s, 16\.000 s, .*40\.000 s and 2 more times\.$/m,
+  );
+});
+
 test("sorts out steps back in time", async () => {
-  keep_frames(join(folder, "whole.pcap"), join(folder, "late.pcap"), (time) => time > 30);
-  keep_frames(join(folder, "whole.pcap"), join(folder, "early.pcap"), (time) => time < 40);
-  await with_report(["late.pcap", "early.pcap"], async (shown) => {
+  const [late, early, stepping] = ["late", "early", "stepping"].map((name) => join(folder, `${name}.pcap`));
+  keep_frames(join(folder, "whole.pcap"), late, (time) => time > 30);
+  keep_frames(join(folder, "whole.pcap"), early, (time) => time < 40);
+  const file_header = 24;
+  writeFileSync(stepping, Buffer.concat([readFileSync(late), readFileSync(early).subarray(file_header)]));
+  await with_report(["stepping.pcap"], async (shown) => {
     assert_all_drawn(await drawn_plots(shown));
     assert.match(
       await card(shown, "Gaps and resets").innerText(),
@@ -520,10 +616,17 @@ test("says what is missing from a run", async () => {
     join(folder, "foreign.pcap"),
     (time, frame) => frame.readUInt16BE(12) !== 0x0800,
   );
+  const lane_length = 175;
+  keep_frames(join(folder, "whole.pcap"), join(folder, "lane.pcap"), (time, frame) => frame.length === lane_length);
+  for (const [options, reason] of [
+    [["whole.pcap", "--from", "100"], /no rows match --from 100/],
+    [["foreign.pcap"], /there was no NCOM/],
+    [["lane.pcap"], /only RCOM rows/],
+  ])
+    assert.throws(() => draw_report(options), reason);
   for (const [options, text, has_plots] of [
-    [["start.pcap"], /are mixed/, true],
-    [["whole.pcap", "--from", "100"], /^Nothing to plot: no decoded row is in the selection/m, false],
-    [["foreign.pcap"], /^Nothing to plot: there was no NCOM/m, false],
+    [["start.pcap"], /^No RCOM packet named these senders as units: 195\.0\.0\.10\.$/m, true],
+    [["whole.pcap", "--to", "0.00002"], /^Not plotted: 1 NCOM row from before[^]*^Nothing to plot\.$/m, false],
   ])
     await with_report(options, async (shown) => {
       const words = await shown.locator("body").innerText();

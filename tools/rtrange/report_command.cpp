@@ -36,6 +36,16 @@ void check_units(const selection_options& options) {
         throw usage_failure("a report shows RCOM rows only with --fields");
 }
 
+/// Throws failure when no row of the run is shown. RCOM rows are the only ones that a report omits.
+void end_without_shown_rows(const frame_decoder& decoder, const report_output& output,
+                            const std::vector<std::string>& faults) {
+    if (!output.tables().empty())
+        return;
+    print_summary(decoder, {});
+    end_with_faults(faults);
+    throw failure("there are only RCOM rows, which a report shows only with --fields");
+}
+
 } // namespace
 
 int report(const report_command_options& options) {
@@ -54,10 +64,13 @@ int report(const report_command_options& options) {
                          decoder.columns(), decoder.outcomes());
     const auto faults = decode_captures(captures, decoder, output);
     end_without_rows(decoder, options.run, faults);
+    end_without_shown_rows(decoder, output, faults);
     for (const std::string& fault : faults)
         output.add_note(fault + '.');
-    for (const std::string& note : run_notes(decoder))
-        output.add_note(note + '.');
+    // Those of the view "measured" are about rows that the page counts itself.
+    if (run.view == "record")
+        for (const std::string& note : decoder.notes())
+            output.add_note(note + '.');
     output.close();
     print_summary(decoder, output.tables());
     print("\nTo view the report, open {} in a browser\n", std::filesystem::absolute(file).string());

@@ -45,11 +45,12 @@ json units_as_json(const frame_outcomes& outcomes, std::uint64_t zero_ns) {
     return result;
 }
 
-json steps_as_json(const frame_outcomes& outcomes, std::uint64_t zero_ns) {
-    json result = json::array();
-    for (const frame_outcomes::time_step& step : outcomes.first_steps_back)
-        result.push_back({{"from", seconds_between(zero_ns, step.from_ns)},
-                          {"to", seconds_between(zero_ns, step.to_ns)}});
+json steps_as_json(std::uint64_t count, const std::vector<frame_outcomes::time_step>& first,
+                   std::uint64_t zero_ns) {
+    json result{{"count", count}, {"first", json::array()}};
+    for (const frame_outcomes::time_step& step : first)
+        result["first"].push_back({{"from", seconds_between(zero_ns, step.from_ns)},
+                                   {"to", seconds_between(zero_ns, step.to_ns)}});
     return result;
 }
 
@@ -98,8 +99,8 @@ std::string report_summary(const frame_outcomes& outcomes, std::uint64_t zero_ns
         {"frames", outcomes.frames},
         {"outcomes", outcomes_as_json(outcomes)},
         {"units", units_as_json(outcomes, zero_ns)},
-        {"steps_back",
-         {{"count", outcomes.steps_back}, {"first", steps_as_json(outcomes, zero_ns)}}},
+        {"steps_back", steps_as_json(outcomes.steps_back, outcomes.first_steps_back, zero_ns)},
+        {"restarts", steps_as_json(outcomes.restarts, outcomes.first_restarts, zero_ns)},
         {"named_fields", header.named_fields},
         {"value_names", value_names_as_json()},
         {"streams", json::array()},

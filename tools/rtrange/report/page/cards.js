@@ -66,7 +66,7 @@ function show_header(summary) {
   const parts = [
     utc_text(summary, summary.begin),
     duration_text(summary.end - summary.begin),
-    `${count_text(summary.frames)} frames`,
+    `${count_text(summary.frames)} ${summary.frames === 1 ? "frame" : "frames"}`,
     `view: ${summary.view}`,
   ];
   document.getElementById("subtitle").textContent = parts.join("  ·  ");
@@ -74,12 +74,27 @@ function show_header(summary) {
     `Written by rtrange ${summary.version}. Plots by uPlot, MIT licence (its text is in the source of this page).`;
 }
 
-function show_units(summary) {
+/** In the header if it is much. */
+function show_rows_left_out(count, streams) {
+  if (count === 0) return "";
+  const rows =
+    count === 1
+      ? "1 NCOM row from before its sender was identified"
+      : `${count_text(count)} NCOM rows from before their senders were identified`;
+  const text = `Not plotted: ${rows} as ${count === 1 ? "a unit" : "units"}.`;
+  const plotted = streams.reduce((sum, { kind, rows }) => sum + (kind === "navigation" ? rows : 0), 0);
+  if (count <= 0.01 * plotted) return element("p", { textContent: text });
+  show_note(text);
+  return "";
+}
+
+function show_units(summary, left_out, streams) {
   const rows = summary.units.map(({ unit, address, time, count }) => {
     const identified = `at ${seconds_text(time)}${count > 1 ? `, ${count_text(count)} times` : ""}`;
     return [swatch(unit), unit_name(unit), address, identified];
   });
-  card("Units identified", rows.length > 0 ? table(rows, [3]) : "None: no RCOM packet contained an address.");
+  const units = rows.length > 0 ? table(rows, [3]) : "None: no RCOM packet contained an address.";
+  card("Units identified", units, show_rows_left_out(left_out, streams));
 }
 
 function show_outcomes(summary) {
@@ -188,9 +203,23 @@ function show_gaps(summary, streams, axis) {
   card("Gaps and resets", ...content);
 }
 
-/** Notes that rtrange itself has written, and one per moment at which the decoder restarts. */
+/** Names the moments at which gaps end that restart the decoder. */
+function show_restarts({ count, first }) {
+  if (count === 0) return;
+  const most = 5;
+  const times = first.slice(0, most).map(({ to }) => seconds_text(to));
+  if (count > most) times.push(`${count_text(count - most)} more times`);
+  show_note(
+    count === 1
+      ? `A new decoder was started at ${times[0]}, after a gap of ${seconds_text(first[0].to - first[0].from)}.`
+      : `New decoders were started after gaps, at ${times.slice(0, -1).join(", ")} and ${times.at(-1)}.`,
+  );
+}
+
+/** Notes that rtrange itself has written, and those about moments at which the decoder restarts. */
 function show_notes(summary) {
   for (const note of summary.notes) show_note(note);
+  show_restarts(summary.restarts);
   const { count, first } = summary.steps_back;
   if (count === 0) return;
   const most = 5;

@@ -14,8 +14,8 @@ class MapView {
     this.north = (this.extent.south + this.extent.north) / 2;
     this.zoom_factor = 1;
     const { figure, canvas } = plot_frame(
-      "Paths over the ground (m)",
-      "east (to the right) and north (up) of the first position  ·  ○ start  ● end  ·  bold: the time in view",
+      "Paths (m)",
+      "east and north of the first position  ·  ○ start  ● end  ·  bold: in view",
       parent,
     );
     figure.classList.add("map");

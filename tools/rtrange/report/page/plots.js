@@ -227,15 +227,17 @@ function units_with(field, columns) {
 }
 
 function field_plot(field, columns, names) {
-  const traces = [];
-  for (const unit of units_with(field, columns)) {
-    const { time, [field.name]: values } = columns.get(unit);
-    if (has_values(values)) traces.push(make_trace(unit, unit_name(unit), time, values, false));
-  }
+  const is_angle = field.name === "heading";
+  const units = units_with(field, columns).filter((unit) => has_values(columns.get(unit)[field.name]));
+  const all_values = units.map((unit) => columns.get(unit)[field.name]);
+  const traces = (is_angle ? unwrapped_where_possible(all_values) : all_values).map((values, i) =>
+    make_trace(units[i], unit_name(units[i]), columns.get(units[i]).time, values, is_angle),
+  );
   const hint = field.meaning === field.name ? "" : field.meaning;
   const is_integer = are_integers(traces);
   const decimals = is_integer ? 0 : resolving_decimals(traces);
-  return with_names({ title: field.name, hint, unit: field.unit, decimals, is_integer, traces }, names);
+  const plot = { title: field.name, hint, unit: field.unit, decimals, is_integer, is_angle, traces };
+  return with_names(plot, names);
 }
 
 /** All plots over time that have at least one trace. */

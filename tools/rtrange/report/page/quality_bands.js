@@ -38,6 +38,11 @@ function draw_bands(u, plot, qualities) {
   u.ctx.restore();
 }
 
+/** The room above a plot for a stripe of each unit. */
+function height_of_stripes(qualities) {
+  return qualities.some(({ bad }) => bad.length > 0) ? lane_distance * qualities.length + 2 : 0;
+}
+
 /** Draws a stripe per unit above a plot. */
 function draw_stripes(u, plot, qualities) {
   u.ctx.save();

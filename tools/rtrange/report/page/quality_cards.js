@@ -16,7 +16,8 @@ function span_text(values, decimals, unit) {
   const { low, high } = limits_of(values);
   if (low > high) return "–";
   const [first, last] = [low, high].map((value) => value.toFixed(decimals));
-  return `${first === last ? first : `${first}–${last}`}${unit ? ` ${unit}` : ""}`;
+  const dash = "\u2060–\u2060"; // at which no line breaks
+  return `${first === last ? first : first + dash + last}${unit ? `\u00a0${unit}` : ""}`;
 }
 
 function share_text(part) {
@@ -30,13 +31,10 @@ function names_text(values, names) {
   const counts = new Map();
   for (const value of values) if (!Number.isNaN(value)) counts.set(value, (counts.get(value) ?? 0) + 1);
   const total = [...counts.values()].reduce((sum, count) => sum + count, 0);
+  const name = (value) => name_of_value(names, value).replace(/(?<!,) /g, "\u00a0");
   const parts = [...counts]
     .sort(([, a], [, b]) => b - a)
-    .map(([value, count]) =>
-      counts.size === 1
-        ? name_of_value(names, value)
-        : `${name_of_value(names, value)}\u00a0${share_text(count / total)}`,
-    );
+    .map(([value, count]) => (counts.size === 1 ? name(value) : `${name(value)}\u00a0${share_text(count / total)}`));
   const most = 3;
   if (parts.length > most) parts.splice(most, Infinity, `${parts.length - most} more`);
   return parts.length > 0 ? parts.join(", ") : "–";

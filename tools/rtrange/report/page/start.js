@@ -1,28 +1,30 @@
 // Builds the page.
 "use strict";
 
-/** NCOM from before its sender was identified as a unit is left out. */
+/**
+ * The streams without NCOM from before its sender was identified as a unit, and the number of rows left
+ * out.
+ */
 function without_unidentified_rows(summary, streams) {
   const addresses = new Set(summary.units.map(({ address }) => address));
-  const [left_out, shown] = [true, false].map((is_early) =>
-    streams.filter(({ unit }) => addresses.has(unit) === is_early),
-  );
-  const rows = left_out.reduce((sum, stream) => sum + stream.rows, 0);
-  if (rows > 0)
-    show_note(
-      `Not plotted: ${rows === 1 ? "one NCOM row" : `${count_text(rows)} NCOM rows`} from before the sender was identified as a unit.`,
-    );
-  const senders = shown.map(({ unit }) => unit).filter((unit) => !(unit in unit_names));
+  const is_early = ({ unit }) => addresses.has(unit);
+  const left_out = streams.filter(is_early).reduce((sum, { rows }) => sum + rows, 0);
+  return { shown: streams.filter((stream) => !is_early(stream)), left_out };
+}
+
+/** Names the senders that are no unit. */
+function show_senders(streams) {
+  const senders = streams.map(({ unit }) => unit).filter((unit) => !(unit in unit_names));
   if (senders.length > 0)
     show_note(`No RCOM packet named these senders as units: ${[...new Set(senders)].join(", ")}.`);
-  return shown;
 }
 
 function start() {
   const summary = JSON.parse(document.getElementById("summary").textContent);
   show_header(summary);
   show_notes(summary);
-  const streams = without_unidentified_rows(summary, read_streams(summary));
+  const { shown: streams, left_out } = without_unidentified_rows(summary, read_streams(summary));
+  show_senders(streams);
   choose_colours(streams);
   const order = Object.keys(unit_names);
   const place = ({ unit }) => (order.includes(unit) ? order.indexOf(unit) : order.length);
@@ -35,7 +37,7 @@ function start() {
 
   const qualities = qualities_of(streams, summary.view);
   show_pauses(streams);
-  show_units(summary);
+  show_units(summary, left_out, streams);
   show_outcomes(summary);
   if (streams.length > 0) {
     show_gaps(summary, streams, axis);
@@ -55,7 +57,7 @@ function start() {
   for (const group of [main_plots, quality_part]) if (!group.querySelector("figure")) group.parentElement.remove();
 
   if (!map && plots.length === 0) {
-    show_note("Nothing to plot: the rows contain no values of these fields.");
+    show_note(`Nothing to plot${streams.length > 0 ? ": the rows contain no values of these fields" : ""}.`);
     document.getElementById("toolbar").hidden = parent.hidden = true;
   }
 

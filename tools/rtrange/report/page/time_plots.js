@@ -23,7 +23,7 @@ function longest_value(plot) {
   let longest = 5;
   if (plot.range) return longest; // values outside the range may be cut off
   if (plot.names) {
-    const width_of_letters = 0.8; // of a digit's
+    const width_of_letters = 0.87; // of a digit's
     return width_of_letters * Math.max(...plot.names.map((name) => axis_name(name).length));
   }
   for (const { summary } of plot.traces)
@@ -90,10 +90,39 @@ function explain_empty_plot(u, plot) {
   u.ctx.restore();
 }
 
+/**
+ * A line that ends at each null. Lines of uPlot go on and are clipped, so that the edges of steep ones
+ * stay visible.
+ */
+function line_with_breaks(is_stepped) {
+  return (u, series) => {
+    const stroke = new Path2D();
+    const [times, values] = [u.data[0], u.data[series]];
+    let last_y = null;
+    for (let i = 0; i < times.length; ++i) {
+      if (values[i] === undefined) continue;
+      if (values[i] === null) {
+        last_y = null;
+        continue;
+      }
+      const x = u.valToPos(times[i], "x", true);
+      const exact_y = u.valToPos(values[i], "y", true);
+      const y = is_stepped ? Math.floor(exact_y) + 0.5 : exact_y; // sharp
+      if (last_y === null) stroke.moveTo(x, y);
+      else if (is_stepped) stroke.lineTo(x, last_y);
+      stroke.lineTo(x, y);
+      last_y = y;
+    }
+    return { stroke };
+  };
+}
+
 /** The label of a trace in the legend, short where the whole names would not fit into one line. */
 function legend_label({ names, traces }, trace) {
   const most = names ? 2 : 4;
-  return traces.length > most ? trace.label.replace("Target ", "T") : trace.label;
+  if (traces.length <= most) return trace.label;
+  const label = trace.label.replace("Target ", "T");
+  return names && traces.length > 4 ? label.replace("Hunter", "H") : label;
 }
 
 function drawing_hooks(plot, qualities) {
@@ -109,7 +138,7 @@ function plot_options(plot, axis, qualities) {
     width: 1.5,
     points: { show: false },
     pxAlign: 0,
-    paths: plot.is_integer ? uPlot.paths.stepped({ align: 1 }) : undefined,
+    paths: line_with_breaks(plot.is_integer),
     value: (u, value, series, point) =>
       legend_value(plot, trace, point === null ? null : u.posToVal(u.cursor.left, "x")),
   }));
@@ -117,7 +146,7 @@ function plot_options(plot, axis, qualities) {
     width: 300,
     height: 200,
     // Room for the stripes of bad data, and for half of the last label.
-    padding: [qualities.some(({ bad }) => bad.length > 0) ? 17 : 10, 28, 0, 0],
+    padding: [Math.max(10, height_of_stripes(qualities)), 28, 0, 0],
     scales: {
       x: { time: false, auto: false, range: () => [axis.from, axis.to] },
       y: { range: value_range(plot) },
