@@ -42,8 +42,9 @@ void check_fields(const run_options& options, const table_columns& columns) {
         });
         if (!found)
             throw usage_failure(
-                fmt::format("there is no field '{}' in the selected tables of the view '{}'", name,
-                            options.view));
+                fmt::format("there is no field '{}' in the selected tables of the view '{}'; see "
+                            "'rtrange fields{}'",
+                            name, options.view, shows_records(options) ? " --view record" : ""));
     }
 }
 
@@ -103,13 +104,14 @@ void frame_decoder::decode(const captured_frame& frame, table_output& output) {
     const auto packet = packages_.empty() ? std::nullopt : packet_in(frame.bytes);
     const frame_outcome outcome = outcomes_.end_frame(frame, packet);
     if (packet) {
+        const decoded_frame decoded{frame.time_ns, zero_ns_, *packet, packages_,
+                                    outcomes_.addresses()};
         if (packages_.rcom)
             tables_with_rows_.set(rcom_table);
-        if (packages_.packet)
-            tables_with_rows_.set(packet_table(packages_.packet->unit));
+        if (const auto table = view_->unit_table(decoded))
+            tables_with_rows_.set(*table);
         rows_.clear();
-        view_->add_rows({frame.time_ns, zero_ns_, *packet, packages_, outcomes_.addresses()},
-                        rows_);
+        view_->add_rows(decoded, rows_);
         for (const table_row& row : rows_) {
             if (!selected_.contains(frame.time_ns))
                 continue;

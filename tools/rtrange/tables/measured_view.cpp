@@ -237,6 +237,15 @@ void measured_view::restart() {
     rcom_cells_ = unknown_cells(measured_rcom_columns());
 }
 
+std::optional<std::size_t> measured_view::unit_table(const decoded_frame& frame) const {
+    const auto& packet = frame.packages.packet;
+    if (!packet || !frame.packet.plausible)
+        return std::nullopt;
+    if (frame.packet.is_ncom() && frame.addresses[packet->unit] != frame.packet.sender)
+        return unidentified_table;
+    return packet_table(packet->unit);
+}
+
 void measured_view::add_rows(const decoded_frame& frame, std::vector<table_row>& rows) {
     cells_.clear();
     zero_ns_ = frame.zero_ns;
@@ -400,12 +409,12 @@ void measured_view::add_unit_row(const decoded_frame& frame, std::vector<table_r
     if (!packet)
         return;
     const std::size_t unit = packet->unit;
-    const bool is_ncom = frame.packet.is_ncom();
-    if (is_ncom && frame.addresses[unit] != frame.packet.sender)
+    const std::size_t table = unit_table(frame).value();
+    if (table == unidentified_table)
         return add_unidentified_row(frame, rows);
-    const std::size_t table = packet_table(unit);
     if (columns_[table].empty())
         return;
+    const bool is_ncom = frame.packet.is_ncom();
     std::vector<cell>& cells = (is_ncom ? sender(frame.packet.sender) : sender_of(unit)).cells;
     begin_row(frame);
     if (unit == hunter) {

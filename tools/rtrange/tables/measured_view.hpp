@@ -27,6 +27,7 @@ public:
     measured_view(const selection& selected, bool with_samples);
 
     const table_columns& columns() const override { return columns_; }
+    std::optional<std::size_t> unit_table(const decoded_frame& frame) const override;
     void add_rows(const decoded_frame& frame, std::vector<table_row>& rows) override;
     void restart() override;
     std::vector<std::string> notes() const override;

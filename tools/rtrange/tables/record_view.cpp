@@ -61,6 +61,11 @@ record_view::record_view(const selection& selected) {
     cells_.reserve(most_rows * (2 + ncom_fields_.size()) + 1 + rcom_fields_.size());
 }
 
+std::optional<std::size_t> record_view::unit_table(const decoded_frame& frame) const {
+    const auto& packet = frame.packages.packet;
+    return packet ? std::optional(packet_table(packet->unit)) : std::nullopt;
+}
+
 void record_view::add_rows(const decoded_frame& frame, std::vector<table_row>& rows) {
     cells_.clear();
     for (const unit_record& sample : frame.packages.samples)

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +21,7 @@ public:
     explicit record_view(const selection& selected);
 
     const table_columns& columns() const override { return columns_; }
+    std::optional<std::size_t> unit_table(const decoded_frame& frame) const override;
     void add_rows(const decoded_frame& frame, std::vector<table_row>& rows) override;
     void restart() override {}
     std::vector<std::string> notes() const override;

@@ -39,6 +39,9 @@ public:
     /// The columns of all tables, those that the user selected.
     virtual const table_columns& columns() const = 0;
 
+    /// The table, selected or not, of the row of the unit that a packet is about, if it has one.
+    virtual std::optional<std::size_t> unit_table(const decoded_frame& frame) const = 0;
+
     /// Appends the rows of a frame.
     virtual void add_rows(const decoded_frame& frame, std::vector<table_row>& rows) = 0;
 
