@@ -225,7 +225,7 @@ TEST_F(results, survive_a_run_that_has_no_rows) {
          "the capture starts at 2026-01-05 10:00:00.000 UTC"},
         {"following.pcap --units target3,target4",
          "no rows match --units target3,target4: the capture has rows of hunter, target1, target2, "
-         "rcom, and ends at 0.98 s"},
+         "rcom, unidentified, and ends at 0.98 s"},
     };
     for (const std::string command :
          {"decode --overwrite -o run ", "decode --overwrite --as hdf5 -o run.h5 ",
