@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "simulation/rcom_packets.hpp"
 #include "simulation/simulated_traffic.hpp"
 #include "simulation/status_data.hpp"
 #include "tests/harness/pcap.hpp"
@@ -232,6 +233,47 @@ TEST_F(measured_view, keeps_unidentified_senders_apart) {
                 return ncom_channel_in_turn(tick_of(sender, row)) == channel;
             });
         EXPECT_NEAR(sender.number(500, "gps_time_us") - sender.number(100, "gps_time_us"), 20e6, 1);
+    }
+}
+
+/// The plug-in makes no record of the hunter from such a packet.
+TEST_F(measured_view, takes_ncom_of_the_hunter_that_comes_wrapped) {
+    simulate("run.pcap", [](double, frame_bytes& frame) {
+        static std::size_t packets = 0;
+        const auto sender = static_cast<std::uint8_t>(frame[29]);
+        if (is_ncom(frame) && sender == unit_addresses[0][3] && ++packets % 2 == 0) {
+            const bytes ncom(frame.begin() + 42, frame.end());
+            const endpoint rcom{unit_addresses[0], 3003};
+            const bytes wrapped =
+                udp_frame(rcom, rcom, encode_wrapped_ncom(unit_addresses[0], ncom));
+            frame.assign(wrapped.begin(), wrapped.end());
+        }
+        return true;
+    });
+    succeed("decode run.pcap -o out");
+    const csv_table hunter = table("hunter.csv");
+    EXPECT_EQ(hunter.rows.size(), tick_count(options) / 2 - 1);
+    for (std::size_t row = 0; row < hunter.rows.size(); ++row)
+        expect_ncom_row(hunter, row, 0);
+    for (const auto& [column, channel] : ncom_channel_of)
+        expect_filled_from(hunter, column, [&](std::size_t row) {
+            const std::uint64_t tick = tick_of(hunter, row);
+            return channel == 0 || ncom_channel_in_turn(tick) == channel ||
+                   ncom_channel_in_turn(tick - 1) == channel;
+        });
+    const csv_table target = table("target1.csv");
+    for (std::size_t row = 0; row < target.rows.size(); ++row) {
+        const std::uint64_t tick = tick_of(target, row);
+        if (target.cell(row, "packet") == "range" || tick < initialising_ticks)
+            continue;
+        const double time = tick_time(options, tick);
+        const vehicle_motion own = vehicles().unit(1, time);
+        const vehicle_motion others = vehicles().unit(0, time);
+        EXPECT_NEAR(angle_between(target.number(row, "relative_heading"),
+                                  degrees(others.heading - own.heading)),
+                    0.0, 2 * half_microradian);
+        EXPECT_NEAR(target.number(row, "relative_rate_z"), degrees(others.yaw_rate - own.yaw_rate),
+                    1.1e-5 * 180.0 / std::numbers::pi);
     }
 }
 

@@ -5,6 +5,7 @@
 #include <numbers>
 #include <numeric>
 
+#include "zel_rt_range_formatter/src/conversions.hpp"
 #include "zel_rt_range_formatter/src/field_readers.hpp"
 #include "zel_rt_range_formatter/src/ncom_packet.hpp"
 
@@ -56,8 +57,19 @@ measured_motion motion_in(const std::uint8_t* ncom) {
     const double east = scaled(ncom + ncom_byte::velocities + 3, units_per_mps);
     const double sine = std::sin(heading);
     const double cosine = std::cos(heading);
-    return {full_circle(degrees(heading)), north * cosine + east * sine,
-            north * sine - east * cosine};
+    const auto acceleration = [ncom](std::size_t axis) {
+        return scaled(ncom + ncom_byte::accelerations + 3 * axis, 1e4);
+    };
+    const auto rate = [ncom](std::size_t axis) {
+        return to_degrees(scaled(ncom + ncom_byte::rates + 3 * axis, 1e5));
+    };
+    return {full_circle(degrees(heading)),
+            north * cosine + east * sine,
+            north * sine - east * cosine,
+            {acceleration(0), -acceleration(1), -acceleration(2)},
+            {rate(0), -rate(1), -rate(2)},
+            -to_degrees(scaled(ncom + ncom_byte::pitch, units_per_radian)),
+            to_degrees(scaled(ncom + ncom_byte::roll, units_per_radian))};
 }
 
 geographic_position position_in(const std::uint8_t* ncom) {

@@ -1,16 +1,21 @@
 // Values that a measured row takes from the packet instead of the record.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 
 namespace rtrange {
 
-/// What an NCOM packet says of the motion of its unit.
+/// What an NCOM packet says of the motion of its unit, with the axes and signs of the record.
 struct measured_motion {
-    double heading;          ///< deg, 0 to 360, from north over east
-    double velocity_forward; ///< m/s
-    double velocity_left;    ///< m/s
+    double heading;                      ///< deg, 0 to 360, from north over east
+    double velocity_forward;             ///< m/s
+    double velocity_left;                ///< m/s
+    std::array<double, 3> accelerations; ///< m/s²
+    std::array<double, 3> rates;         ///< deg/s
+    double pitch;                        ///< deg
+    double roll;                         ///< deg
 };
 
 /// The motion in the 72 bytes of an NCOM packet.

@@ -50,7 +50,12 @@ struct unit_column_indices {
           status_channel(index_of(columns, "ncom_status_channel")),
           checksum_error(index_of(columns, "checksum_error")),
           ttc_longitudinal(index_of(columns, "ttc_longitudinal")),
-          ttc_lateral(index_of(columns, "ttc_lateral")) {}
+          ttc_lateral(index_of(columns, "ttc_lateral")),
+          relative_accel(index_of(columns, "relative_accel_x")),
+          relative_rate(index_of(columns, "relative_rate_x")),
+          relative_heading(index_of(columns, "relative_heading")),
+          relative_pitch(index_of(columns, "relative_pitch")),
+          relative_roll(index_of(columns, "relative_roll")) {}
 
     std::size_t latitude, longitude, altitude, heading;
     std::size_t velocity_x, velocity_x_kmh, velocity_y, velocity_y_kmh;
@@ -60,6 +65,8 @@ struct unit_column_indices {
     std::size_t velocity_accuracy, velocity_accuracy_age, velocity_accuracy_horizontal;
     std::size_t displacement_y, displacement_z, position_mode, status_channel, checksum_error;
     std::size_t ttc_longitudinal, ttc_lateral;
+    std::size_t relative_accel, relative_rate; ///< of the first of three axes
+    std::size_t relative_heading, relative_pitch, relative_roll;
 };
 
 const unit_column_indices& at() {
@@ -95,25 +102,16 @@ cell unknown(cell_type type) {
     return type == cell_type::address ? unknown_address : unknown_number;
 }
 
-/// A column with the difference of a value between a target and the hunter.
-struct difference {
-    std::size_t column;
-    std::size_t base; ///< column of the value
-    bool is_angle;
-};
-
-std::vector<difference> difference_columns(const std::vector<measured_column>& columns) {
-    constexpr std::string_view prefix = "relative_";
-    std::vector<difference> result;
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (columns[i].origin.second.packet != origin_packet::hunter_ncom)
-            continue;
-        const std::string_view name(columns[i].shown.name);
-        const bool is_angle =
-            name.ends_with("heading") || name.ends_with("pitch") || name.ends_with("roll");
-        result.push_back({i, index_of(columns, name.substr(prefix.size())), is_angle});
-    }
-    return result;
+/// As the record's, but unknown until the velocity accuracy has come.
+void calculate_curvature(std::vector<cell>& cells) {
+    constexpr double outdated_age = 150;
+    const auto value = [&](std::size_t column) { return number_in(cells[column]); };
+    const double accuracy = value(at().velocity_accuracy_horizontal);
+    if (std::isnan(accuracy))
+        return;
+    const double speed = std::hypot(value(at().velocity_north), value(at().velocity_east));
+    const bool is_known = speed > accuracy && value(at().velocity_accuracy_age) < outdated_age;
+    cells[at().curvature] = cell_of(is_known ? to_radians(value(at().rate_z)) / speed : 0.0);
 }
 
 std::vector<cell> unknown_cells(const std::vector<measured_column>& columns) {
@@ -231,7 +229,7 @@ void measured_view::restart() {
     const auto unknown_unit = unknown_cells(measured_unit_columns());
     for (unit_state& unit : units_) {
         unit.address.reset();
-        unit.unaddressed.cells = unknown_unit;
+        unit.unaddressed = {unknown_unit, {}, {}};
         unit.cells = unknown_unit;
     }
     rcom_cells_ = unknown_cells(measured_rcom_columns());
@@ -253,12 +251,8 @@ void measured_view::add_rows(const decoded_frame& frame, std::vector<table_row>&
     // The decoder ignores the values of an implausible packet, but repeats older ones.
     if (!frame.packet.plausible)
         return;
-    if (frame.packet.is_ncom()) {
-        if (frame.packages.packet)
-            take_ncom(frame.packet, frame.packages.packet->record);
-        else
-            pending_.push_back({frame.packet.sender, frame.packet.status_channel});
-    }
+    if (frame.packet.is_ncom())
+        take_ncom(frame);
     take_rcom(frame);
     if (frame.packet.kind == packet_kind::range)
         take_range(frame);
@@ -297,23 +291,35 @@ measured_view::sender_state& measured_view::sender_of(std::size_t unit) {
     return state.address ? sender(*state.address) : state.unaddressed;
 }
 
-void measured_view::take_ncom(const received_packet& packet, record_bytes record) {
-    // Only the hunter's record takes packets that make no row.
-    for (const pending_channel& pending : pending_)
-        take_channel(sender(pending.sender), pending.channel, record);
-    pending_.clear();
-
-    sender_state& from = sender(packet.sender);
-    std::vector<cell>& cells = from.cells;
+void measured_view::take_ncom(const decoded_frame& frame) {
+    sender_state& from = sender(frame.packet.sender);
+    const std::uint8_t channel = frame.packet.status_channel;
+    const auto& package = frame.packages.packet;
+    if (!package) {
+        pending_[channel] = frame.packet.sender;
+        take_packet(from, frame.packet);
+        return;
+    }
+    if (package->unit == hunter) {
+        for (const auto& [pending_channel, pending_sender] : pending_)
+            take_channel(sender(pending_sender), pending_channel, package->record);
+        pending_.clear();
+    }
     for (const copied_field& field : fields_of(unit_fields_, origin_packet::ncom).with_packet)
-        field.copy(record, cells);
-    take_channel(from, packet.status_channel, record);
+        field.copy(package->record, from.cells);
+    take_channel(from, channel, package->record);
+    take_packet(from, frame.packet);
+    calculate_curvature(from.cells);
+}
 
+/// Takes what the view computes from the packet alone.
+void measured_view::take_packet(sender_state& sender, const received_packet& packet) {
     const std::uint8_t* const ncom = packet.ncom;
+    std::vector<cell>& cells = sender.cells;
     const geographic_position position = position_in(ncom);
     cells[at().latitude] = cell_of(position.latitude);
     cells[at().longitude] = cell_of(position.longitude);
-    const measured_motion motion = motion_in(ncom);
+    const measured_motion& motion = sender.motion.emplace(motion_in(ncom));
     cells[at().heading] = cell_of(motion.heading);
     cells[at().velocity_x] = cell_of(motion.velocity_forward);
     cells[at().velocity_x_kmh] = cell_of(motion.velocity_forward * kmh_per_mps);
@@ -331,20 +337,11 @@ void measured_view::take_ncom(const received_packet& packet, record_bytes record
         cells[at().displacement_y] = cell_of(scaled_signed(data + 2, 2, 1000.0));
         cells[at().displacement_z] = cell_of(scaled_signed(data + 4, 2, 1000.0));
     }
-    from.clock.follow(ncom);
-    if (const auto time_us = from.clock.time_us()) {
-        cells[at().gps_minutes] = whole(from.clock.minutes().value());
+    sender.clock.follow(ncom);
+    if (const auto time_us = sender.clock.time_us()) {
+        cells[at().gps_minutes] = whole(sender.clock.minutes().value());
         cells[at().gps_time] = whole(*time_us);
     }
-    const auto value = [&](std::size_t column) { return number_in(cells[column]); };
-    const std::size_t accuracy = at().velocity_accuracy;
-    if (std::isnan(value(accuracy)))
-        return;
-    constexpr double outdated_age = 150;
-    const double speed = std::hypot(value(at().velocity_north), value(at().velocity_east));
-    const bool is_known = speed > value(at().velocity_accuracy_horizontal) &&
-                          value(at().velocity_accuracy_age) < outdated_age;
-    cells[at().curvature] = cell_of(is_known ? to_radians(value(at().rate_z)) / speed : 0.0);
 }
 
 void measured_view::take_channel(sender_state& sender, std::uint8_t channel, record_bytes record) {
@@ -385,6 +382,8 @@ void measured_view::take_range(const decoded_frame& frame) {
     } else if (channel == 10 && (rcom.target_altitude != 0.0 || rcom.target_heading != 0.0)) {
         target[at().altitude] = cell_of(double{rcom.target_altitude});
         target[at().heading] = cell_of(full_circle(rcom.target_heading));
+        if (auto& motion = sender_of(packet->unit).motion)
+            motion->heading = full_circle(rcom.target_heading);
     }
 }
 
@@ -415,30 +414,37 @@ void measured_view::add_unit_row(const decoded_frame& frame, std::vector<table_r
     if (columns_[table].empty())
         return;
     const bool is_ncom = frame.packet.is_ncom();
-    std::vector<cell>& cells = (is_ncom ? sender(frame.packet.sender) : sender_of(unit)).cells;
+    sender_state& from = is_ncom ? sender(frame.packet.sender) : sender_of(unit);
+    std::vector<cell>& cells = from.cells;
     begin_row(frame);
     if (unit == hunter) {
         for (const std::size_t column : hunter_columns_)
             cells_.push_back(cells[column]);
     } else {
-        compare_with_hunter(cells);
+        compare_with_hunter(from);
         for (const std::size_t column : target_columns_)
             cells_.push_back(from_range_[column] ? units_[unit].cells[column] : cells[column]);
     }
     end_row(table, frame, rows);
 }
 
-/// Calculates the differences between a target and the hunter.
-void measured_view::compare_with_hunter(std::vector<cell>& target) {
-    static const std::vector<difference> differences = difference_columns(measured_unit_columns());
-    const std::vector<cell>& of_hunter = sender_of(hunter).cells;
-    for (const auto& [column, base, is_angle] : differences) {
-        const double of_target = number_in(target[base]);
-        const double hunters = number_in(of_hunter[base]);
-        // Angles are the hunter's minus the target's, like those of the record.
-        target[column] =
-            cell_of(is_angle ? angle_between(hunters, of_target) : of_target - hunters);
+/// Calculates the differences between a target and the hunter. Angles are the hunter's minus the
+/// target's, like those of the record.
+void measured_view::compare_with_hunter(sender_state& target) {
+    const std::optional<measured_motion>& of_hunter = sender_of(hunter).motion;
+    if (!of_hunter || !target.motion)
+        return;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        target.cells[at().relative_accel + axis] =
+            cell_of(target.motion->accelerations[axis] - of_hunter->accelerations[axis]);
+        target.cells[at().relative_rate + axis] =
+            cell_of(target.motion->rates[axis] - of_hunter->rates[axis]);
     }
+    target.cells[at().relative_heading] =
+        cell_of(angle_between(of_hunter->heading, target.motion->heading));
+    target.cells[at().relative_pitch] =
+        cell_of(angle_between(of_hunter->pitch, target.motion->pitch));
+    target.cells[at().relative_roll] = cell_of(angle_between(of_hunter->roll, target.motion->roll));
 }
 
 void measured_view::add_unidentified_row(const decoded_frame& frame, std::vector<table_row>& rows) {

@@ -54,6 +54,7 @@ private:
     struct sender_state {
         std::vector<cell> cells; ///< by column of a unit's table
         gps_clock clock;
+        std::optional<measured_motion> motion;
     };
     struct unit_state {
         std::optional<std::uint32_t> address;
@@ -63,11 +64,6 @@ private:
     struct unidentified_sender {
         std::uint64_t rows;
         std::uint64_t last_time_ns;
-    };
-    /// A status channel of the hunter that came wrapped, so without a record of the hunter.
-    struct pending_channel {
-        std::uint32_t sender;
-        std::uint8_t channel;
     };
 
     static fields_by_packet sorted_fields(const std::vector<measured_column>& columns,
@@ -79,7 +75,8 @@ private:
     void learn_addresses(const known_addresses& addresses);
     sender_state& sender(std::uint32_t address);
     sender_state& sender_of(std::size_t unit);
-    void take_ncom(const received_packet& packet, record_bytes record);
+    void take_ncom(const decoded_frame& frame);
+    void take_packet(sender_state& sender, const received_packet& packet);
     void take_channel(sender_state& sender, std::uint8_t channel, record_bytes record);
     void take_range(const decoded_frame& frame);
     void take_rcom(const decoded_frame& frame);
@@ -87,7 +84,7 @@ private:
     void add_rcom_row(const decoded_frame& frame, std::vector<table_row>& rows);
     void add_sample_rows(const decoded_frame& frame, std::vector<table_row>& rows);
     void add_unidentified_row(const decoded_frame& frame, std::vector<table_row>& rows);
-    void compare_with_hunter(std::vector<cell>& target);
+    void compare_with_hunter(sender_state& target);
     void begin_row(const decoded_frame& frame);
     void end_row(std::size_t table, const decoded_frame& frame, std::vector<table_row>& rows);
 
@@ -103,7 +100,9 @@ private:
     std::unordered_map<std::uint32_t, sender_state> senders_;
     std::array<unit_state, zel::toolbox::rt_range::unit_count> units_;
     std::vector<cell> rcom_cells_;
-    std::vector<pending_channel> pending_;
+    /// Status channels of the hunter that came wrapped, so without a record of the hunter: the
+    /// senders by channel.
+    std::map<std::uint8_t, std::uint32_t> pending_;
     std::map<std::uint32_t, unidentified_sender> unidentified_;
     std::uint64_t unidentified_rows_ = 0;
     std::uint64_t zero_ns_ = 0;
