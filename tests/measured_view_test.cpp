@@ -114,7 +114,7 @@ protected:
                     0.501e-2);
         const double rate = table.number(row, "range_rate_longitudinal");
         const double range = table.number(row, "range_longitudinal");
-        const bool approaches = std::abs(rate) > 0.1000001 && range * rate <= 0.0;
+        const bool approaches = std::abs(rate) > 0.1000001 && range * rate < 0.0;
         EXPECT_EQ(table.cell(row, "ttc_longitudinal").empty(), !approaches) << range << " " << rate;
         if (approaches) {
             EXPECT_NEAR(table.number(row, "ttc_longitudinal"), -range / rate, 1e-9);

@@ -52,6 +52,14 @@ void change(const fs::path& file, std::size_t at, const std::string& bytes) {
     write(file, text.replace(at, bytes.size(), bytes));
 }
 
+/// What the manifest of a folder lists: its lines up to the sizes.
+std::string listed_in(const fs::path& folder) {
+    std::string names;
+    for (const std::string& line : split(content(folder / "rtrange-files.txt"), '\n'))
+        names += line.ends_with(':') ? line + "\n" : split(line, ' ').at(0) + "\n";
+    return names;
+}
+
 TEST_F(results, are_named_after_the_capture) {
     fs::copy_file(example, folder / "run.1.pcap");
     succeed("decode run.1.pcap");
@@ -59,7 +67,7 @@ TEST_F(results, are_named_after_the_capture) {
     succeed("report run.1.pcap");
     EXPECT_EQ(names_in(folder), (std::set<std::string>{"following.pcap", "run.1", "run.1.h5",
                                                        "run.1.html", "run.1.pcap"}));
-    EXPECT_EQ(content(folder / "run.1/rtrange-files.txt"),
+    EXPECT_EQ(listed_in(folder / "run.1"),
               "Files that rtrange has written and 'rtrange decode --overwrite' may replace or "
               "remove:\nhunter.csv\nrcom.csv\ntarget1.csv\ntarget2.csv\nunidentified.csv\n");
     if (is_windows_program())
@@ -73,7 +81,7 @@ TEST_F(results, are_named_after_the_capture) {
 TEST_F(results, are_replaced_on_demand_only) {
     write_all();
     write(folder / "run/notes.txt", "mine");
-    const std::string all_tables = content(folder / "run/rtrange-files.txt");
+    const std::string all_tables = listed_in(folder / "run");
     const std::string commands[] = {"decode following.pcap --units target1 -o run",
                                     "decode following.pcap --units target1 --as hdf5 -o run.h5",
                                     "report following.pcap --units target1 -o run.html",
@@ -90,7 +98,7 @@ TEST_F(results, are_replaced_on_demand_only) {
     for (const char* const replaced : {"run.h5", "run.html", "run.pcap", "run/rtrange-files.txt"})
         EXPECT_TRUE(!after[replaced].empty() && after[replaced] != before[replaced]) << replaced;
     succeed("decode following.pcap -o run --overwrite");
-    EXPECT_EQ(content(folder / "run/rtrange-files.txt"), all_tables);
+    EXPECT_EQ(listed_in(folder / "run"), all_tables);
 }
 
 TEST_F(results, never_take_the_place_of_files_that_rtrange_has_not_written) {
@@ -107,7 +115,11 @@ TEST_F(results, never_take_the_place_of_files_that_rtrange_has_not_written) {
     change(folder / "other.pcap", pcap_header_size + sizeof(frame_head) + 26, raw(1U));
     write(folder / "recording.pcap", as_pcapng(content(example)));
     write(folder / "empty", "");
-    fs::copy(folder / "run", folder / "more");
+    run("cp -a " + (folder / "run").string() + " " + (folder / "more").string());
+    fs::copy(folder / "run", folder / "edited");
+    fs::last_write_time(folder / "edited/hunter.csv",
+                        fs::last_write_time(folder / "run/hunter.csv"));
+    write(folder / "edited/target1.csv", "mine");
     write(folder / "more/target4.csv", "mine");
     fs::create_directories(folder / "own");
     write(folder / "own/hunter.csv", "mine");
@@ -122,6 +134,7 @@ TEST_F(results, never_take_the_place_of_files_that_rtrange_has_not_written) {
     const std::string simulate = "simulate --overwrite ";
     const std::pair<std::string, std::string> cases[] = {
         {csv + "more", "target4.csv' exists"},
+        {csv + "edited", "has been changed since rtrange wrote it"},
         {csv + "own", "hunter.csv' exists"},
         {csv + "own/", "hunter.csv' exists"},
         {csv + "list", "rtrange-files.txt' was not written by rtrange"},

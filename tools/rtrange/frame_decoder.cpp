@@ -48,11 +48,12 @@ void check_fields(const run_options& options, const table_columns& columns) {
     }
 }
 
-/// An IPv4 address in wire byte order; 0 if the frame is too short for it.
+/// An IPv4 address in wire byte order, if the frame is long enough.
 cell address_at(const captured_frame& frame, std::size_t offset) {
     std::uint32_t address = 0;
-    if (frame.bytes.size() >= offset + sizeof(address))
-        std::memcpy(&address, frame.bytes.data() + offset, sizeof(address));
+    if (frame.bytes.size() < offset + sizeof(address))
+        return unknown_address;
+    std::memcpy(&address, frame.bytes.data() + offset, sizeof(address));
     return address;
 }
 
@@ -63,8 +64,8 @@ const std::vector<column>& refused_columns() {
         {"frame", cell_type::u64, "", "number of the frame in its capture, from 1"},
         {"reference_timestamp", cell_type::u64, "ns", "capture time since 1970"},
         {"time_s", cell_type::f64, "s", "capture time since the first frame of the run"},
-        {"source_ip", cell_type::ipv4, "", "IPv4 source address"},
-        {"destination_ip", cell_type::ipv4, "", "IPv4 destination address"},
+        {"source_ip", cell_type::address, "", "IPv4 source address"},
+        {"destination_ip", cell_type::address, "", "IPv4 destination address"},
         {"reason", cell_type::text, "", "why the frame was refused", longest_text},
         {"capture", cell_type::text, "", "name of the capture", longest_text},
     };

@@ -1,6 +1,7 @@
 #include "tools/rtrange/frame_outcomes.hpp"
 
 #include <algorithm>
+#include <utility>
 
 #include "tools/rtrange/refusal_reasons.hpp"
 #include "tools/rtrange/tables/measured_values.hpp"
@@ -118,14 +119,21 @@ void frame_outcomes::count_faults(const captured_frame& frame, const received_pa
     if (packet.is_ncom() && has_wrong_checksum(packet.ncom))
         add_remark(frame, {"checksum", 0}, "NCOM with a wrong checksum", decoded_in_part);
     if (!packet.plausible)
-        add_remark(frame, {"range", 0},
-                   "extended range packet with a range above 1000 km; its values are ignored",
-                   decoded_in_part);
+        add_remark(
+            frame, {"range", 0},
+            "extended range packet with a range above 1000 km; of its values, only addresses count",
+            decoded_in_part);
 }
 
 void frame_outcomes::add_remark(const captured_frame& frame, const remark_key& key,
                                 const std::string& message, remarks& list) {
-    ++list.try_emplace(key, remark{message, 0, frame.number, frame.capture}).first->second.count;
+    // Messages about one fault differ in numbers and addresses, of which there may be any number.
+    constexpr std::size_t most_messages = 20;
+    remark_key specific{message, key.second};
+    const bool is_listed = list.contains(specific) || list.size() < most_messages;
+    const remark first{is_listed ? message : message + ", and the like", 0, frame.number,
+                       frame.capture};
+    ++list.try_emplace(is_listed ? std::move(specific) : key, first).first->second.count;
 }
 
 /// The reasons of different frames differ in addresses and sizes, of which there may be any number.

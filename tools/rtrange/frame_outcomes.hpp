@@ -77,7 +77,7 @@ public:
     std::uint64_t restarts = 0;
     std::vector<time_step> first_restarts; ///< at most 100
 
-    /// Remarks by the source line that logged them.
+    /// Remarks by message; beyond a number of messages, by the source line that logged them.
     using remark_key = std::pair<std::string, std::uint32_t>;
     using remarks = std::map<remark_key, remark>;
     remarks refusals;        ///< about frames that were refused

@@ -1,6 +1,8 @@
 #include "tools/rtrange/results/manifest.hpp"
 
+#include <chrono>
 #include <fstream>
+#include <sstream>
 #include <string_view>
 
 #include <fmt/format.h>
@@ -29,7 +31,13 @@ bool is_table_name(const std::filesystem::path& name) {
 
 } // namespace
 
-std::vector<std::string> read_manifest(const std::filesystem::path& folder) {
+listed_file listed(const std::filesystem::path& file) {
+    const auto time = std::filesystem::last_write_time(file).time_since_epoch();
+    return {file.filename().string(), std::filesystem::file_size(file),
+            std::chrono::duration_cast<std::chrono::nanoseconds>(time).count()};
+}
+
+std::vector<listed_file> read_manifest(const std::filesystem::path& folder) {
     const std::filesystem::path file = folder / manifest_name;
     const std::filesystem::file_type type = type_of(file);
     if (type == std::filesystem::file_type::not_found)
@@ -40,16 +48,21 @@ std::vector<std::string> read_manifest(const std::filesystem::path& folder) {
         line != first_line)
         throw failure(fmt::format(
             "'{}' was not written by rtrange; rename it or choose another folder", file.string()));
-    std::vector<std::string> names;
-    while (next_line(stream, line))
-        if (is_table_name(line))
-            names.push_back(line);
-    return names;
+    std::vector<listed_file> files;
+    while (next_line(stream, line)) {
+        listed_file entry{};
+        std::istringstream words(line);
+        if (words >> entry.name >> entry.size >> entry.time && is_table_name(entry.name))
+            files.push_back(entry);
+    }
+    return files;
 }
 
-void write_manifest(const std::filesystem::path& file, const std::vector<std::string>& names) {
+void write_manifest(const std::filesystem::path& file, const std::vector<listed_file>& files) {
     output_file manifest(file);
-    manifest.write(fmt::format("{}\n{}\n", first_line, fmt::join(names, "\n")));
+    manifest.write(fmt::format("{}\n", first_line));
+    for (const auto& [name, size, time] : files)
+        manifest.write(fmt::format("{} {} {}\n", name, size, time));
     manifest.close();
 }
 

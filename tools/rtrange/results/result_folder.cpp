@@ -1,7 +1,6 @@
 #include "tools/rtrange/results/result_folder.hpp"
 
 #include <algorithm>
-#include <iterator>
 #include <set>
 #include <system_error>
 #include <utility>
@@ -27,22 +26,24 @@ fs::path without_trailing_separator(fs::path folder) {
     return folder;
 }
 
-std::vector<std::string> file_names_in(const fs::path& folder) {
-    std::vector<std::string> names;
+std::vector<listed_file> files_in(const fs::path& folder) {
+    std::vector<listed_file> files;
     for (const auto& entry : fs::directory_iterator(folder))
         if (entry.is_regular_file())
-            names.push_back(entry.path().filename().string());
-    std::ranges::sort(names);
-    return names;
+            files.push_back(listed(entry.path()));
+    std::ranges::sort(files, {}, &listed_file::name);
+    return files;
 }
 
 /// Whether a table of an earlier run is still there. Throws failure when something else has taken
 /// its name.
-bool is_table(const fs::path& file) {
+bool is_there(const fs::path& file, const listed_file& table) {
     const fs::file_type type = type_of(file);
-    if (type != fs::file_type::regular && type != fs::file_type::not_found)
-        throw failure(fmt::format("'{}' is no longer a file of rtrange", file.string()));
-    return type == fs::file_type::regular;
+    if (type == fs::file_type::not_found)
+        return false;
+    if (type != fs::file_type::regular || listed(file) != table)
+        throw failure(fmt::format("'{}' is no longer as rtrange has written it", file.string()));
+    return true;
 }
 
 /// Renames files, all or none.
@@ -98,7 +99,7 @@ result_folder::~result_folder() {
 void result_folder::complete() {
     finished_ = true;
     try {
-        const std::vector<std::string> written = file_names_in(staging_);
+        const std::vector<listed_file> written = files_in(staging_);
         if (is_new_) {
             write_manifest(path_of(manifest_name), written);
             renamed_files().rename(staging_, target_);
@@ -114,18 +115,25 @@ void result_folder::complete() {
 }
 
 void result_folder::check_files(const std::vector<std::string>& names) {
-    const std::vector<std::string> listed = read_manifest(target_);
+    const std::vector<listed_file> tables = read_manifest(target_);
     std::set<std::string> all(names.begin(), names.end());
-    all.insert(listed.begin(), listed.end());
+    for (const listed_file& table : tables)
+        all.insert(table.name);
     for (const std::string& name : all) {
-        const fs::file_type type = type_of(target_of(name));
+        const fs::path file = target_of(name);
+        const fs::file_type type = type_of(file);
         if (type == fs::file_type::not_found)
             continue;
-        if (type != fs::file_type::regular || std::ranges::find(listed, name) == listed.end())
+        if (type != fs::file_type::regular ||
+            std::ranges::find(tables, name, &listed_file::name) == tables.end())
             throw failure(fmt::format("'{}' exists, and {} does not list it as written by rtrange; "
                                       "move it, or choose another folder with -o",
-                                      target_of(name).string(), manifest_name));
-        earlier_.push_back(name);
+                                      file.string(), manifest_name));
+        if (std::ranges::find(tables, listed(file)) == tables.end())
+            throw failure(fmt::format("'{}' has been changed since rtrange wrote it; move it, or "
+                                      "choose another folder with -o",
+                                      file.string()));
+        earlier_.push_back(listed(file));
     }
     if (!earlier_.empty() && !rules_.overwrite)
         throw failure(fmt::format("'{}' contains the tables of an earlier run; add --overwrite to "
@@ -133,21 +141,21 @@ void result_folder::check_files(const std::vector<std::string>& names) {
                                   target_.string()));
 }
 
-void result_folder::exchange_tables(const std::vector<std::string>& written) const {
+void result_folder::exchange_tables(const std::vector<listed_file>& written) const {
     // The manifest comes first, so that at any moment it lists all tables in the folder. The
     // earlier tables leave before the new ones come, so that those of two runs are never mixed.
-    std::vector<std::string> all;
-    std::ranges::set_union(earlier_, written, std::back_inserter(all));
+    std::vector<listed_file> all = earlier_;
+    all.insert(all.end(), written.begin(), written.end());
     const fs::path replaced = staging_ / replaced_folder;
     fs::create_directory(replaced);
     replace_manifest(all);
     renamed_files renamed;
     try {
-        for (const std::string& name : earlier_)
-            if (is_table(target_of(name)))
-                renamed.rename(target_of(name), replaced / name);
-        for (const std::string& name : written)
-            renamed.rename(path_of(name), target_of(name));
+        for (const listed_file& table : earlier_)
+            if (is_there(target_of(table.name), table))
+                renamed.rename(target_of(table.name), replaced / table.name);
+        for (const listed_file& table : written)
+            renamed.rename(path_of(table.name), target_of(table.name));
         replace_manifest(written);
     } catch (const failure&) {
         renamed.undo();
@@ -157,8 +165,8 @@ void result_folder::exchange_tables(const std::vector<std::string>& written) con
     }
 }
 
-void result_folder::replace_manifest(const std::vector<std::string>& names) const {
-    write_manifest(path_of(manifest_name), names);
+void result_folder::replace_manifest(const std::vector<listed_file>& files) const {
+    write_manifest(path_of(manifest_name), files);
     fs::rename(path_of(manifest_name), target_of(manifest_name));
 }
 

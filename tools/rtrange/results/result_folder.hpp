@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/rtrange/results/manifest.hpp"
 #include "tools/rtrange/results/staging.hpp"
 
 namespace rtrange {
@@ -40,13 +41,13 @@ public:
 
 private:
     void check_files(const std::vector<std::string>& names);
-    void exchange_tables(const std::vector<std::string>& written) const;
-    void replace_manifest(const std::vector<std::string>& names) const;
+    void exchange_tables(const std::vector<listed_file>& written) const;
+    void replace_manifest(const std::vector<listed_file>& files) const;
 
     std::filesystem::path target_;
     result_rules rules_;
     bool is_new_ = true;               ///< the target does not exist
-    std::vector<std::string> earlier_; ///< names of the tables of an earlier run that exist
+    std::vector<listed_file> earlier_; ///< tables of an earlier run that exist
     std::filesystem::path staging_;
     bool finished_ = false; ///< the temporary folder is not to be removed
 };

@@ -223,8 +223,8 @@ void measured_state::take_range(const decoded_frame& frame) {
     unit_fields_.copy_packet(origin_packet::ext_range, packet->record, cells);
     unit_fields_.copy_channel(origin_packet::ext_range, channel, packet->record, cells);
     for (const std::size_t column : {at().ttc_longitudinal, at().ttc_lateral})
-        if (std::signbit(number_in(cells[column])))
-            cells[column] = unknown_number; // moving apart
+        if (!(number_in(cells[column]) > 0.0))
+            cells[column] = unknown_number; // not approaching
 
     rcom_unit_record rcom;
     std::memcpy(&rcom, frame.packages.rcom->data(), sizeof(rcom));

@@ -91,10 +91,12 @@ bool has_wrong_checksum(const std::uint8_t* ncom) {
 }
 
 void gps_clock::follow(const std::uint8_t* ncom) {
+    // A small step back is a packet that was overtaken by another one.
+    constexpr std::uint32_t half_a_minute_ms = 30'000;
     const std::uint32_t time_ms = read_unsigned(ncom + ncom_byte::time, 2);
     if (ncom[ncom_byte::status_channel] == 0)
         minutes_ = read_signed(ncom + ncom_byte::status_data, 4);
-    else if (minutes_ && time_ms < time_in_minute_ms_)
+    else if (minutes_ && time_ms + half_a_minute_ms < time_in_minute_ms_)
         minutes_ = static_cast<std::int32_t>(static_cast<std::uint32_t>(*minutes_) + 1);
     time_in_minute_ms_ = time_ms;
 }

@@ -140,7 +140,7 @@ void measured_view::add_rcom_row(const decoded_frame& frame, std::vector<table_r
 
 void measured_view::add_sample_rows(const decoded_frame& frame, std::vector<table_row>& rows) {
     for (const auto& [unit, record] : frame.packages.samples) {
-        if (columns_[samples_table(unit)].empty())
+        if (columns_[samples_table(unit)].empty() || frame.addresses[unit] != frame.packet.sender)
             continue;
         begin_row(frame);
         for (const stored_field& field : sample_fields_)
