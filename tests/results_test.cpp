@@ -311,6 +311,15 @@ TEST_F(results, leave_nothing_that_looks_whole_when_the_program_is_killed) {
             EXPECT_EQ(fs::exists(out), signal == "INT") << arguments << "\n" << result.output;
         }
     }
+    // But it never takes the place of an earlier one.
+    succeed("decode following.pcap -o out --overwrite");
+    const std::string earlier = content(folder / "out/target1.csv");
+    const result result = run("cd " + folder.string() + "; set -m; " + program() +
+                              " decode pipe -o out --overwrite & { head -c 20000 following.pcap; "
+                              "sleep 0.7; kill -INT $!; cat following.pcap; } > pipe; wait $!");
+    EXPECT_EQ(result.exit_code, 1);
+    expect_contains(result.output, {"interrupted; the earlier result 'out' is kept"});
+    EXPECT_EQ(content(folder / "out/target1.csv"), earlier);
 }
 
 } // namespace

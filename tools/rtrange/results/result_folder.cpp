@@ -97,6 +97,8 @@ result_folder::~result_folder() {
 }
 
 void result_folder::complete() {
+    if (!earlier_.empty() && !rules_.keep_unfinished)
+        check_not_interrupted(target_);
     finished_ = true;
     try {
         const std::vector<listed_file> written = files_in(staging_);

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/interruption.hpp"
 #include "tools/rtrange/platform.hpp"
 
 namespace rtrange {
@@ -29,6 +30,12 @@ create_partial(const std::filesystem::path& base, const std::filesystem::path& t
 }
 
 } // namespace
+
+void check_not_interrupted(const std::filesystem::path& earlier_result) {
+    if (interrupted())
+        throw failure(
+            fmt::format("interrupted; the earlier result '{}' is kept", earlier_result.string()));
+}
 
 std::filesystem::file_type type_of(const std::filesystem::path& path) {
     std::error_code ignored;

@@ -12,6 +12,9 @@ struct result_rules {
         false; ///< keep what has been written, for input that cannot be read again
 };
 
+/// Throws failure when the user has interrupted the run: a part must not replace an earlier result.
+void check_not_interrupted(const std::filesystem::path& earlier_result);
+
 /// The type of what is at a path, without following symbolic links; not_found for nothing.
 std::filesystem::file_type type_of(const std::filesystem::path& path);
 

@@ -27,6 +27,8 @@ constexpr cell_type number = cell_type::number;
 constexpr cell_type whole = cell_type::whole_number;
 
 const computed_column computed_unit_columns[] = {
+    {"packet_count", "", "", whole, origins::ncom,
+     "NCOM packets of this sender, direct or wrapped, since the decoder started"},
     {"latitude", "", "deg", number, origins::ncom_or_range_channel(8),
      "latitude, datum not known; of a target also from RCOM status channel 8, in rows of range "
      "packets"},
@@ -110,8 +112,6 @@ struct rewording {
 };
 
 const rewording rewordings[] = {
-    {"packet_count", "NCOM packets assigned to this unit since the decoder started; of the hunter, "
-                     "with those of all senders that RCOM had not identified yet"},
     {"accel_x", "acceleration, forward"},
     {"accel_y", "acceleration, to the left"},
     {"accel_z", "acceleration, up; whether it contains gravity is not known"},

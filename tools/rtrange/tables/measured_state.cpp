@@ -19,8 +19,9 @@ namespace {
 /// Columns of a unit's table that the view computes.
 struct unit_column_indices {
     explicit unit_column_indices(const std::vector<measured_column>& columns)
-        : latitude(index_of(columns, "latitude")), longitude(index_of(columns, "longitude")),
-          altitude(index_of(columns, "altitude")), heading(index_of(columns, "heading")),
+        : packet_count(index_of(columns, "packet_count")), latitude(index_of(columns, "latitude")),
+          longitude(index_of(columns, "longitude")), altitude(index_of(columns, "altitude")),
+          heading(index_of(columns, "heading")),
           velocity_x(index_of(columns, "vehicle_velocity_x")),
           velocity_x_kmh(index_of(columns, "vehicle_velocity_x_kmh")),
           velocity_y(index_of(columns, "vehicle_velocity_y")),
@@ -48,7 +49,7 @@ struct unit_column_indices {
           relative_pitch(index_of(columns, "relative_pitch")),
           relative_roll(index_of(columns, "relative_roll")) {}
 
-    std::size_t latitude, longitude, altitude, heading;
+    std::size_t packet_count, latitude, longitude, altitude, heading;
     std::size_t velocity_x, velocity_x_kmh, velocity_y, velocity_y_kmh;
     std::size_t velocity_north, velocity_east, rate_z, curvature;
     std::size_t gps_minutes, gps_time, utc_offset, utc_offset_valid;
@@ -94,7 +95,7 @@ void measured_state::restart() {
     const auto unknown_unit = unknown_cells(measured_unit_columns());
     for (unit_state& unit : units_) {
         unit.address.reset();
-        unit.unaddressed = {unknown_unit, {}, {}};
+        unit.unaddressed = {unknown_unit, 0, {}, {}};
         unit.cells = unknown_unit;
     }
     rcom_cells_ = unknown_cells(measured_rcom_columns());
@@ -179,6 +180,7 @@ void measured_state::take_packet(sender_state& sender, const received_packet& pa
     cells[at().velocity_x_kmh] = cell_of(motion.velocity_forward * kmh_per_mps);
     cells[at().velocity_y] = cell_of(motion.velocity_left);
     cells[at().velocity_y_kmh] = cell_of(motion.velocity_left * kmh_per_mps);
+    cells[at().packet_count] = whole(++sender.packets);
     cells[at().status_channel] = whole(packet.status_channel);
     cells[at().checksum_error] = cell_of(has_wrong_checksum(ncom) ? 1.0 : 0.0);
 

@@ -45,6 +45,7 @@ private:
     /// What the NCOM packets of one sender have brought, and RCOM of a target's position.
     struct sender_state {
         std::vector<cell> cells;
+        std::int64_t packets = 0;
         gps_clock clock;
         std::optional<measured_motion> motion;
     };

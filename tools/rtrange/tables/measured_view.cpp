@@ -89,9 +89,33 @@ void measured_view::add_rows(const decoded_frame& frame, std::vector<table_row>&
     if (!frame.packet.plausible)
         return;
     state_.take(frame);
+    notice_silence(frame);
     add_sample_rows(frame, rows);
     add_rcom_row(frame, rows);
     add_unit_row(frame, rows);
+}
+
+void measured_view::restart() {
+    state_.restart();
+    last_ncom_ns_ = {};
+}
+
+void measured_view::notice_silence(const decoded_frame& frame) {
+    latest_ns_ = frame.time_ns;
+    const auto unit = std::ranges::find(frame.addresses, frame.packet.sender);
+    if (!frame.packet.is_ncom() || unit == frame.addresses.end())
+        return;
+    const auto i = static_cast<std::size_t>(unit - frame.addresses.begin());
+    silences_[i] = longest_silence(i);
+    last_ncom_ns_[i] = frame.time_ns;
+}
+
+/// The longest one so far, the current one included.
+measured_view::silence measured_view::longest_silence(std::size_t unit) const {
+    const silence& longest = silences_[unit];
+    const std::uint64_t from_ns = last_ncom_ns_[unit].value_or(latest_ns_);
+    return latest_ns_ - from_ns > longest.to_ns - longest.from_ns ? silence{from_ns, latest_ns_}
+                                                                  : longest;
 }
 
 void measured_view::add_unit_row(const decoded_frame& frame, std::vector<table_row>& rows) {
@@ -164,8 +188,19 @@ void measured_view::end_row(std::size_t table, const decoded_frame& frame,
 }
 
 std::vector<std::string> measured_view::notes() const {
+    std::vector<std::string> notes;
+    for (std::size_t unit = 0; unit < unit_count; ++unit) {
+        constexpr double longest_pause_s = 5.0;
+        const auto [from_ns, to_ns] = longest_silence(unit);
+        const double seconds = static_cast<double>(to_ns - from_ns) * 1e-9;
+        if (seconds > longest_pause_s)
+            notes.push_back(fmt::format(
+                "{}: no NCOM for {:.3f} s, from {:.3f} s on; its values are the last known ones",
+                table_descriptions()[packet_table(unit)].name, seconds,
+                static_cast<double>(from_ns - zero_ns_) * 1e-9));
+    }
     if (unidentified_.empty())
-        return {};
+        return notes;
     std::string senders;
     std::size_t listed = 0;
     for (const auto& [address, sender] : unidentified_) {
@@ -178,11 +213,12 @@ std::vector<std::string> measured_view::notes() const {
     }
     if (unidentified_.size() > most_listed_senders)
         senders += ", and others";
-    return {fmt::format(
+    notes.push_back(fmt::format(
         "{} from {} no unit's at that moment, see the table 'unidentified': {}",
         unidentified_rows_ == 1 ? "1 NCOM packet came"
                                 : fmt::format("{} NCOM packets came", unidentified_rows_),
-        unidentified_.size() == 1 ? "an address that was" : "addresses that were", senders)};
+        unidentified_.size() == 1 ? "an address that was" : "addresses that were", senders));
+    return notes;
 }
 
 } // namespace rtrange

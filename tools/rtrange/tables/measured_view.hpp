@@ -1,6 +1,7 @@
 // What packets have measured.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -26,15 +27,22 @@ public:
     const table_columns& columns() const override { return columns_; }
     std::optional<std::size_t> unit_table(const decoded_frame& frame) const override;
     void add_rows(const decoded_frame& frame, std::vector<table_row>& rows) override;
-    void restart() override { state_.restart(); }
+    void restart() override;
     std::vector<std::string> notes() const override;
 
 private:
+    /// A time in which a unit that was heard before sent no NCOM.
+    struct silence {
+        std::uint64_t from_ns = 0;
+        std::uint64_t to_ns = 0;
+    };
     struct unidentified_sender {
         std::uint64_t rows;
         std::uint64_t last_time_ns;
     };
 
+    void notice_silence(const decoded_frame& frame);
+    silence longest_silence(std::size_t unit) const;
     void add_unit_row(const decoded_frame& frame, std::vector<table_row>& rows);
     void add_rcom_row(const decoded_frame& frame, std::vector<table_row>& rows);
     void add_sample_rows(const decoded_frame& frame, std::vector<table_row>& rows);
@@ -53,6 +61,9 @@ private:
     std::map<std::uint32_t, unidentified_sender> unidentified_;
     std::uint64_t unidentified_rows_ = 0;
     std::uint64_t zero_ns_ = 0;
+    std::uint64_t latest_ns_ = 0; ///< time of the last frame
+    std::array<std::optional<std::uint64_t>, zel::toolbox::rt_range::unit_count> last_ncom_ns_;
+    std::array<silence, zel::toolbox::rt_range::unit_count> silences_; ///< the longest ones
     std::vector<cell> cells_; ///< of the current frame's rows
     std::size_t row_begin_ = 0;
 };
