@@ -71,6 +71,7 @@ std::vector<listed_column> listed(std::span<const column> columns, const char* t
 
 std::vector<listed_column> listed(const std::vector<measured_column>& columns, const char* tables) {
     std::vector<listed_column> result;
+    result.reserve(columns.size());
     for (const measured_column& entry : columns)
         result.push_back(
             {entry.of_hunter ? tables : "targets", entry.shown, text_of(entry.origin)});

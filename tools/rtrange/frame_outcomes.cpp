@@ -1,7 +1,6 @@
 #include "tools/rtrange/frame_outcomes.hpp"
 
 #include <algorithm>
-#include <utility>
 
 #include "tools/rtrange/refusal_reasons.hpp"
 #include "tools/rtrange/tables/measured_values.hpp"
@@ -133,7 +132,7 @@ void frame_outcomes::add_remark(const captured_frame& frame, const remark_key& k
     const bool is_listed = list.contains(specific) || list.size() < most_messages;
     const remark first{is_listed ? message : message + ", and the like", 0, frame.number,
                        frame.capture};
-    ++list.try_emplace(is_listed ? std::move(specific) : key, first).first->second.count;
+    ++list.try_emplace(is_listed ? specific : key, first).first->second.count;
 }
 
 /// The reasons of different frames differ in addresses and sizes, of which there may be any number.

@@ -19,8 +19,8 @@ struct field {
     const char* name;
     std::size_t offset; ///< bytes from the start of the record
     field_type type;
-    const char* unit; ///< empty for a number without unit
     field_origin origin;
+    const char* unit; ///< empty for a number without unit
     const char* meaning;
 };
 
@@ -98,7 +98,7 @@ consteval field field_at(std::size_t offset, std::size_t member_offset, const ch
                          const char* meaning) {
     if (member_offset != offset)
         throw "the member is at another offset than its row says";
-    return {name, offset, type, unit, origin, meaning};
+    return {name, offset, type, origin, unit, meaning};
 }
 
 /// Whether the fields, in this order, fill a record of `size` bytes without gap or overlap.
