@@ -90,7 +90,9 @@ protected:
         run(RTRANGE " decode " + quoted(example) + " -o " + quoted(expected));
         ASSERT_EQ(names_in(tables), names_in(expected));
         for (const std::string& name : names_in(expected))
-            EXPECT_TRUE(content(tables / name) == content(expected / name)) << name;
+            EXPECT_TRUE(name == "rtrange-files.txt" || // with the times of the files
+                        content(tables / name) == content(expected / name))
+                << name;
         fs::remove_all(tables);
     }
 };

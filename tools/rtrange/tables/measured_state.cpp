@@ -66,6 +66,11 @@ const unit_column_indices& at() {
     return indices;
 }
 
+/// Not std::hypot, whose last bits differ between systems.
+double root_of_squares(double x, double y) {
+    return std::sqrt(x * x + y * y);
+}
+
 /// As the record's, but unknown until the velocity accuracy has come.
 void calculate_curvature(std::vector<cell>& cells) {
     constexpr double outdated_age = 150;
@@ -73,7 +78,7 @@ void calculate_curvature(std::vector<cell>& cells) {
     const double accuracy = value(at().velocity_accuracy_horizontal);
     if (std::isnan(accuracy))
         return;
-    const double speed = std::hypot(value(at().velocity_north), value(at().velocity_east));
+    const double speed = root_of_squares(value(at().velocity_north), value(at().velocity_east));
     const bool is_known = speed > accuracy && value(at().velocity_accuracy_age) < outdated_age;
     cells[at().curvature] = cell_of(is_known ? to_radians(value(at().rate_z)) / speed : 0.0);
 }
@@ -205,8 +210,8 @@ void measured_state::take_channel(sender_state& sender, std::uint8_t channel,
     std::vector<cell>& cells = sender.cells;
     unit_fields_.copy_channel(origin_packet::ncom, channel, record, cells);
     const auto horizontal = [&](std::size_t north) {
-        return cell_of(std::hypot(number_in(cells[north]),
-                                  number_in(cells[north + 1]))); // east is the next column
+        return cell_of(root_of_squares(number_in(cells[north]),
+                                       number_in(cells[north + 1]))); // east is the next column
     };
     if (channel == 3)
         cells[at().position_accuracy_horizontal] = horizontal(at().position_accuracy);
