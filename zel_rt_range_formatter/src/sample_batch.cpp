@@ -10,8 +10,10 @@ bool sample_batch::add(const ncom_unit_record& record) {
                       record.vehicle_velocity_y,
                       record.vehicle_velocity_y_kmh,
                       record.rate_z_copy};
-    filled_ = (filled_ + 1) % rows_.size();
-    return filled_ == 0;
+    if (++filled_ < rows_.size())
+        return false;
+    filled_ = 0;
+    return true;
 }
 
 sample_rows sample_batch::filtered() const {
