@@ -176,8 +176,8 @@ TEST_F(measured_view, shows_what_the_vehicles_did) {
         for (std::size_t row = 0; row < hunter.rows.size(); ++row)
             expect_ncom_row(hunter, row, 0);
         for (const auto& [column, channel] : ncom_channel_of)
-            expect_filled_from(hunter, column, [&, channel = channel](std::size_t row) {
-                return ncom_channel_in_turn(tick_of(hunter, row)) == channel || channel == 0;
+            expect_filled_from(hunter, column, [&, wanted = channel](std::size_t row) {
+                return ncom_channel_in_turn(tick_of(hunter, row)) == wanted || wanted == 0;
             });
         for (std::size_t unit = 1; unit <= options.targets; ++unit) {
             const csv_table target = table("target" + std::to_string(unit) + ".csv");
@@ -197,9 +197,9 @@ TEST_F(measured_view, shows_what_the_vehicles_did) {
                             0.0, 2 * half_microradian);
             }
             for (const auto& [column, channel] : ncom_channel_of)
-                expect_filled_from(target, column, [&, channel = channel](std::size_t row) {
+                expect_filled_from(target, column, [&, wanted = channel](std::size_t row) {
                     return target.cell(row, "packet") != "range" &&
-                           ncom_channel_in_turn(tick_of(target, row)) == channel;
+                           ncom_channel_in_turn(tick_of(target, row)) == wanted;
                 });
             expect_filled_from(target, "rcom_channel_17_c", [&](std::size_t row) {
                 return target.cell(row, "packet") == "range" &&
@@ -229,8 +229,8 @@ TEST_F(measured_view, keeps_unidentified_senders_apart) {
         for (std::size_t row = 0; row < sender.rows.size(); ++row)
             expect_ncom_row(sender, row, unit);
         for (const auto& [column, channel] : ncom_channel_of)
-            expect_filled_from(sender, column, [&, channel = channel](std::size_t row) {
-                return ncom_channel_in_turn(tick_of(sender, row)) == channel;
+            expect_filled_from(sender, column, [&, wanted = channel](std::size_t row) {
+                return ncom_channel_in_turn(tick_of(sender, row)) == wanted;
             });
         EXPECT_NEAR(sender.number(500, "gps_time_us") - sender.number(100, "gps_time_us"), 20e6, 1);
     }
@@ -258,10 +258,10 @@ TEST_F(measured_view, takes_ncom_of_the_hunter_that_comes_wrapped) {
     for (std::size_t row = 0; row < hunter.rows.size(); ++row)
         expect_ncom_row(hunter, row, 0);
     for (const auto& [column, channel] : ncom_channel_of)
-        expect_filled_from(hunter, column, [&, channel = channel](std::size_t row) {
+        expect_filled_from(hunter, column, [&, wanted = channel](std::size_t row) {
             const std::uint64_t tick = tick_of(hunter, row);
-            return channel == 0 || ncom_channel_in_turn(tick) == channel ||
-                   ncom_channel_in_turn(tick - 1) == channel;
+            return wanted == 0 || ncom_channel_in_turn(tick) == wanted ||
+                   ncom_channel_in_turn(tick - 1) == wanted;
         });
     const csv_table target = table("target1.csv");
     for (std::size_t row = 0; row < target.rows.size(); ++row) {
