@@ -54,6 +54,7 @@ std::vector<std::string> run_notes(const frame_decoder& decoder) {
     const frame_outcomes& outcomes = decoder.outcomes();
     const std::uint64_t zero_ns = outcomes.first_time_ns;
     std::vector<std::string> notes;
+    notes.reserve(outcomes.first_restarts.size());
     for (const auto& [from_ns, to_ns] : outcomes.first_restarts)
         notes.push_back(
             fmt::format("A new decoder was started at {:.3f} s, after a gap of {:.3f} s",
