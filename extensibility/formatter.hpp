@@ -45,9 +45,9 @@ public:
     const std::shared_ptr<log::logger>& host_log() const { return logger_; }
 
 private:
-    /// The list of one call of `transform`: the instance's, which keeps its storage between calls. A
-    /// host may call `transform` again from within its log function: the inner call then finds that
-    /// list in use and gets its own.
+    /// The list of one call of `transform`: the instance's, which keeps its storage between calls.
+    /// A host may call `transform` again from within its log function: the inner call then finds
+    /// that list in use and gets its own.
     class call_list {
     public:
         explicit call_list(formatter& instance)

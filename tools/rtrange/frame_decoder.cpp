@@ -13,7 +13,7 @@
 namespace rtrange {
 namespace {
 
-/// Of the view "measured". After such a gap, what was known before says nothing of the vehicles.
+/// Of the view "measured". After a longer gap, earlier values are outdated.
 constexpr double default_restart_gap_s = 5.0;
 
 bool shows_records(const run_options& options) {
@@ -113,12 +113,11 @@ void frame_decoder::decode(const captured_frame& frame, table_output& output) {
             tables_with_rows_.set(*table);
         rows_.clear();
         view_->add_rows(decoded, rows_);
-        for (const table_row& row : rows_) {
-            if (!selected_.contains(frame.time_ns))
-                continue;
+        if (!selected_.contains(frame.time_ns))
+            return;
+        for (const table_row& row : rows_)
             output.write(row);
-            ++written_rows_;
-        }
+        written_rows_ += rows_.size();
     } else if (outcome == frame_outcome::refused) {
         write_refused(frame, output);
     }

@@ -12,8 +12,8 @@ inline constexpr std::uint32_t hunter = 0;
 inline constexpr std::size_t target_count = 4;
 inline constexpr std::size_t unit_count = 1 + target_count;
 
-/// In place of a unit index: no unit. Measured faster than an empty std::optional, which GCC returns
-/// through memory in two parts of different size.
+/// In place of a unit index: no unit. Measured faster than an empty std::optional, which GCC
+/// returns through memory in two parts of different size.
 inline constexpr std::uint32_t no_unit = unit_count;
 
 /// First word of an NCOM package, by unit index.

@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::size_t leading_columns = 3;
 
-/// Longer ones are listed as a number only.
+/// A note names at most this many; others are only counted.
 constexpr std::size_t most_listed_senders = 5;
 
 /// A capture may contain any number of addresses.
@@ -197,7 +197,7 @@ std::vector<std::string> measured_view::notes() const {
             notes.push_back(fmt::format(
                 "{}: no NCOM for {:.3f} s, from {:.3f} s on; its values are the last known ones",
                 table_descriptions()[packet_table(unit)].name, seconds,
-                static_cast<double>(from_ns - zero_ns_) * 1e-9));
+                static_cast<double>(static_cast<std::int64_t>(from_ns - zero_ns_)) * 1e-9));
     }
     if (unidentified_.empty())
         return notes;
