@@ -334,6 +334,22 @@ TEST_F(measured_view, counts_wrong_checksums_and_names_refused_frames) {
     EXPECT_GT(hunter.count("checksum_error", "1") + target.count("checksum_error", "1"), 0U);
 }
 
+TEST_F(measured_view, names_silent_units_and_accepts_overtaken_packets) {
+    simulate("run.pcap", [](double time, frame_bytes& frame) {
+        const bool is_hunter = static_cast<std::uint8_t>(frame[29]) == unit_addresses[0][3];
+        if (is_ncom(frame) && is_hunter && time == 5.0)
+            frame[42 + 2] = static_cast<char>(frame[42 + 2] - 1); // 256 ms earlier
+        return !(is_ncom(frame) && is_hunter && time > 10.0 && time < 17.0);
+    });
+    const std::string output = succeed("decode run.pcap -o out");
+    expect_contains(output, {"hunter: no NCOM for 7.000 s, from 10.000 s on"});
+    EXPECT_FALSE(contains(output, "target1: no NCOM"));
+    const csv_table hunter = table("hunter.csv");
+    const std::size_t last = hunter.rows.size() - 1;
+    EXPECT_NEAR(hunter.number(last, "gps_time_us") - hunter.number(0, "gps_time_us"),
+                1e6 * (hunter.number(last, "time_s") - hunter.number(0, "time_s")), 1);
+}
+
 /// Markers of the wire are no values.
 TEST_F(measured_view, leaves_invalid_values_empty) {
     options.wrapped_every = 0;
