@@ -171,7 +171,7 @@ TEST_F(results, never_take_the_place_of_files_that_rtrange_has_not_written) {
 
 TEST_F(results, do_not_follow_links_to_files) {
     if (is_windows_program())
-        GTEST_SKIP() << "Wine makes no links";
+        GTEST_SKIP() << "Windows has no links without a privilege";
     write_all();
     fs::create_symlink("run.html", folder / "link.html");
     fs::create_symlink("run.h5", folder / "link.h5");
