@@ -13,7 +13,7 @@ cmake --preset fuzz --log-level=WARNING
 cmake --build --preset fuzz
 
 mkdir -p build/fuzz/findings
-for target in fuzz_recorder_frames fuzz_ethernet_frames fuzz_host_failures; do
+for target in fuzz_recorder_frames fuzz_ethernet_frames fuzz_host_failures fuzz_link_layer; do
   echo "== Fuzzing $target for $seconds s"
   mkdir -p "build/fuzz/corpus/$target"
   log=build/fuzz/$target.log

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <net/if.h>
@@ -111,15 +112,19 @@ protected:
 
 TEST_F(live_decoding, gives_what_a_capture_of_the_same_frames_gives) {
     succeed("decode following.pcap -o capture");
-    for (const int signal : {SIGINT, SIGTERM}) {
-        running_program program(folder, "decode --interface lo -o live --overwrite");
-        ASSERT_EQ(program.line(), "Decoding frames from lo until Ctrl-C\n");
+    // All interfaces together have a link layer of their own.
+    for (const auto& [signal, interface] : {std::pair{SIGINT, "lo"}, {SIGTERM, "any"}}) {
+        running_program program(folder, std::string("decode --interface ") + interface +
+                                            " -o live --overwrite");
+        ASSERT_EQ(program.line(),
+                  std::string("Decoding frames from ") + interface + " until Ctrl-C\n");
         send_frames(example);
         usleep(300'000); // more than the program waits for frames
         program.signal(signal);
         const result result = program.end();
         EXPECT_EQ(result.exit_code, 0) << result.output;
         expect_contains(result.output, {"260 frames"});
+        EXPECT_EQ(contains(result.output, "260  with a Linux cooked header"), signal == SIGTERM);
         for (const char* const table :
              {"hunter.csv", "target1.csv", "rcom.csv", "unidentified.csv"})
             EXPECT_TRUE(values(folder / "live" / table) == values(folder / "capture" / table))

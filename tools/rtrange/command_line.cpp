@@ -11,6 +11,7 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include "tools/rtrange/captures/compressed_capture.hpp"
 #include "tools/rtrange/decode_command.hpp"
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/fields_command.hpp"
@@ -104,9 +105,10 @@ command add_decode(CLI::App& app) {
     const auto options = std::make_shared<decode_options>();
     CLI::App* const parser =
         app.add_subcommand("decode", "Decode captures, or live traffic, into CSV or HDF5 tables");
-    CLI::Option* const captures =
-        parser->add_option("CAPTURE", options->run.captures, "pcap or pcapng files")
-            ->type_name("FILE");
+    CLI::Option* const captures = parser
+                                      ->add_option("CAPTURE", options->run.captures,
+                                                   "pcap or pcapng files, or - for standard input")
+                                      ->type_name("FILE");
     CLI::Option* const live =
         parser
             ->add_option("-i,--interface", options->interface_name,
@@ -142,7 +144,9 @@ command add_report(CLI::App& app) {
     const auto options = std::make_shared<report_command_options>();
     CLI::App* const parser =
         app.add_subcommand("report", "Plot captures on one HTML page for a browser");
-    parser->add_option("CAPTURE", options->run.captures, "pcap or pcapng files")
+    parser
+        ->add_option("CAPTURE", options->run.captures,
+                     "pcap or pcapng files, or - for standard input")
         ->type_name("FILE")
         ->required();
     parser
@@ -265,6 +269,16 @@ std::string message_for(const CLI::ParseError& error, const CLI::App& app,
                        commands.empty() ? "" : commands.front()->get_name() + " ");
 }
 
+/// Runs a command. A failure over a compressed capture names the command line that reads it.
+int run(const command& command) {
+    try {
+        return command.run();
+    } catch (const compressed_capture& error) {
+        throw failure(fmt::format("{}; read it with: {} | rtrange {} -", error.what(),
+                                  error.unpacking(), command.parser->get_name()));
+    }
+}
+
 } // namespace
 
 int run_command_line(const std::vector<std::string>& arguments) {
@@ -283,7 +297,7 @@ int run_command_line(const std::vector<std::string>& arguments) {
     }
     for (const command& each : commands)
         if (*each.parser)
-            return each.run();
+            return run(each);
     throw usage_failure("no command given; see 'rtrange --help'");
 }
 

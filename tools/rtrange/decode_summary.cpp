@@ -65,6 +65,9 @@ std::vector<counted_outcome> counted_outcomes(const frame_outcomes& outcomes) {
         result.push_back({remark.count, fmt::format("refused: {}", text_of(remark))});
     for (const auto& [key, remark] : outcomes.decoded_in_part)
         result.push_back({remark.count, fmt::format("decoded, but: {}", text_of(remark))});
+    result.push_back({outcomes.with_vlan_tag, "with a VLAN tag"});
+    result.push_back({outcomes.linux_cooked, "with a Linux cooked header instead of Ethernet's"});
+    result.push_back({outcomes.raw_ip, "without an Ethernet header (raw IP)"});
     result.push_back({outcomes.cut, "cut short when recorded; record whole frames (tcpdump -s 0)"});
     std::erase_if(result, [](const counted_outcome& outcome) { return outcome.count == 0; });
     return result;

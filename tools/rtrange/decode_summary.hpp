@@ -11,13 +11,13 @@
 
 namespace rtrange {
 
-/// The number of frames with one outcome.
+/// The number of frames with one outcome, or with one peculiarity.
 struct counted_outcome {
     std::uint64_t count;
     std::string what; ///< human-readable
 };
 
-/// All outcomes that frames of the run had.
+/// All outcomes that frames of the run had, then what else there is to say of frames.
 std::vector<counted_outcome> counted_outcomes(const frame_outcomes& outcomes);
 
 /// What a reader of the output has to know of the run, one sentence each: new decoders after gaps,

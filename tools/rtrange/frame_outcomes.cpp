@@ -37,11 +37,20 @@ void frame_outcomes::begin_frame(const captured_frame& frame) {
     last_time_ns = std::max(last_time_ns, frame.time_ns);
     ++frames;
     cut += frame.cut ? 1 : 0;
+    count_link_layer(frame);
     traffic_ = traffic_of(frame.bytes);
     gap_ns_ = 0;
     is_step_back_ = false;
     if (traffic_ == traffic::ncom_or_rcom)
         check_time(frame.time_ns);
+}
+
+void frame_outcomes::count_link_layer(const captured_frame& frame) {
+    with_vlan_tag += frame.has_vlan_tag ? 1 : 0;
+    if (frame.layer == link_layer::raw_ip)
+        ++raw_ip;
+    else if (frame.layer != link_layer::ethernet)
+        ++linux_cooked;
 }
 
 frame_outcome frame_outcomes::end_frame(const captured_frame& frame,

@@ -65,6 +65,11 @@ public:
     std::uint64_t ignored_rcom = 0; ///< RCOM packets of a type without decoded content
     std::uint64_t cut = 0;          ///< frames of which the capture holds only the beginning
 
+    // Frames that were not plain Ethernet frames when they were captured:
+    std::uint64_t with_vlan_tag = 0;
+    std::uint64_t linux_cooked = 0;
+    std::uint64_t raw_ip = 0;
+
     /// NCOM and RCOM datagrams that are earlier than their predecessor; each restarts the decoder.
     std::uint64_t steps_back = 0;
     struct time_step {
@@ -104,6 +109,7 @@ private:
     };
 
     static traffic traffic_of(std::span<const std::uint8_t> frame);
+    void count_link_layer(const captured_frame& frame);
     frame_outcome count(const captured_frame& frame, const std::optional<received_packet>& packet);
     void check_time(std::uint64_t time_ns);
     void add_step(std::uint64_t& count, std::vector<time_step>& list) const;

@@ -1,6 +1,5 @@
 #include "tools/rtrange/captures/capture_reader.hpp"
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <string>
@@ -12,6 +11,8 @@
 #include <fmt/format.h>
 #include <pcap/pcap.h>
 
+#include "tools/rtrange/captures/compressed_capture.hpp"
+#include "tools/rtrange/captures/pcap_link_layer.hpp"
 #include "tools/rtrange/captures/pcap_reason.hpp"
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/platform.hpp"
@@ -20,9 +21,24 @@ namespace rtrange {
 
 namespace {
 
-bool is_compressed_name(const std::filesystem::path& file) {
-    constexpr std::array<std::string_view, 4> extensions{".gz", ".xz", ".bz2", ".zst"};
-    return std::ranges::find(extensions, file.extension().string()) != extensions.end();
+/// Throws failure, with the number of the link type, when its frames cannot be read.
+link_layer readable_link_layer(pcap* capture, const std::filesystem::path& file) {
+    if (const auto layer = link_layer_of(capture))
+        return *layer;
+    const int link_type = pcap_datalink(capture);
+    const char* const name = pcap_datalink_val_to_name(link_type);
+    throw failure(fmt::format(
+        "'{}' contains frames of link type {}, not Ethernet; record on an Ethernet interface",
+        file.string(), name != nullptr ? name : std::to_string(link_type)));
+}
+
+/// libpcap reads a pcapng file only if its interfaces are alike. Gives what to do if they are not.
+std::string_view advice_about_interfaces(std::string_view reason) {
+    if (reason.find("different from the type of the first interface") != std::string_view::npos)
+        return "; record each interface into a file of its own";
+    if (reason.find("different from the snapshot length of") != std::string_view::npos)
+        return "; convert the file to pcap with 'editcap -F pcap'";
+    return "";
 }
 
 } // namespace
@@ -43,17 +59,14 @@ capture_reader::capture_reader(const std::filesystem::path& file)
     std::array<char, PCAP_ERRBUF_SIZE> reason{};
     capture_.reset(pcap_open_offline_with_tstamp_precision(
         file.string().c_str(), PCAP_TSTAMP_PRECISION_NANO, reason.data()));
-    if (capture_ == nullptr)
-        throw failure(fmt::format("cannot read '{}' as a pcap or pcapng capture: {}{}",
-                                  file.string(), without_name(reason.data(), file),
-                                  is_compressed_name(file) ? "; unpack it first" : ""));
-    const int link_type = pcap_datalink(capture_.get());
-    if (link_type != DLT_EN10MB) {
-        const char* const name = pcap_datalink_val_to_name(link_type);
-        throw failure(fmt::format(
-            "'{}' contains frames of link type {}, not Ethernet; record on an Ethernet interface",
-            file.string(), name != nullptr ? name : std::to_string(link_type)));
+    if (capture_ == nullptr) {
+        // A pipe cannot be read twice.
+        if (std::filesystem::is_regular_file(file, ignored))
+            check_not_compressed(file);
+        throw failure(fmt::format("cannot read '{}' as a pcap or pcapng capture: {}", file.string(),
+                                  without_name(reason.data(), file)));
     }
+    unwrapper_ = frame_unwrapper(readable_link_layer(capture_.get(), file));
     first_result_ = read();
     if (has_frames())
         first_time_ns_ = time_ns();
@@ -76,9 +89,13 @@ std::optional<captured_frame> capture_reader::next() {
     const int result = std::exchange(first_is_next_, false) ? first_result_ : read();
     if (result == PCAP_ERROR_BREAK)
         return std::nullopt;
-    if (result != 1)
-        throw broken_capture(fmt::format("'{}' is broken after frame {}: {}", file_.string(),
-                                         frames_, pcap_geterr(capture_.get())));
+    if (result != 1) {
+        const char* const reason = pcap_geterr(capture_.get());
+        const std::string_view advice = advice_about_interfaces(reason);
+        throw broken_capture(fmt::format("'{}' {} after frame {}: {}{}", file_.string(),
+                                         advice.empty() ? "is broken" : "cannot be read", frames_,
+                                         reason, advice));
+    }
     ++frames_;
     using seconds_type = decltype(header_->ts.tv_sec);
     // 32-bit seconds are unsigned and reach beyond 2038.
@@ -86,11 +103,11 @@ std::optional<captured_frame> capture_reader::next() {
         throw broken_capture(
             fmt::format("frame {} of '{}' has a time before 1970; set the clock of the recorder",
                         frames_, file_.string()));
-    return captured_frame{time_ns(),
-                          {bytes_, header_->caplen},
-                          header_->caplen < header_->len,
-                          frames_,
-                          name_.c_str()};
+    return unwrapper_.unwrap({time_ns(),
+                              {bytes_, header_->caplen},
+                              header_->caplen < header_->len,
+                              frames_,
+                              name_.c_str()});
 }
 
 std::uint64_t capture_reader::position() const {

@@ -8,17 +8,19 @@
 #include <string>
 
 #include "tools/rtrange/captures/captured_frame.hpp"
+#include "tools/rtrange/captures/link_layer.hpp"
 
 struct pcap;
 struct pcap_pkthdr;
 
 namespace rtrange {
 
-/// Reads a pcap or pcapng file of Ethernet frames.
+/// Reads a pcap or pcapng file.
 class capture_reader {
 public:
     /// Opens the file and reads its first frame, which next() returns later: the file may be a
-    /// pipe, which cannot be read twice. Throws failure when the file is not such a capture.
+    /// pipe, which cannot be read twice. Throws failure when the file is not such a capture
+    /// or contains frames of a link layer that cannot be read, and compressed_capture.
     explicit capture_reader(const std::filesystem::path& file);
 
     /// Whether the file has at least one readable frame.
@@ -46,6 +48,7 @@ private:
     std::filesystem::path file_;
     std::string name_;
     std::unique_ptr<pcap, closer> capture_;
+    frame_unwrapper unwrapper_{link_layer::ethernet};
     pcap_pkthdr* header_ = nullptr;
     const std::uint8_t* bytes_ = nullptr;
     int first_result_ = 0; ///< what libpcap returned for the first frame

@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 #include <pcap/pcap.h>
 
+#include "tools/rtrange/captures/pcap_link_layer.hpp"
 #include "tools/rtrange/failure.hpp"
 
 namespace rtrange {
@@ -41,8 +42,10 @@ live_capture::live_capture(const std::string& name) : interface_(name) {
         throw failure(
             fmt::format("cannot capture from '{}': {}", name,
                         result == PCAP_ERROR ? pcap_geterr(capture) : pcap_statustostr(result)));
-    if (pcap_datalink(capture) != DLT_EN10MB)
+    const auto layer = link_layer_of(capture);
+    if (!layer)
         throw failure(fmt::format("'{}' is not an Ethernet interface; choose another one", name));
+    unwrapper_ = frame_unwrapper(*layer);
     if (pcap_setnonblock(capture, 1, reason.data()) != 0)
         throw failure(fmt::format("cannot capture from '{}': {}", name, reason.data()));
 }
@@ -62,11 +65,11 @@ std::optional<captured_frame> live_capture::next() {
     const auto seconds = static_cast<std::uint64_t>(header->ts.tv_sec);
     const auto ticks = static_cast<std::uint64_t>(header->ts.tv_usec);
     ++frames_;
-    return captured_frame{seconds * 1'000'000'000 + ticks * nanoseconds_per_tick_,
-                          {bytes, header->caplen},
-                          header->caplen < header->len,
-                          frames_,
-                          interface_.c_str()};
+    return unwrapper_.unwrap({seconds * 1'000'000'000 + ticks * nanoseconds_per_tick_,
+                              {bytes, header->caplen},
+                              header->caplen < header->len,
+                              frames_,
+                              interface_.c_str()});
 }
 
 std::uint64_t live_capture::lost() const {

@@ -7,12 +7,13 @@
 #include <string>
 
 #include "tools/rtrange/captures/captured_frame.hpp"
+#include "tools/rtrange/captures/link_layer.hpp"
 
 struct pcap;
 
 namespace rtrange {
 
-/// Captures all frames that an Ethernet interface sends or receives.
+/// Captures all frames that a network interface, or "any" for all of them, sends or receives.
 class live_capture {
 public:
     /// Throws failure when the interface cannot be captured from.
@@ -34,6 +35,7 @@ private:
 
     std::string interface_;
     std::unique_ptr<pcap, closer> capture_;
+    frame_unwrapper unwrapper_{link_layer::ethernet};
     std::uint64_t nanoseconds_per_tick_ = 1000;
     std::uint64_t frames_ = 0;
 };
