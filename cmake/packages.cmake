@@ -21,7 +21,7 @@ if(WIN32)
 endif()
 install(DIRECTORY include/zel include/zelcpp DESTINATION include)
 install(DIRECTORY host/loader DESTINATION include/host FILES_MATCHING PATTERN *.hpp)
-install(DIRECTORY docs captures DESTINATION .)
+install(DIRECTORY docs captures share DESTINATION .)
 install(DIRECTORY examples/minimal_host DESTINATION examples
   FILES_MATCHING PATTERN *.[ch] PATTERN CMakeLists.txt)
 install(FILES packaging/README.md CHANGELOG.md LICENSE DESTINATION .)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what the build needs, on Debian. Does nothing when all of it is there.
-# usage: install-packages.sh [--with-windows] [--with-clang] [--with-browser]
+# usage: install-packages.sh [--with-windows] [--with-clang] [--with-browser] [--with-wireshark]
 set -euo pipefail
 
 packages=(
@@ -19,6 +19,7 @@ for option in "$@"; do
     # Whoever has npm from elsewhere has Node with it.
     command -v npm >/dev/null || packages+=(nodejs npm)
     ;;
+  --with-wireshark) packages+=(tshark python3) ;;
   *) echo "install-packages.sh: unknown option $option" >&2 && exit 2 ;;
   esac
 done

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Sets everything up, builds and runs all tests: the DLL and the Windows package under Wine; natively with
 # ThreadSanitizer, with AddressSanitizer and UndefinedBehaviorSanitizer, with Clang, and as released.
-# Opens reports in Chromium, checks the sources with clang-tidy, and fuzzes for half a minute per target.
+# Opens reports in Chromium, compares the dissector with the tables, checks the sources with clang-tidy, and fuzzes for
+# half a minute per target.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -21,7 +22,7 @@ refuse_skips() { # preset
   fi
 }
 
-scripts/install-packages.sh --with-windows --with-clang --with-browser
+scripts/install-packages.sh --with-windows --with-clang --with-browser --with-wireshark
 scripts/build-windows-libraries.sh
 scripts/prepare-wine.sh
 echo "== Installing what the browser's tests need, in tests/browser/node_modules"

@@ -67,10 +67,11 @@ protected:
         expect_files(unpacked / name,
                      {"README.md", "LICENSE", "CHANGELOG.md", "docs/hosts.md", "docs/records.md",
                       "examples/minimal_host/services.h", "captures/following.pcap",
-                      "examples/minimal_host/CMakeLists.txt", "include/zel/formatter.h",
-                      "include/zelcpp/crc32c.hpp", "include/host/loader/plugin.hpp",
-                      "cmake/zel-config.cmake", "reference-host/libzelcpp.a", "licenses/CLI11.txt",
-                      "licenses/fmtlib.txt", "licenses/nlohmann-json.txt", "licenses/uPlot.txt"});
+                      "share/wireshark/rt_range.lua", "examples/minimal_host/CMakeLists.txt",
+                      "include/zel/formatter.h", "include/zelcpp/crc32c.hpp",
+                      "include/host/loader/plugin.hpp", "cmake/zel-config.cmake",
+                      "reference-host/libzelcpp.a", "licenses/CLI11.txt", "licenses/fmtlib.txt",
+                      "licenses/nlohmann-json.txt", "licenses/uPlot.txt"});
         return unpacked / name;
     }
 
