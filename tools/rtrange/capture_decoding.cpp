@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <system_error>
 
 #include <fmt/format.h>
@@ -10,6 +9,7 @@
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/interruption.hpp"
 #include "tools/rtrange/progress_bar.hpp"
+#include "tools/rtrange/standard_output.hpp"
 #include "tools/rtrange/times.hpp"
 
 namespace rtrange {
@@ -18,9 +18,7 @@ namespace {
 void decode_capture(capture_reader& capture, frame_decoder& decoder, table_output& output) {
     constexpr std::uint64_t frames_per_update = 1024;
     const std::filesystem::path& file = capture.path();
-    // Does not throw: the tables are completed even when standard output cannot be written.
-    std::printf("Decoding %s\n", file.string().c_str());
-    std::fflush(stdout);
+    print_progress("Decoding {}\n", file.string());
     std::error_code unknown_size;
     const std::uintmax_t size = std::filesystem::file_size(file, unknown_size);
     progress_bar progress(fmt::format("Decoding {}", file.filename().string()),
@@ -59,7 +57,7 @@ std::vector<capture_reader> open_captures(const std::vector<std::filesystem::pat
     }
     if (!std::ranges::is_sorted(readers, {}, &capture_reader::first_time_ns)) {
         std::ranges::stable_sort(readers, {}, &capture_reader::first_time_ns);
-        std::printf("The captures are decoded in the order of their first frames.\n");
+        print_progress("The captures are decoded in the order of their first frames.\n");
     }
     return readers;
 }

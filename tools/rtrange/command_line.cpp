@@ -99,6 +99,11 @@ void add_run(CLI::App& parser, run_options& options) {
         ->check(CLI::NonNegativeNumber)
         ->type_name("SECONDS");
     parser.add_option("--plugin", options.plugin, plugin_help)->type_name("FILE");
+    parser
+        .add_option("--summary", options.summary,
+                    "Also write the summary of the run to this JSON file, even if the run fails")
+        ->type_name("FILE");
+    parser.add_flag("-q,--quiet", options.quiet, "Print nothing but errors");
 }
 
 command add_decode(CLI::App& app) {

@@ -13,8 +13,10 @@
 #include "tools/rtrange/live_decoding.hpp"
 #include "tools/rtrange/outputs/csv_output.hpp"
 #include "tools/rtrange/outputs/hdf5_output.hpp"
+#include "tools/rtrange/outputs/with_key_figures.hpp"
 #include "tools/rtrange/results/default_name.hpp"
 #include "tools/rtrange/results/no_rows.hpp"
+#include "tools/rtrange/summarised_run.hpp"
 
 namespace rtrange {
 namespace {
@@ -33,9 +35,10 @@ std::filesystem::path output_of(const decode_options& options) {
     return options.output;
 }
 
-/// Throws usage_failure when the result would replace a capture.
-void check_captures(const std::filesystem::path& output, const decode_options& options) {
+/// Throws usage_failure when the result would replace a capture, or has the name of the summary.
+void check_names(const std::filesystem::path& output, const decode_options& options) {
     check_output(output, options.run.captures);
+    check_summary(options.run, output);
     if (options.kind == "csv")
         for (const std::string& name : csv_output::file_names())
             check_output(output / name, options.run.captures);
@@ -52,24 +55,42 @@ std::unique_ptr<table_output> create_output(const std::filesystem::path& output,
     return std::make_unique<csv_output>(output, rules, columns);
 }
 
-} // namespace
+/// Key figures need columns that a selection of fields may not have.
+bool finds_key_figures(const run_options& options) {
+    return !options.summary.empty() && options.view == "measured" &&
+           options.selection.fields.empty();
+}
 
-int decode(const decode_options& options) {
+int decode_into(run_state& state, const decode_options& options) {
     const std::filesystem::path file = output_of(options);
     auto captures = open_captures(options.run.captures);
-    check_captures(file, options);
+    check_names(file, options);
     std::optional<live_capture> live;
     if (captures.empty())
         live.emplace(options.interface_name);
-    frame_decoder decoder(options.run);
+    frame_decoder& decoder = state.decoder.emplace(options.run);
     catch_interruptions();
     const auto output = create_output(file, options, decoder.columns());
-    const auto faults =
-        live ? decode_live(*live, decoder, *output) : decode_captures(captures, decoder, *output);
-    end_without_rows(decoder, options.run, faults);
+    std::optional<with_key_figures> figures;
+    if (finds_key_figures(options.run))
+        figures.emplace(*output, decoder.columns());
+    table_output& rows = figures ? static_cast<table_output&>(*figures) : *output;
+    state.faults =
+        live ? decode_live(*live, decoder, rows) : decode_captures(captures, decoder, rows);
+    end_without_rows(decoder, options.run, state.faults);
+    if (figures)
+        state.figures = figures->figures(decoder.outcomes());
     output->close();
-    print_summary(decoder, output->tables());
-    return end_with_faults(faults);
+    state.tables = output->tables();
+    print_summary(decoder, state.tables);
+    return end_with_faults(state.faults);
+}
+
+} // namespace
+
+int decode(const decode_options& options) {
+    return run_with_summary({"decode", options.run, options.interface_name, options.overwrite},
+                            [&](run_state& state) { return decode_into(state, options); });
 }
 
 } // namespace rtrange

@@ -1,6 +1,8 @@
 // Failures that are reported to the user.
 #pragma once
 
+#include <exception>
+#include <new>
 #include <stdexcept>
 
 namespace rtrange {
@@ -29,5 +31,16 @@ enum exit_code : int {
     exit_failure = 1, ///< bad input, or an output that could not be written
     exit_usage = 2    ///< wrong arguments
 };
+
+/// The exit code for an exception that ends the program.
+inline exit_code exit_code_of(const std::exception& error) {
+    return dynamic_cast<const usage_failure*>(&error) != nullptr ? exit_usage : exit_failure;
+}
+
+/// What the user is told of such an exception.
+inline const char* message_of(const std::exception& error) {
+    return dynamic_cast<const std::bad_alloc*>(&error) != nullptr ? "not enough memory"
+                                                                  : error.what();
+}
 
 } // namespace rtrange

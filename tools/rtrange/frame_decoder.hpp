@@ -8,6 +8,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/loader/plugin.hpp"
@@ -41,6 +42,9 @@ public:
 
     const selection& selected() const { return selected_; }
     const frame_outcomes& outcomes() const { return outcomes_; }
+
+    /// The metadata of the plug-in: key=value lines separated by line feeds.
+    std::string_view plugin_metadata() const { return plugin_.metadata(); }
 
     /// What a reader of the tables has to know of this run, one sentence each.
     std::vector<std::string> notes() const { return view_->notes(); }

@@ -2,12 +2,12 @@
 
 #include <chrono>
 #include <cstdint>
-#include <cstdio>
 
 #include <fmt/format.h>
 
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/interruption.hpp"
+#include "tools/rtrange/standard_output.hpp"
 #include "tools/rtrange/status_line.hpp"
 
 namespace rtrange {
@@ -49,8 +49,7 @@ void decode_all(live_capture& capture, frame_decoder& decoder, table_output& out
 std::vector<std::string> decode_live(live_capture& capture, frame_decoder& decoder,
                                      table_output& output) {
     const std::string& name = capture.interface_name();
-    std::printf("Decoding frames from %s until Ctrl-C\n", name.c_str());
-    std::fflush(stdout);
+    print_progress("Decoding frames from {} until Ctrl-C\n", name);
     std::vector<std::string> faults;
     try {
         decode_all(capture, decoder, output);

@@ -15,6 +15,7 @@
 #include "tools/rtrange/results/default_name.hpp"
 #include "tools/rtrange/results/no_rows.hpp"
 #include "tools/rtrange/standard_output.hpp"
+#include "tools/rtrange/summarised_run.hpp"
 
 namespace rtrange {
 namespace {
@@ -47,38 +48,47 @@ void end_without_shown_rows(const frame_decoder& decoder, const report_output& o
     throw failure("there are only RCOM rows, which a report shows only with --fields");
 }
 
-} // namespace
-
-int report(const report_command_options& options) {
+int report_into(run_state& state, const report_command_options& options) {
     const auto file =
         options.output.empty() ? default_name(options.run, "", ".html") : options.output;
     auto captures = open_captures(options.run.captures);
     check_output(file, options.run.captures);
+    check_summary(options.run, file);
     check_units(options.run.selection);
     const std::vector<std::string>& fields = options.run.selection.fields;
     run_options run = options.run;
     run.selection.also_fields = {"latitude", "longitude", "source_ip"};
     for (const char* const name : key_figure_columns)
         run.selection.also_fields.emplace_back(name);
-    frame_decoder decoder(run);
+    frame_decoder& decoder = state.decoder.emplace(run);
     check_fields(fields, decoder.columns());
     catch_interruptions();
     report_output output({file, options.overwrite, run.captures, run.view, fields},
                          decoder.columns(), decoder.outcomes());
     with_key_figures rows(output, decoder.columns());
-    const auto faults = decode_captures(captures, decoder, rows);
-    end_without_rows(decoder, options.run, faults);
-    end_without_shown_rows(decoder, output, faults);
-    for (const std::string& fault : faults)
+    state.faults = decode_captures(captures, decoder, rows);
+    end_without_rows(decoder, options.run, state.faults);
+    end_without_shown_rows(decoder, output, state.faults);
+    for (const std::string& fault : state.faults)
         output.add_note(fault + '.');
     // Those of the view "measured" are about rows that the page counts itself.
     if (run.view == "record")
         for (const std::string& note : decoder.notes())
             output.add_note(note + '.');
+    if (run.view == "measured")
+        state.figures = rows.figures(decoder.outcomes());
     output.close();
-    print_summary(decoder, output.tables(), rows.figures(decoder.outcomes()));
+    state.tables = output.tables();
+    print_summary(decoder, state.tables, state.figures.value_or(std::vector<unit_figures>{}));
     print("\nTo view the report, open {} in a browser\n", std::filesystem::absolute(file).string());
-    return end_with_faults(faults);
+    return end_with_faults(state.faults);
+}
+
+} // namespace
+
+int report(const report_command_options& options) {
+    return run_with_summary({"report", options.run, {}, options.overwrite},
+                            [&](run_state& state) { return report_into(state, options); });
 }
 
 } // namespace rtrange

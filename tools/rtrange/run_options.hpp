@@ -20,6 +20,8 @@ struct run_options {
     std::string view = "measured";       ///< or "record"
     bool samples = false;                ///< tables of samples in the view "measured"
     std::optional<double> restart_gap_s; ///< empty for that of the view; 0 never restarts
+    bool quiet = false;                  ///< nothing but errors on the terminal
+    std::filesystem::path summary;       ///< JSON file; empty for none
 };
 
 } // namespace rtrange

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "tools/rtrange/platform.hpp"
+#include "tools/rtrange/standard_output.hpp"
 
 namespace rtrange {
 
@@ -22,7 +23,7 @@ void draw(const std::string& text) {
 
 } // namespace
 
-status_line::status_line() : visible_(standard_error_is_terminal()) {}
+status_line::status_line() : visible_(!is_silent() && standard_error_is_terminal()) {}
 
 status_line::~status_line() {
     if (visible_)

@@ -31,7 +31,8 @@ std::vector<written_table> csv_output::tables() const {
     std::vector<written_table> result;
     for (std::size_t table = 0; table < table_count; ++table)
         if (files_[table] != nullptr)
-            result.push_back({result_.target_of(name_of(table)).string(), files_[table]->rows()});
+            result.push_back({result_.target_of(name_of(table)).string(), files_[table]->rows(),
+                              std::string(table_descriptions()[table].name)});
     return result;
 }
 

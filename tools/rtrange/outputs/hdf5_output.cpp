@@ -93,7 +93,7 @@ std::vector<written_table> hdf5_output::tables() const {
         if (tables_[i] != nullptr)
             result.push_back(
                 {fmt::format("{} /{}", result_.target().string(), table_descriptions()[i].name),
-                 tables_[i]->rows()});
+                 tables_[i]->rows(), std::string(table_descriptions()[i].name)});
     return result;
 }
 

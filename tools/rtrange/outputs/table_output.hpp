@@ -13,6 +13,7 @@ namespace rtrange {
 struct written_table {
     std::string place; ///< human-readable: a file, or a group in a file
     std::uint64_t rows;
+    std::string name{}; ///< of the table, for example "hunter"
 };
 
 /// Takes the rows of a run. Tables without rows are not written.

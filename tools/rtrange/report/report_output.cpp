@@ -88,7 +88,8 @@ std::vector<written_table> report_output::tables() const {
     for (const auto& [key, stream] : streams_by_key_)
         result.push_back({fmt::format("{} ({}, {})", result_.target().string(), stream->unit(),
                                       name_of(stream->kind())),
-                          stream->rows()});
+                          stream->rows(),
+                          fmt::format("{}, {}", stream->unit(), name_of(stream->kind()))});
     return result;
 }
 

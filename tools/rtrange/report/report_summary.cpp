@@ -36,25 +36,6 @@ json outcomes_as_json(const frame_outcomes& outcomes) {
     return result;
 }
 
-json units_as_json(const frame_outcomes& outcomes, std::uint64_t zero_ns) {
-    json result = json::array();
-    for (const auto& [identified, identification] : outcomes.identifications)
-        result.push_back({{"unit", table_descriptions()[packet_table(identified.unit)].unit},
-                          {"address", ipv4_text(identified.address)},
-                          {"time", seconds_between(zero_ns, identification.time_ns)},
-                          {"count", identification.count}});
-    return result;
-}
-
-json steps_as_json(std::uint64_t count, const std::vector<frame_outcomes::time_step>& first,
-                   std::uint64_t zero_ns) {
-    json result{{"count", count}, {"first", json::array()}};
-    for (const frame_outcomes::time_step& step : first)
-        result["first"].push_back({{"from", seconds_between(zero_ns, step.from_ns)},
-                                   {"to", seconds_between(zero_ns, step.to_ns)}});
-    return result;
-}
-
 /// The names of values by field, then by value.
 json value_names_as_json() {
     using namespace zel::toolbox::rt_range;
@@ -85,6 +66,25 @@ json stream_as_json(const report_stream& stream) {
 }
 
 } // namespace
+
+json units_as_json(const frame_outcomes& outcomes, std::uint64_t zero_ns) {
+    json result = json::array();
+    for (const auto& [identified, identification] : outcomes.identifications)
+        result.push_back({{"unit", table_descriptions()[packet_table(identified.unit)].unit},
+                          {"address", ipv4_text(identified.address)},
+                          {"time", seconds_between(zero_ns, identification.time_ns)},
+                          {"count", identification.count}});
+    return result;
+}
+
+json steps_as_json(std::uint64_t count, const std::vector<frame_outcomes::time_step>& first,
+                   std::uint64_t zero_ns) {
+    json result{{"count", count}, {"first", json::array()}};
+    for (const frame_outcomes::time_step& step : first)
+        result["first"].push_back({{"from", seconds_between(zero_ns, step.from_ns)},
+                                   {"to", seconds_between(zero_ns, step.to_ns)}});
+    return result;
+}
 
 std::string report_summary(const frame_outcomes& outcomes, std::uint64_t zero_ns,
                            const report_header& header,

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include <nlohmann/json_fwd.hpp>
+
 #include "tools/rtrange/frame_outcomes.hpp"
 #include "tools/rtrange/report/report_stream.hpp"
 
@@ -19,6 +21,14 @@ struct report_header {
     std::vector<std::string> notes; ///< sentences about faults of the run
     bool named_fields;              ///< whether the plots are those of selected fields
 };
+
+/// The addresses of all units that were identified, with times in seconds from `zero_ns`.
+nlohmann::json units_as_json(const frame_outcomes& outcomes, std::uint64_t zero_ns);
+
+/// Restarts or steps back: how many, and the times of the first ones in seconds from `zero_ns`.
+nlohmann::json steps_as_json(std::uint64_t count,
+                             const std::vector<frame_outcomes::time_step>& first,
+                             std::uint64_t zero_ns);
 
 /// A script element with JSON: the header, the outcomes of the frames, the units, the streams and
 /// their columns, the names of coded values, and the key figures. Times are in seconds from

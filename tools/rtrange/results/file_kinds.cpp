@@ -31,6 +31,11 @@ bool is_report(const std::filesystem::path& file) {
            std::string::npos;
 }
 
+bool is_summary(const std::filesystem::path& file) {
+    constexpr std::string_view head = "{\n  \"rtrange_summary\": ";
+    return first_bytes(file, head.size()) == head;
+}
+
 std::string creator_of(const std::filesystem::path& file) {
     const hdf5_handle opened(H5Fopen(file.string().c_str(), H5F_ACC_RDONLY, H5P_DEFAULT), "");
     const hdf5_handle creator(H5Aopen(opened, "creator", H5P_DEFAULT), "");
@@ -83,6 +88,7 @@ bool is_simulated(const std::filesystem::path& file) {
 } // namespace
 
 const file_kind report_page_file{"a report of rtrange", is_report};
+const file_kind summary_file{"a summary of rtrange", is_summary};
 const file_kind hdf5_file{"an HDF5 file of rtrange", is_hdf5_of_rtrange};
 const file_kind simulated_capture_file{"a simulated capture", is_simulated};
 

@@ -42,7 +42,8 @@ result_file::~result_file() {
 void result_file::complete() {
     if (finished_)
         return;
-    if (type_of(target_) != std::filesystem::file_type::not_found && !rules_.keep_unfinished)
+    if (type_of(target_) != std::filesystem::file_type::not_found && !rules_.keep_unfinished &&
+        !rules_.replace_when_interrupted)
         check_not_interrupted(target_);
     finished_ = true;
     try {

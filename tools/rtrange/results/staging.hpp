@@ -10,6 +10,7 @@ struct result_rules {
     bool overwrite = false; ///< replace an earlier result
     bool keep_unfinished =
         false; ///< keep what has been written, for input that cannot be read again
+    bool replace_when_interrupted = false; ///< replace an earlier result also after Ctrl-C
 };
 
 /// Throws failure when the user has interrupted the run: a part must not replace an earlier result.
