@@ -74,29 +74,30 @@ void format_text(cell_type type, cell content, std::size_t size, std::uint8_t* t
     }
 }
 
-/// The size of a dataset of so many rows: one number, or two for a column vector of a MAT file,
-/// whose first dimension is the last one of its dataset.
+/// A size or a position in a dataset. Those of a MAT file have two dimensions, the first one of
+/// MATLAB last.
 class extent {
 public:
-    extent(hsize_t rows, bool is_mat_file) : size_{1, rows}, first_(is_mat_file ? 0 : 1) {}
+    extent(bool is_mat_file, hsize_t rows, hsize_t columns = 1)
+        : numbers_{columns, rows}, first_(is_mat_file ? 0 : 1) {}
     int rank() const { return first_ == 0 ? 2 : 1; }
-    const hsize_t* size() const { return size_.data() + first_; }
+    const hsize_t* numbers() const { return numbers_.data() + first_; }
 
 private:
-    std::array<hsize_t, 2> size_;
+    std::array<hsize_t, 2> numbers_;
     std::size_t first_;
 };
 
 /// An empty dataset, extendible without limit.
 hdf5_handle create_dataset(hid_t group, const char* name, hid_t type, bool is_mat_file) {
-    const extent none(0, is_mat_file), unlimited(H5S_UNLIMITED, is_mat_file);
-    const extent chunk(chunk_rows, is_mat_file);
-    const hdf5_handle space(H5Screate_simple(none.rank(), none.size(), unlimited.size()),
+    const extent none(is_mat_file, 0), unlimited(is_mat_file, H5S_UNLIMITED);
+    const extent chunk(is_mat_file, chunk_rows);
+    const hdf5_handle space(H5Screate_simple(none.rank(), none.numbers(), unlimited.numbers()),
                             "creating a dataset");
     const hdf5_handle creation(H5Pcreate(H5P_DATASET_CREATE), "creating a dataset");
     // The same run gives the same file.
     check_hdf5(H5Pset_obj_track_times(creation, false), "creating a dataset");
-    check_hdf5(H5Pset_chunk(creation, chunk.rank(), chunk.size()), "creating a dataset");
+    check_hdf5(H5Pset_chunk(creation, chunk.rank(), chunk.numbers()), "creating a dataset");
     check_hdf5(H5Pset_shuffle(creation), "creating a dataset");
     check_hdf5(H5Pset_deflate(creation, compression_level), "creating a dataset");
     // Chunks are written whole, so that the library's cache of 1 MiB per dataset is of no use.
@@ -167,17 +168,13 @@ void hdf5_table::append(std::size_t column) {
     const auto& [cells, element_size, type, dataset, labels] = columns_[column];
     const bool is_mat_file = labels_ != nullptr;
     const hsize_t rows = stored_rows_.size() / columns_.size();
-    const std::array<hsize_t, 2> begin{0, rows_ - rows};
-    const extent count(rows, is_mat_file), end(rows_, is_mat_file);
-    check_hdf5(H5Dset_extent(dataset, end.size()), "extending a dataset");
+    const extent begin(is_mat_file, rows_ - rows, 0), count(is_mat_file, rows);
+    check_hdf5(H5Dset_extent(dataset, extent(is_mat_file, rows_).numbers()), "extending a dataset");
     const hdf5_handle target(H5Dget_space(dataset), "writing a dataset");
-    check_hdf5(
-        H5Sselect_hyperslab(target, H5S_SELECT_SET,
-                            begin.data() + begin.size() - static_cast<std::size_t>(count.rank()),
-                            nullptr, count.size(), nullptr),
-        "writing a dataset");
-    const hdf5_handle source(H5Screate_simple(count.rank(), count.size(), nullptr),
-                             "writing a dataset");
+    check_hdf5(H5Sselect_hyperslab(target, H5S_SELECT_SET, begin.numbers(), nullptr,
+                                   count.numbers(), nullptr),
+               "writing a dataset");
+    const hdf5_handle source(H5Screate_simple(1, &rows, nullptr), "writing a dataset");
     check_hdf5(H5Dwrite(dataset, type, source, target, H5P_DEFAULT, chunk_.data()),
                "writing a dataset");
 }
