@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   g++ cmake ninja-build git pkg-config ca-certificates
   libpcap-dev libcli11-dev libfmt-dev libhdf5-dev nlohmann-json3-dev
-  libgtest-dev googletest libbenchmark-dev bzip2 xz-utils zstd parallel
+  libgtest-dev googletest libbenchmark-dev libmatio-dev bzip2 xz-utils zstd parallel
 )
 for option in "$@"; do
   case $option in

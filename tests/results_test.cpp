@@ -41,7 +41,8 @@ protected:
     void write_all() const {
         for (const std::string arguments :
              {"decode following.pcap -o run", "decode following.pcap --as hdf5 -o run.h5",
-              "report following.pcap -o run.html", "simulate run.pcap --duration 1 --rate 50"})
+              "decode following.pcap --as mat -o run.mat", "report following.pcap -o run.html",
+              "simulate run.pcap --duration 1 --rate 50"})
             succeed(arguments);
     }
 };
@@ -64,9 +65,10 @@ TEST_F(results, are_named_after_the_capture) {
     fs::copy_file(example, folder / "run.1.pcap");
     succeed("decode run.1.pcap");
     succeed("decode run.1.pcap --as hdf5");
+    succeed("decode run.1.pcap --as mat");
     succeed("report run.1.pcap");
     EXPECT_EQ(names_in(folder), (std::set<std::string>{"following.pcap", "run.1", "run.1.h5",
-                                                       "run.1.html", "run.1.pcap"}));
+                                                       "run.1.html", "run.1.mat", "run.1.pcap"}));
     EXPECT_EQ(listed_in(folder / "run.1"),
               "Files that rtrange has written and 'rtrange decode --overwrite' may replace or "
               "remove:\nhunter.csv\nrcom.csv\ntarget1.csv\ntarget2.csv\nunidentified.csv\n");
@@ -84,6 +86,7 @@ TEST_F(results, are_replaced_on_demand_only) {
     const std::string all_tables = listed_in(folder / "run");
     const std::string commands[] = {"decode following.pcap --units target1 -o run",
                                     "decode following.pcap --units target1 --as hdf5 -o run.h5",
+                                    "decode following.pcap --units target1 --as mat -o run.mat",
                                     "report following.pcap --units target1 -o run.html",
                                     "simulate run.pcap --duration 2"};
     for (const std::string& command : commands)
@@ -95,7 +98,8 @@ TEST_F(results, are_replaced_on_demand_only) {
               (std::set<std::string>{"notes.txt", "rtrange-files.txt", "target1.csv"}));
     EXPECT_EQ(content(folder / "run/notes.txt"), "mine");
     auto after = everything_in(folder);
-    for (const char* const replaced : {"run.h5", "run.html", "run.pcap", "run/rtrange-files.txt"})
+    for (const char* const replaced :
+         {"run.h5", "run.mat", "run.html", "run.pcap", "run/rtrange-files.txt"})
         EXPECT_TRUE(!after[replaced].empty() && after[replaced] != before[replaced]) << replaced;
     succeed("decode following.pcap -o run --overwrite");
     EXPECT_EQ(listed_in(folder / "run"), all_tables);
@@ -109,6 +113,8 @@ TEST_F(results, never_take_the_place_of_files_that_rtrange_has_not_written) {
     write(folder / "page.html", page.erase(page.find("<meta name=\"generator\""), 6));
     fs::copy_file(folder / "run.h5", folder / "data.h5");
     change(folder / "data.h5", content(folder / "data.h5").find("rtrange "), "another ");
+    fs::copy_file(folder / "run.mat", folder / "other.mat");
+    change(folder / "other.mat", content(folder / "other.mat").find("rtrange 0"), "another ");
     fs::copy_file(example, folder / "later.pcap");
     change(folder / "later.pcap", pcap_header_size + sizeof(std::uint32_t), raw(1U));
     fs::copy_file(example, folder / "other.pcap");
@@ -130,6 +136,7 @@ TEST_F(results, never_take_the_place_of_files_that_rtrange_has_not_written) {
 
     const std::string csv = "decode following.pcap --overwrite -o ";
     const std::string hdf5 = "decode following.pcap --as hdf5 --overwrite -o ";
+    const std::string mat = "decode following.pcap --as mat --overwrite -o ";
     const std::string report = "report following.pcap --overwrite -o ";
     const std::string simulate = "simulate --overwrite ";
     const std::pair<std::string, std::string> cases[] = {
@@ -143,6 +150,7 @@ TEST_F(results, never_take_the_place_of_files_that_rtrange_has_not_written) {
         {csv + "file/tables", "cannot create the folder 'file'"},
         {csv + "following.pcap", "is one of the captures"},
         {hdf5 + "data.h5", "not an HDF5 file of rtrange"},
+        {mat + "other.mat", "not a MAT file of rtrange"},
         {hdf5 + "run.html", "not an HDF5 file of rtrange"},
         {hdf5 + "empty", "not an HDF5 file of rtrange"},
         {hdf5 + "run", "is a folder"},
@@ -257,7 +265,7 @@ TEST_F(results, survive_a_full_disk) {
     for (const std::string arguments :
          {"decode following.pcap --overwrite -o run", "decode following.pcap -o new",
           "decode following.pcap --overwrite --as hdf5 -o run.h5",
-          "decode following.pcap --as hdf5 -o new.h5",
+          "decode following.pcap --as hdf5 -o new.h5", "decode following.pcap --as mat -o new.mat",
           "report following.pcap --overwrite -o run.html", "report following.pcap -o new.html",
           "simulate --overwrite run.pcap", "simulate new.pcap"})
         expect_refusal(arguments, "File too large", limit);

@@ -108,8 +108,8 @@ void add_run(CLI::App& parser, run_options& options) {
 
 command add_decode(CLI::App& app) {
     const auto options = std::make_shared<decode_options>();
-    CLI::App* const parser =
-        app.add_subcommand("decode", "Decode captures, or live traffic, into CSV or HDF5 tables");
+    CLI::App* const parser = app.add_subcommand(
+        "decode", "Decode captures, or live traffic, into CSV, HDF5 or MATLAB tables");
     CLI::Option* const captures = parser
                                       ->add_option("CAPTURE", options->run.captures,
                                                    "pcap or pcapng files, or - for standard input")
@@ -123,16 +123,19 @@ command add_decode(CLI::App& app) {
             ->type_name("NAME")
             ->excludes(captures);
     parser
-        ->add_option("--as", options->kind, "Output format: a folder of CSV files, or an HDF5 file")
+        ->add_option("--as", options->kind,
+                     "Output format: a folder of CSV files, an HDF5 file, or a MAT file")
         ->check(
             [](const std::string& kind) {
-                return kind == "csv" || kind == "hdf5" ? "" : "use csv or hdf5";
+                return kind == "csv" || kind == "hdf5" || kind == "mat" ? ""
+                                                                        : "use csv, hdf5 or mat";
             },
             "")
         ->capture_default_str();
     parser
-        ->add_option("-o,--output", options->output,
-                     "Folder of the CSV files, or HDF5 file (default: run or run.h5 for run.pcap)")
+        ->add_option(
+            "-o,--output", options->output,
+            "Folder of the CSV files, or file (default: run, run.h5 or run.mat for run.pcap)")
         ->type_name("PATH");
     parser->add_flag("--samples", options->run.samples,
                      "Also write the tables of filtered samples (always in the view record)");

@@ -21,17 +21,24 @@
 namespace rtrange {
 namespace {
 
-bool is_hdf5_name(const std::filesystem::path& file) {
-    return file.extension() == ".h5" || file.extension() == ".hdf5";
+/// Throws usage_failure when the name of the output is that of another kind of file.
+void check_name(const decode_options& options) {
+    const auto extension = options.output.extension();
+    if (options.kind != "hdf5" && (extension == ".h5" || extension == ".hdf5"))
+        throw usage_failure(fmt::format("'{}' is the name of an HDF5 file; add --as hdf5",
+                                        options.output.string()));
+    if (options.kind != "mat" && extension == ".mat")
+        throw usage_failure(
+            fmt::format("'{}' is the name of a MAT file; add --as mat", options.output.string()));
 }
 
 std::filesystem::path output_of(const decode_options& options) {
-    const bool is_hdf5 = options.kind == "hdf5";
     if (options.output.empty())
-        return default_name(options.run, options.interface_name, is_hdf5 ? ".h5" : "");
-    if (!is_hdf5 && is_hdf5_name(options.output))
-        throw usage_failure(fmt::format("'{}' is the name of an HDF5 file; add --as hdf5",
-                                        options.output.string()));
+        return default_name(options.run, options.interface_name,
+                            options.kind == "hdf5"  ? ".h5"
+                            : options.kind == "mat" ? ".mat"
+                                                    : "");
+    check_name(options);
     return options.output;
 }
 
@@ -50,8 +57,10 @@ std::unique_ptr<table_output> create_output(const std::filesystem::path& output,
     // Live traffic cannot be decoded again.
     const result_rules rules{.overwrite = options.overwrite,
                              .keep_unfinished = !options.interface_name.empty()};
-    if (options.kind == "hdf5")
-        return std::make_unique<hdf5_output>(output, rules, columns);
+    if (options.kind != "csv")
+        return std::make_unique<hdf5_output>(
+            output, options.kind == "mat" ? hdf5_dialect::matlab : hdf5_dialect::plain, rules,
+            columns);
     return std::make_unique<csv_output>(output, rules, columns);
 }
 

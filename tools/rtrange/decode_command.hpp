@@ -12,8 +12,8 @@ namespace rtrange {
 struct decode_options {
     run_options run;
     std::string interface_name;   ///< interface to decode live; empty to decode captures
-    std::string kind = "csv";     ///< output format: "csv" or "hdf5"
-    std::filesystem::path output; ///< folder of CSV tables, or HDF5 file; empty for the default
+    std::string kind = "csv";     ///< output format: "csv", "hdf5" or "mat"
+    std::filesystem::path output; ///< folder of CSV tables, or file; empty for the default
     bool overwrite = false;       ///< replace an earlier result
 };
 

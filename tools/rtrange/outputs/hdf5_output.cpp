@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/outputs/mat_file.hpp"
 #include "tools/rtrange/platform.hpp"
 #include "version.hpp"
 
@@ -39,34 +40,40 @@ hdf5_handle bounded_metadata_cache() {
 
 /// A file has hundreds of datasets, each with an index of its chunks. With the library's default
 /// sizes, the file of a short run would consist mostly of empty indexes.
-hdf5_handle small_indexes() {
+hdf5_handle small_indexes(std::size_t block_size) {
     constexpr unsigned half_of_the_chunks_per_node = 16;
     hdf5_handle creation(H5Pcreate(H5P_FILE_CREATE), "creating the file");
     check_hdf5(H5Pset_istore_k(creation, half_of_the_chunks_per_node), "creating the file");
+    check_hdf5(H5Pset_userblock(creation, block_size), "creating the file");
     return creation;
 }
 
-hdf5_handle create_file(const std::filesystem::path& file) {
+/// Creates a file whose data begins after a block of this size.
+hdf5_handle create_file(const std::filesystem::path& file, std::size_t block_size) {
     // When a file cannot be written, the library's exit handler would write it again and crash.
     H5dont_atexit();
     H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr); // the error stack does not help users
     check_writable(file);
-    hdf5_handle handle(
-        H5Fcreate(file.string().c_str(), H5F_ACC_TRUNC, small_indexes(), bounded_metadata_cache()),
-        "creating the file");
+    hdf5_handle handle(H5Fcreate(file.string().c_str(), H5F_ACC_TRUNC, small_indexes(block_size),
+                                 bounded_metadata_cache()),
+                       "creating the file");
     set_hdf5_attribute(handle, "creator", "rtrange " ZEL_VERSION);
     return handle;
 }
 
 } // namespace
 
-hdf5_output::hdf5_output(const std::filesystem::path& file, result_rules rules,
-                         const table_columns& columns)
-    : result_(file, hdf5_file, rules), columns_(columns) {}
+hdf5_output::hdf5_output(const std::filesystem::path& file, hdf5_dialect dialect,
+                         result_rules rules, const table_columns& columns)
+    : result_(file, dialect == hdf5_dialect::matlab ? mat_file : hdf5_file, rules),
+      columns_(columns) {
+    if (dialect == hdf5_dialect::matlab)
+        labels_.emplace();
+}
 
 void hdf5_output::write(const table_row& row) {
     try {
-        hdf5_table& table = tables_[row.table] != nullptr ? *tables_[row.table] : open(row.table);
+        hdf5_table& table = tables_[row.table] != nullptr ? *tables_[row.table] : open(row);
         table.write(row.cells);
     } catch (const hdf5_error& error) {
         fail(error);
@@ -77,14 +84,22 @@ void hdf5_output::close() {
     if (!file_)
         return;
     try {
-        for (const auto& table : tables_)
-            if (table != nullptr)
-                table->close();
+        close_tables();
         file_->close();
     } catch (const hdf5_error& error) {
         fail(error);
     }
+    if (labels_)
+        write_mat_header(result_.path(), start_ns_);
     result_.complete();
+}
+
+void hdf5_output::close_tables() {
+    for (const auto& table : tables_)
+        if (table != nullptr)
+            table->close();
+    if (labels_)
+        labels_->write(*file_);
 }
 
 std::vector<written_table> hdf5_output::tables() const {
@@ -97,11 +112,14 @@ std::vector<written_table> hdf5_output::tables() const {
     return result;
 }
 
-hdf5_table& hdf5_output::open(std::size_t table) {
-    if (!file_)
-        file_.emplace(create_file(result_.path()));
-    tables_[table] =
-        std::make_unique<hdf5_table>(*file_, table_descriptions()[table], columns_[table]);
+hdf5_table& hdf5_output::open(const table_row& first_row) {
+    if (!file_) {
+        file_.emplace(create_file(result_.path(), labels_ ? mat_block_size : 0));
+        start_ns_ = first_row.reference_timestamp;
+    }
+    const std::size_t table = first_row.table;
+    tables_[table] = std::make_unique<hdf5_table>(*file_, table_descriptions()[table],
+                                                  columns_[table], labels_ ? &*labels_ : nullptr);
     return *tables_[table];
 }
 

@@ -1,11 +1,14 @@
 #include "tools/rtrange/outputs/hdf5_table.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <span>
+#include <string>
 #include <string_view>
 #include <utility>
 
+#include "tools/rtrange/outputs/mat_file.hpp"
 #include "tools/rtrange/tables/ipv4.hpp"
 
 namespace rtrange {
@@ -18,7 +21,14 @@ constexpr std::size_t chunk_rows = 4096;
 /// Fast. Higher levels hardly make the data smaller.
 constexpr unsigned compression_level = 1;
 
-hdf5_handle type_of(const column& entry) {
+bool is_text(cell_type type) {
+    return type == cell_type::ipv4 || type == cell_type::address || type == cell_type::text;
+}
+
+/// Texts are numbers in a MAT file.
+hdf5_handle type_of(const column& entry, bool is_mat_file) {
+    if (is_mat_file && is_text(entry.type))
+        return {H5Tcopy(H5T_STD_U32LE), "copying a type"};
     switch (entry.type) {
     case cell_type::u8:
         return {H5Tcopy(H5T_STD_U8LE), "copying a type"};
@@ -47,8 +57,10 @@ hdf5_handle type_of(const column& entry) {
     return hdf5_text_type(entry.text_size);
 }
 
-bool is_text(cell_type type) {
-    return type == cell_type::ipv4 || type == cell_type::address || type == cell_type::text;
+/// An address with its first byte as the most significant one.
+cell swapped_bytes(cell address) {
+    return (address & 0xFF) << 24 | (address & 0xFF00) << 8 | (address >> 8 & 0xFF00) |
+           (address >> 24 & 0xFF);
 }
 
 /// Writes the text of a cell, padded with zeros.
@@ -62,14 +74,30 @@ void format_text(cell_type type, cell content, std::size_t size, std::uint8_t* t
     }
 }
 
-/// An empty dataset of one dimension, extendible without limit.
-hdf5_handle create_dataset(hid_t group, const char* name, hid_t type) {
-    const hsize_t none = 0;
-    const hsize_t unlimited = H5S_UNLIMITED;
-    const hdf5_handle space(H5Screate_simple(1, &none, &unlimited), "creating a dataset");
+/// A size or a position in a dataset. Those of a MAT file have two dimensions, the first one of
+/// MATLAB last.
+class extent {
+public:
+    extent(bool is_mat_file, hsize_t rows, hsize_t columns = 1)
+        : numbers_{columns, rows}, first_(is_mat_file ? 0 : 1) {}
+    int rank() const { return first_ == 0 ? 2 : 1; }
+    const hsize_t* numbers() const { return numbers_.data() + first_; }
+
+private:
+    std::array<hsize_t, 2> numbers_;
+    std::size_t first_;
+};
+
+/// An empty dataset, extendible without limit.
+hdf5_handle create_dataset(hid_t group, const char* name, hid_t type, bool is_mat_file) {
+    const extent none(is_mat_file, 0), unlimited(is_mat_file, H5S_UNLIMITED);
+    const extent chunk(is_mat_file, chunk_rows);
+    const hdf5_handle space(H5Screate_simple(none.rank(), none.numbers(), unlimited.numbers()),
+                            "creating a dataset");
     const hdf5_handle creation(H5Pcreate(H5P_DATASET_CREATE), "creating a dataset");
-    const hsize_t chunk = chunk_rows;
-    check_hdf5(H5Pset_chunk(creation, 1, &chunk), "creating a dataset");
+    // The same run gives the same file.
+    check_hdf5(H5Pset_obj_track_times(creation, false), "creating a dataset");
+    check_hdf5(H5Pset_chunk(creation, chunk.rank(), chunk.numbers()), "creating a dataset");
     check_hdf5(H5Pset_shuffle(creation), "creating a dataset");
     check_hdf5(H5Pset_deflate(creation, compression_level), "creating a dataset");
     // Chunks are written whole, so that the library's cache of 1 MiB per dataset is of no use.
@@ -81,23 +109,36 @@ hdf5_handle create_dataset(hid_t group, const char* name, hid_t type) {
 
 } // namespace
 
-hdf5_table::hdf5_table(hid_t file, const table_description& table, std::span<const column> columns)
+hdf5_table::hdf5_table(hid_t file, const table_description& table, std::span<const column> columns,
+                       mat_labels* labels)
     : group_(
           H5Gcreate2(file, std::string(table.name).c_str(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT),
-          "creating a group") {
+          "creating a group"),
+      labels_(labels) {
     set_hdf5_attribute(group_, "description", std::string(table.text));
     for (const column& entry : columns)
         create_column(entry);
+    if (labels != nullptr) {
+        std::vector<std::string> names;
+        for (const column& entry : columns)
+            names.emplace_back(entry.name);
+        make_mat_struct(group_, names);
+    }
     stored_rows_.reserve(chunk_rows * columns_.size());
 }
 
 void hdf5_table::create_column(const column& entry) {
-    hdf5_handle type = type_of(entry);
+    const bool is_mat_file = labels_ != nullptr;
+    hdf5_handle type = type_of(entry, is_mat_file);
     const std::size_t size = H5Tget_size(type);
-    hdf5_handle dataset = create_dataset(group_, entry.name, type);
+    hdf5_handle dataset = create_dataset(group_, entry.name, type, is_mat_file);
+    if (is_mat_file)
+        set_mat_class(dataset, mat_class_of(entry.type));
     set_hdf5_attribute(dataset, "unit", entry.unit);
     set_hdf5_attribute(dataset, "description", entry.meaning);
-    columns_.push_back({entry.type, size, std::move(type), std::move(dataset)});
+    mat_labels::numbering* const labels =
+        is_mat_file && entry.type == cell_type::text ? &labels_->numbering_of(entry) : nullptr;
+    columns_.push_back({entry.type, size, std::move(type), std::move(dataset), labels});
 }
 
 void hdf5_table::write(std::span<const cell> cells) {
@@ -124,31 +165,39 @@ void hdf5_table::flush() {
 
 void hdf5_table::append(std::size_t column) {
     gather(column);
-    const auto& [cells, element_size, type, dataset] = columns_[column];
-    const hsize_t count = stored_rows_.size() / columns_.size();
-    const hsize_t begin = rows_ - count;
-    const hsize_t end = rows_;
-    check_hdf5(H5Dset_extent(dataset, &end), "extending a dataset");
+    const auto& [cells, element_size, type, dataset, labels] = columns_[column];
+    const bool is_mat_file = labels_ != nullptr;
+    const hsize_t rows = stored_rows_.size() / columns_.size();
+    const extent begin(is_mat_file, rows_ - rows, 0), count(is_mat_file, rows);
+    check_hdf5(H5Dset_extent(dataset, extent(is_mat_file, rows_).numbers()), "extending a dataset");
     const hdf5_handle target(H5Dget_space(dataset), "writing a dataset");
-    check_hdf5(H5Sselect_hyperslab(target, H5S_SELECT_SET, &begin, nullptr, &count, nullptr),
+    check_hdf5(H5Sselect_hyperslab(target, H5S_SELECT_SET, begin.numbers(), nullptr,
+                                   count.numbers(), nullptr),
                "writing a dataset");
-    const hdf5_handle source(H5Screate_simple(1, &count, nullptr), "writing a dataset");
+    const hdf5_handle source(H5Screate_simple(1, &rows, nullptr), "writing a dataset");
     check_hdf5(H5Dwrite(dataset, type, source, target, H5P_DEFAULT, chunk_.data()),
                "writing a dataset");
 }
 
 void hdf5_table::gather(std::size_t column) {
-    const cell_type type = columns_[column].cells;
     const std::size_t size = columns_[column].element_size;
     chunk_.resize(stored_rows_.size() / columns_.size() * size);
     std::uint8_t* element = chunk_.data();
     for (std::size_t i = column; i < stored_rows_.size(); i += columns_.size()) {
-        if (is_text(type))
-            format_text(type, stored_rows_[i], size, element);
-        else
-            std::memcpy(element, &stored_rows_[i], size); // little-endian: the low bytes come first
+        copy_cell(columns_[column], stored_rows_[i], element);
         element += size;
     }
+}
+
+void hdf5_table::copy_cell(const dataset_column& column, cell content,
+                           std::uint8_t* element) const {
+    if (column.labels != nullptr)
+        content = column.labels->number_of(text_in(content));
+    else if (labels_ != nullptr && is_text(column.cells))
+        content = content == unknown_address ? 0 : swapped_bytes(content);
+    else if (is_text(column.cells))
+        return format_text(column.cells, content, column.element_size, element);
+    std::memcpy(element, &content, column.element_size); // little-endian: the low bytes come first
 }
 
 } // namespace rtrange

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tools/rtrange/outputs/hdf5_handle.hpp"
+#include "tools/rtrange/outputs/mat_labels.hpp"
 #include "tools/rtrange/tables/table.hpp"
 
 namespace rtrange {
@@ -14,10 +15,16 @@ namespace rtrange {
 /// A group with one dataset per column, all of the same length. Datasets are chunked, compressed
 /// and extendible; each has the attributes "unit" and "description". Unknown numbers are NaN,
 /// unknown addresses are empty.
+///
+/// In a MAT file, the group is a struct and each dataset a column vector. Texts are numbers, which
+/// the labels explain. So are addresses, with the first byte as the most significant one; unknown
+/// ones are 0.
 class hdf5_table {
 public:
-    /// Creates the group of a table and its datasets. Throws hdf5_error when that is not possible.
-    hdf5_table(hid_t file, const table_description& table, std::span<const column> columns);
+    /// Creates the group of a table and its datasets. The labels are null unless this is a MAT
+    /// file. Throws hdf5_error when that is not possible.
+    hdf5_table(hid_t file, const table_description& table, std::span<const column> columns,
+               mat_labels* labels);
 
     /// Appends a row. Throws hdf5_error when it cannot be written.
     void write(std::span<const cell> cells);
@@ -33,14 +40,17 @@ private:
         std::size_t element_size; ///< bytes
         hdf5_handle type;
         hdf5_handle dataset;
+        mat_labels::numbering* labels; ///< null unless the cells are texts of a MAT file
     };
 
     void create_column(const column& entry);
     void flush();
     void append(std::size_t column);
     void gather(std::size_t column);
+    void copy_cell(const dataset_column& column, cell content, std::uint8_t* element) const;
 
     hdf5_handle group_;
+    mat_labels* labels_;
     std::vector<dataset_column> columns_;
     std::vector<cell> stored_rows_;   ///< of the current chunk, one after the other
     std::vector<std::uint8_t> chunk_; ///< one column of the current chunk

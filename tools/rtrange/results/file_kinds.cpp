@@ -90,6 +90,7 @@ bool is_simulated(const std::filesystem::path& file) {
 const file_kind report_page_file{"a report of rtrange", is_report};
 const file_kind summary_file{"a summary of rtrange", is_summary};
 const file_kind hdf5_file{"an HDF5 file of rtrange", is_hdf5_of_rtrange};
+const file_kind mat_file{"a MAT file of rtrange", is_hdf5_of_rtrange};
 const file_kind simulated_capture_file{"a simulated capture", is_simulated};
 
 } // namespace rtrange

@@ -19,6 +19,8 @@ extern const file_kind hdf5_file;
 
 /// A JSON file whose first member is that of summaries.
 extern const file_kind summary_file;
+/// A MAT file that names rtrange as its creator.
+extern const file_kind mat_file;
 
 /// A capture whose first frame is the hunter's at the simulator's start time, to the nanosecond.
 extern const file_kind simulated_capture_file;

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <span>
 #include <string_view>
 
 #include "zel_rt_range_formatter/records/field.hpp"
@@ -37,6 +38,8 @@ struct column {
     const char* unit; ///< empty for a number without unit
     const char* meaning;
     std::size_t text_size = 0; ///< of a text: longest one in bytes; outputs may cut longer ones
+    /// Of a text: those that it can be, if they are known; always in the same order.
+    std::span<const char* const> known_texts = {};
 };
 
 /// The content of one cell: an integer, the bits of a double, or the address of a text that ends

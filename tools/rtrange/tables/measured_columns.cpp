@@ -4,6 +4,7 @@
 #include <array>
 #include <iterator>
 
+#include "tools/rtrange/tables/received_packet.hpp"
 #include "zel_rt_range_formatter/records/ncom_fields.hpp"
 #include "zel_rt_range_formatter/records/rcom_fields.hpp"
 
@@ -261,7 +262,8 @@ std::span<const column> measured_leading_columns() {
         {"reference_timestamp", cell_type::u64, "ns", "capture time since 1970"},
         {"time_s", cell_type::f64, "s", "capture time since the first frame of the run"},
         {"packet", cell_type::text, "",
-         "kind of the packet that the row comes from: ncom, wrapped_ncom, range or lane", 12},
+         "kind of the packet that the row comes from: ncom, wrapped_ncom, range or lane", 12,
+         packet_names},
     };
     return columns;
 }

@@ -71,17 +71,7 @@ std::optional<received_packet> rcom_packet_in(std::span<const std::uint8_t> payl
 } // namespace
 
 const char* name_of(packet_kind kind) {
-    switch (kind) {
-    case packet_kind::ncom:
-        return "ncom";
-    case packet_kind::wrapped_ncom:
-        return "wrapped_ncom";
-    case packet_kind::range:
-        return "range";
-    case packet_kind::lane:
-        return "lane";
-    }
-    return "";
+    return packet_names[static_cast<std::size_t>(kind)];
 }
 
 std::optional<received_packet> packet_in(std::span<const std::uint8_t> frame) {

@@ -1,6 +1,7 @@
 // The packet in a captured frame.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -10,6 +11,9 @@ namespace rtrange {
 
 /// Kinds of packets that the decoder decodes.
 enum class packet_kind : std::uint8_t { ncom, wrapped_ncom, range, lane };
+
+/// In the order of the kinds.
+inline constexpr std::array<const char*, 4> packet_names{"ncom", "wrapped_ncom", "range", "lane"};
 
 /// For example "wrapped_ncom".
 const char* name_of(packet_kind kind);

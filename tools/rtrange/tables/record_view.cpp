@@ -21,11 +21,15 @@ namespace {
 
 constexpr column timestamp_column{"reference_timestamp", cell_type::u64, "ns",
                                   "capture time since 1970"};
+constexpr std::array sources{"ncom", "rcom"};
 constexpr column source_column{
-    "source", cell_type::text, "",
+    "source",
+    cell_type::text,
+    "",
     "packet that the row comes from: ncom for NCOM of the unit's own, rcom for an RCOM packet "
     "about it",
-    4};
+    4,
+    sources};
 
 /// Sample batches come first, then at most one RCOM record and one record of a unit.
 constexpr std::size_t most_rows = 32;
