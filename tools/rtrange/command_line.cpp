@@ -11,9 +11,11 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include "tools/rtrange/completion.hpp"
 #include "tools/rtrange/decode_command.hpp"
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/fields_command.hpp"
+#include "tools/rtrange/help_text.hpp"
 #include "tools/rtrange/info_command.hpp"
 #include "tools/rtrange/plugin_file.hpp"
 #include "tools/rtrange/report_command.hpp"
@@ -121,7 +123,7 @@ command add_decode(CLI::App& app) {
             [](const std::string& kind) {
                 return kind == "csv" || kind == "hdf5" ? "" : "use csv or hdf5";
             },
-            "")
+            "{csv,hdf5}")
         ->capture_default_str();
     parser
         ->add_option("-o,--output", options->output,
@@ -271,8 +273,14 @@ int run_command_line(const std::vector<std::string>& arguments) {
     CLI::App app("Decodes network captures of an RT-Range hunter/target system.", "rtrange");
     app.set_version_flag("--version", ZEL_VERSION);
     app.allow_windows_style_options(false); // a slash begins a path
+    format_help(app);
     const command commands[] = {add_decode(app), add_report(app), add_simulate(app),
                                 add_fields(app), add_info(app)};
+    add_help_footers(app);
+    if (!arguments.empty() && arguments.front() == completion_command) {
+        print_completions(app, {arguments.begin() + 1, arguments.end()});
+        return exit_success;
+    }
     try {
         // The parser takes them in this order.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
