@@ -20,6 +20,7 @@ make_page() { # name of the page, the program's command, what the page has to sa
     "$program" "$2" >"$work/$1"
   chmod +x "$work/$1"
   local purpose
+  # shellcheck disable=SC2086 # the program itself has no command
   purpose=$("$program" $2 --help | head -n 1 | sed 's/\.$//; s/^[A-Z]/\L&/')
   printf '%s' "$3" >"$work/include"
   help2man --no-info --manual="User Commands" --source="$name" --version-string="$version" \
