@@ -15,6 +15,15 @@ else()
   endif()
 endif()
 
+# The same sources give the same bytes in any folder, on any day.
+if(NOT MSVC)
+  add_compile_options(-ffile-prefix-map=${PROJECT_BINARY_DIR}=build
+    -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
+endif()
+if(MINGW)
+  add_link_options(-Wl,--no-insert-timestamp)
+endif()
+
 if(ZEL_WARNINGS_AS_ERRORS)
   target_compile_options(zel_compile_options INTERFACE $<IF:$<BOOL:${MSVC}>,/WX,-Werror>)
 endif()

@@ -1,4 +1,4 @@
-# Writes version.hpp on every build, so that the metadata always names the revision built.
+# Writes version.hpp on every build, so that the metadata always names the revision built, and its date.
 
 # Hosts recognise the interface by the minor version in the metadata.
 file(STRINGS ${PROJECT_SOURCE_DIR}/include/zel/api.h interface_version

@@ -1,6 +1,6 @@
 # The libraries of rtrange.exe, as scripts/build-windows-libraries.sh leaves them.
 set(windows_libraries ${PROJECT_SOURCE_DIR}/build/windows-libraries)
-if(NOT EXISTS ${windows_libraries}/licenses/nlohmann-json.txt)
+if(NOT EXISTS ${windows_libraries}/versions/nlohmann-json3-dev)
   message(FATAL_ERROR "Build the libraries first: scripts/build-windows-libraries.sh")
 endif()
 

@@ -6,7 +6,7 @@ cd "$(dirname "$0")/.."
 
 prefix=$PWD/build/windows-libraries
 toolchain=$PWD/cmake/mingw-w64.cmake
-mkdir -p "$prefix"/{include,lib,licenses,share/cmake}
+mkdir -p "$prefix"/{include,lib,licenses,share/cmake,versions}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
@@ -39,6 +39,7 @@ build() { # package, target, options of cmake
   mkdir "$work/$1/build"
   (cd "$work/$1/build" &&
     cmake -G Ninja -Wno-dev --toolchain "$toolchain" -DCMAKE_BUILD_TYPE=Release \
+      -DCMAKE_C_FLAGS="-ffile-prefix-map=$work=." -DCMAKE_CXX_FLAGS="-ffile-prefix-map=$work=." \
       -DCMAKE_INSTALL_PREFIX="$prefix" "${@:3}" ../source &&
     cmake --build . --target "$2" -j "$(nproc)")
 }
@@ -67,16 +68,17 @@ hdf5() {
   fi
   # MinGW has unistd.h, but not this header that the library takes for granted with it.
   sed -i '/#include <sys\/wait.h>/d' "$work/hdf5/source/src/H5private.h"
-  # MinGW's vasprintf can be linked, but is not declared to the library.
+  # MinGW's vasprintf can be linked, but is not declared to the library. The embedded information has the day on
+  # which the library was built.
   build hdf5 install -DBUILD_SHARED_LIBS=OFF -DBUILD_TESTING=OFF -DHDF5_BUILD_TOOLS=OFF \
     -DHDF5_BUILD_UTILS=OFF -DHDF5_BUILD_EXAMPLES=OFF -DHDF5_BUILD_HL_LIB=OFF -DHDF5_BUILD_CPP_LIB=OFF \
     -DHDF5_ENABLE_SZIP_SUPPORT=OFF -DHDF5_ENABLE_Z_LIB_SUPPORT=ON \
-    -DH5_HAVE_VASPRINTF=OFF \
+    -DH5_HAVE_VASPRINTF=OFF -DHDF5_ENABLE_EMBEDDED_LIBINFO=OFF \
     -DZLIB_LIBRARY=/usr/x86_64-w64-mingw32/lib/libz.a
 }
 
 for package in fmtlib libpcap hdf5; do
-  [ -f "$prefix/licenses/$package.txt" ] && continue
+  [ -f "$prefix/versions/$package" ] && continue
   echo "== Building $package for Windows"
   if ! { unpack $package && $package >>"$work/$package.log" 2>&1; }; then
     tail -40 "$work/$package.log"
@@ -84,11 +86,12 @@ for package in fmtlib libpcap hdf5; do
       "scripts/build-windows-libraries.sh again" >&2
     exit 1
   fi
-  # Last, since it tells that the library is complete.
   cp "$work/$package/source/debian/copyright" "$prefix/licenses/$package.txt"
+  # Last, since it tells that the library is complete.
+  dpkg-parsechangelog -l "$work/$package/source/debian/changelog" -S Version >"$prefix/versions/$package"
 done
 
-if [ ! -f "$prefix/licenses/nlohmann-json.txt" ]; then
+if [ ! -f "$prefix/versions/nlohmann-json3-dev" ]; then
   cp -r /usr/include/{CLI,nlohmann} "$prefix/include/"
   cp -r /usr/share/cmake/{CLI11,nlohmann_json} "$prefix/share/cmake/"
   cp /usr/share/doc/libz-mingw-w64-dev/copyright "$prefix/licenses/zlib.txt"
@@ -96,4 +99,7 @@ if [ ! -f "$prefix/licenses/nlohmann-json.txt" ]; then
   cp /usr/share/doc/gcc-mingw-w64-base/copyright "$prefix/licenses/gcc.txt"
   cp /usr/share/doc/libcli11-dev/copyright "$prefix/licenses/CLI11.txt"
   cp /usr/share/doc/nlohmann-json3-dev/copyright "$prefix/licenses/nlohmann-json.txt"
+  for package in libcli11-dev nlohmann-json3-dev; do
+    dpkg-query -W -f '${Version}\n' $package >"$prefix/versions/$package"
+  done
 fi

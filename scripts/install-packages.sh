@@ -7,11 +7,12 @@ packages=(
   g++ cmake ninja-build git pkg-config ca-certificates
   libpcap-dev libcli11-dev libfmt-dev libhdf5-dev nlohmann-json3-dev
   libgtest-dev googletest libbenchmark-dev libmatio-dev bzip2 xz-utils zstd parallel
+  dpkg-dev help2man man-db lintian bash-completion
 )
 for option in "$@"; do
   case $option in
   --with-windows)
-    packages+=(g++-mingw-w64-x86-64-posix wine64 libz-mingw-w64-dev dpkg-dev flex bison)
+    packages+=(g++-mingw-w64-x86-64-posix wine64 libz-mingw-w64-dev zip flex bison)
     ;;
   --with-clang) packages+=(clang libclang-rt-dev clang-tidy) ;;
   --with-browser)

@@ -1,37 +1,21 @@
 // The packages, as a user installs them: unpacked anywhere and called from anywhere.
 
 #include <algorithm>
-#include <set>
 
+#include "tests/harness/packages.hpp"
 #include "tests/harness/pcap.hpp"
-#include "tests/harness/rtrange_program.hpp"
 
 namespace rtrange_test {
 namespace {
 
-const fs::path source = SOURCE_FOLDER;
-const fs::path scratch = fs::temp_directory_path() / ("package_test_" + std::to_string(getpid()));
-
-std::string quoted(const fs::path& file) {
-    std::string text = "'";
-    return text.append(file.string()).append("'");
-}
-
 /// The DLLs that a Windows program or library asks for.
-std::set<std::string> imports(const fs::path& file) {
-    std::set<std::string> names;
+names imports(const fs::path& file) {
+    names result;
     for (const std::string& line :
          split(run("x86_64-w64-mingw32-objdump -p " + quoted(file) + " | grep 'DLL Name'").output,
                '\n'))
-        names.insert(line.substr(line.rfind(' ') + 1));
-    return names;
-}
-
-using names = std::set<std::string>;
-
-void expect_files(const fs::path& package, const names& files) {
-    for (const std::string& file : files)
-        EXPECT_TRUE(fs::exists(package / file)) << file;
+        result.insert(line.substr(line.rfind(' ') + 1));
+    return result;
 }
 
 /// A built plug-in, and programs and libraries without symbols.
@@ -49,59 +33,32 @@ void expect_binaries(const fs::path& package, const std::string& objdump, const 
         expect_contains(run(objdump + " -t " + quoted(package / binary)).output, {"no symbols"});
 }
 
-/// Packs a build and unpacks it again, below a folder whose name is neither ASCII nor one word.
-class package_test : public testing::Test {
-protected:
-    static fs::path begin(const std::string& system, const std::string& ending) {
-        const fs::path unpacked = scratch / "Prüf stand";
-        fs::create_directories(unpacked);
-        fs::create_directories(scratch / "elsewhere");
-        const std::string name = "rtrange-" VERSION "-" + system + "-x86_64";
-        const result packed =
-            run("cd " + quoted(source / "build" / system) + " && cpack -B " + quoted(scratch));
-        EXPECT_EQ(packed.exit_code, 0) << packed.output;
-        const result result = run("cd " + quoted(unpacked) + " && cmake -E tar xf " +
-                                  quoted(scratch / (name + ending)));
-        EXPECT_EQ(result.exit_code, 0) << result.output;
-        EXPECT_EQ(names_in(unpacked), names{name});
-        expect_files(unpacked / name,
-                     {"README.md", "LICENSE", "CHANGELOG.md", "docs/hosts.md", "docs/records.md",
-                      "examples/minimal_host/services.h", "captures/following.pcap",
-                      "share/wireshark/rt_range.lua", "examples/minimal_host/CMakeLists.txt",
-                      "include/zel/formatter.h", "include/zelcpp/crc32c.hpp",
-                      "include/host/loader/plugin.hpp", "cmake/zel-config.cmake",
-                      "reference-host/libzelcpp.a", "licenses/CLI11.txt", "licenses/fmtlib.txt",
-                      "licenses/nlohmann-json.txt", "licenses/uPlot.txt"});
-        return unpacked / name;
-    }
-
-    static void TearDownTestSuite() { fs::remove_all(scratch); }
-
-    static result call(const std::string& program, const std::string& arguments) {
-        return run("cd " + quoted(scratch / "elsewhere") + " && " + program + " " + arguments);
-    }
-
-    /// Decodes the example with a package's program; what comes out is what the build that this
-    /// test belongs to gives, byte for byte.
-    static void expect_same_tables(const std::string& packaged, const fs::path& capture) {
-        const fs::path tables = scratch / "Täbellen", expected = scratch / "expected";
-        const result result = call(packaged, "decode " + quoted(capture) + " -o " + quoted(tables));
-        ASSERT_EQ(result.exit_code, 0) << result.output;
-        expect_contains(result.output, {"Täbellen"});
-        run(RTRANGE " decode " + quoted(example) + " -o " + quoted(expected));
-        ASSERT_EQ(names_in(tables), names_in(expected));
-        for (const std::string& name : names_in(expected))
-            EXPECT_TRUE(name == "rtrange-files.txt" || // with the times of the files
-                        content(tables / name) == content(expected / name))
-                << name;
-        fs::remove_all(tables);
-    }
-};
+/// Unpacks an archive below a folder whose name is neither ASCII nor one word.
+fs::path unpacked_archive(const std::string& system, const fs::path& packages,
+                          const std::string& ending) {
+    const fs::path unpacked = scratch / "Prüf stand";
+    fs::create_directories(unpacked);
+    const std::string name = "rtrange-" VERSION "-" + system + "-x86_64";
+    const result result =
+        run("cd " + quoted(unpacked) + " && cmake -E tar xf " + quoted(packages / (name + ending)));
+    EXPECT_EQ(result.exit_code, 0) << result.output;
+    EXPECT_EQ(names_in(unpacked), names{name});
+    expect_files(unpacked / name,
+                 {"README.md", "LICENSE", "CHANGELOG.md", "docs/hosts.md", "docs/records.md",
+                  "examples/minimal_host/services.h", "captures/following.pcap",
+                  "share/wireshark/rt_range.lua", "examples/minimal_host/CMakeLists.txt",
+                  "include/zel/formatter.h", "include/zelcpp/crc32c.hpp",
+                  "include/host/loader/plugin.hpp", "cmake/zel-config.cmake",
+                  "reference-host/libzelcpp.a", "licenses/CLI11.txt", "licenses/fmtlib.txt",
+                  "licenses/nlohmann-json.txt", "licenses/uPlot.txt",
+                  "licenses/rtrange.spdx.json"});
+    return unpacked / name;
+}
 
 class linux_package : public package_test {
 protected:
     static void SetUpTestSuite() {
-        package = begin("linux", ".tar.gz");
+        package = unpacked_archive("linux", pack("linux", "TGZ"), ".tar.gz");
         program = quoted(package / "bin/rtrange");
     }
 
@@ -184,7 +141,7 @@ protected:
     static void SetUpTestSuite() {
         if (!can_run())
             return;
-        package = begin("windows", ".zip");
+        package = unpacked_archive("windows", pack("windows", "ZIP"), ".zip");
         // Wine takes file names for what the locale says they are.
         program = "LC_ALL=C.UTF-8 " WINE " " + quoted(package / "bin/rtrange.exe");
     }

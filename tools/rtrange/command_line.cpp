@@ -12,9 +12,11 @@
 #include <fmt/format.h>
 
 #include "tools/rtrange/captures/compressed_capture.hpp"
+#include "tools/rtrange/completion.hpp"
 #include "tools/rtrange/decode_command.hpp"
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/fields_command.hpp"
+#include "tools/rtrange/help_text.hpp"
 #include "tools/rtrange/info_command.hpp"
 #include "tools/rtrange/plugin_file.hpp"
 #include "tools/rtrange/report_command.hpp"
@@ -130,7 +132,7 @@ command add_decode(CLI::App& app) {
                 return kind == "csv" || kind == "hdf5" || kind == "mat" ? ""
                                                                         : "use csv, hdf5 or mat";
             },
-            "")
+            "{csv,hdf5,mat}")
         ->capture_default_str();
     parser
         ->add_option(
@@ -293,8 +295,14 @@ int run_command_line(const std::vector<std::string>& arguments) {
     CLI::App app("Decodes network captures of an RT-Range hunter/target system.", "rtrange");
     app.set_version_flag("--version", ZEL_VERSION);
     app.allow_windows_style_options(false); // a slash begins a path
+    format_help(app);
     const command commands[] = {add_decode(app), add_report(app), add_simulate(app),
                                 add_fields(app), add_info(app)};
+    add_help_footers(app);
+    if (!arguments.empty() && arguments.front() == completion_command) {
+        print_completions(app, {arguments.begin() + 1, arguments.end()});
+        return exit_success;
+    }
     try {
         // The parser takes them in this order.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));

@@ -6,8 +6,12 @@ namespace rtrange {
 
 std::filesystem::path default_plugin_file() {
     const std::filesystem::path folder = program_file().parent_path();
-    const std::filesystem::path packaged = folder.parent_path() / "plugin" / PLUGIN_NAME;
-    return exists(packaged) ? packaged : folder / PLUGIN_NAME;
+    for (const char* const packaged : {"plugin", "lib/rtrange"}) {
+        const std::filesystem::path file = folder.parent_path() / packaged / PLUGIN_NAME;
+        if (exists(file))
+            return file;
+    }
+    return folder / PLUGIN_NAME;
 }
 
 } // namespace rtrange

@@ -78,28 +78,46 @@ std::string fault_of_name(std::string_view kind, std::string_view name,
                        nearest.size() == 1 ? " is" : "s are", fmt::join(nearest, "', '"));
 }
 
+/// Whether a column stands at the beginning of tables, whatever is selected.
+bool is_always_written(std::string_view name) {
+    return name == "reference_timestamp" || name == "time_s" || name == "packet" ||
+           name == "source";
+}
+
 } // namespace
 
-std::string fault_of_field(const std::string& name) {
-    if (name == "reference_timestamp" || name == "time_s" || name == "packet" || name == "source")
-        return fmt::format("'{}' is always written and cannot be selected", name);
+std::vector<std::string_view> selectable_fields() {
     std::vector<std::string_view> all;
+    const auto add = [&all](const std::string_view name) {
+        if (!is_always_written(name) && std::ranges::find(all, name) == all.end())
+            all.push_back(name);
+    };
     for (const std::span<const field> fields : {ncom_fields(), rcom_fields()})
         for (const field& entry : fields)
-            all.emplace_back(entry.name);
+            add(entry.name);
     for (const auto* const columns : {&measured_unit_columns(), &measured_rcom_columns()})
         for (const measured_column& entry : *columns)
-            all.emplace_back(entry.shown.name);
-    const std::string fault = fault_of_name("field", name, all);
+            add(entry.shown.name);
+    return all;
+}
+
+std::vector<std::string_view> selectable_units() {
+    std::vector<std::string_view> all;
+    for (const table_description& table : table_descriptions())
+        if (!table.unit.empty() && std::ranges::find(all, table.unit) == all.end())
+            all.push_back(table.unit);
+    return all;
+}
+
+std::string fault_of_field(const std::string& name) {
+    if (is_always_written(name))
+        return fmt::format("'{}' is always written and cannot be selected", name);
+    const std::string fault = fault_of_name("field", name, selectable_fields());
     return fault.empty() ? fault : fault + "; see 'rtrange fields'";
 }
 
 std::string fault_of_unit(const std::string& name) {
-    std::vector<std::string_view> all;
-    for (const table_description& table : table_descriptions())
-        if (!table.unit.empty())
-            all.push_back(table.unit);
-    return fault_of_name("unit", name, all);
+    return fault_of_name("unit", name, selectable_units());
 }
 
 std::string fault_of_time(const std::string& text) {

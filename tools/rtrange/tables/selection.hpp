@@ -23,6 +23,10 @@ struct selection_options {
     std::string to;
 };
 
+/// The names that can be selected, each once.
+std::vector<std::string_view> selectable_fields();
+std::vector<std::string_view> selectable_units();
+
 /// A message that says what is wrong with an argument; empty if it is valid.
 std::string fault_of_field(const std::string& name);
 std::string fault_of_unit(const std::string& name);
