@@ -23,20 +23,20 @@ std::span<const key_figure> key_figures() {
     constexpr row_kind range = row_kind::range, navigation = row_kind::navigation;
     static constexpr key_figure figures[]{
         // With its sign: a target that has been passed is behind.
-        {"smallest_longitudinal_range", "Smallest longitudinal range", "m", range,
-         "range_longitudinal", least_magnitude, 2},
-        {"smallest_time_to_collision", "Smallest time to collision", "s", range, "ttc_longitudinal",
+        {"smallest_longitudinal_range", "Smallest longitudinal range", "m", "range_longitudinal",
+         range, least_magnitude, 2},
+        {"smallest_time_to_collision", "Smallest time to collision", "s", "ttc_longitudinal", range,
          lowest, 2},
-        {"largest_closing_speed", "Largest closing speed", "m/s", range, "closing_speed", highest,
+        {"largest_closing_speed", "Largest closing speed", "m/s", "closing_speed", range, highest,
          2},
-        {"smallest_total_distance", "Smallest total distance", "m", range, "distance", lowest, 2},
-        {"highest_speed", "Highest speed", "km/h", navigation, "vehicle_velocity_x_kmh", highest,
+        {"smallest_total_distance", "Smallest total distance", "m", "distance", range, lowest, 2},
+        {"highest_speed", "Highest speed", "km/h", "vehicle_velocity_x_kmh", navigation, highest,
          1},
-        {"lowest_speed", "Lowest speed", "km/h", navigation, "vehicle_velocity_x_kmh", lowest, 1},
-        {"strongest_braking", "Strongest braking", "m/s²", navigation, "accel_x", lowest, 2},
-        {"strongest_lateral_acceleration", "Strongest lateral acceleration", "m/s²", navigation,
-         "accel_y", greatest_magnitude, 2},
-        {"largest_yaw_rate", "Largest yaw rate", "deg/s", navigation, "rate_z", greatest_magnitude,
+        {"lowest_speed", "Lowest speed", "km/h", "vehicle_velocity_x_kmh", navigation, lowest, 1},
+        {"strongest_braking", "Strongest braking", "m/s²", "accel_x", navigation, lowest, 2},
+        {"strongest_lateral_acceleration", "Strongest lateral acceleration", "m/s²", "accel_y",
+         navigation, greatest_magnitude, 2},
+        {"largest_yaw_rate", "Largest yaw rate", "deg/s", "rate_z", navigation, greatest_magnitude,
          2},
     };
     return figures;

@@ -22,13 +22,13 @@ struct key_figure {
     std::string_view name;  ///< for example "smallest_time_to_collision"
     std::string_view title; ///< for example "Smallest time to collision"
     std::string_view unit;
-    row_kind
-        kind; ///< of the rows it is taken from: range (of a target) or navigation (of any unit)
     /// A column of the view measured; or "distance", the root of the sum of the squares of
     /// range_longitudinal and range_lateral; or "closing_speed", the negated
     /// range_rate_longitudinal times the sign of range_longitudinal, positive while the target
     /// comes closer.
     std::string_view value;
+    /// Of the rows that it is taken from: range (of a target), or navigation (of any unit).
+    row_kind kind;
     extreme which;
     int decimals; ///< to show
 };
@@ -38,8 +38,8 @@ inline constexpr const char* key_figure_columns[]{"range_longitudinal",
                                                   "range_lateral",
                                                   "range_rate_longitudinal",
                                                   "ttc_longitudinal",
-                                                  "vehicle_velocity_x_kmh",
                                                   "accel_x",
+                                                  "vehicle_velocity_x_kmh",
                                                   "accel_y",
                                                   "rate_z"};
 
