@@ -33,6 +33,16 @@ struct key_figure {
     int decimals; ///< to show
 };
 
+/// The columns that all values are taken from or derived from.
+inline constexpr const char* key_figure_columns[]{"range_longitudinal",
+                                                  "range_lateral",
+                                                  "range_rate_longitudinal",
+                                                  "ttc_longitudinal",
+                                                  "vehicle_velocity_x_kmh",
+                                                  "accel_x",
+                                                  "accel_y",
+                                                  "rate_z"};
+
 /// All key figures, in the order in which they are shown.
 std::span<const key_figure> key_figures();
 
