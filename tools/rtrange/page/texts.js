@@ -42,6 +42,11 @@ function seconds_text(seconds, decimals = 3) {
   return `${seconds.toFixed(decimals).replace("-", "−")} s`;
 }
 
+/** All digits that a time of a row has: nanoseconds, without zeros at the end. */
+function exact_seconds(seconds) {
+  return seconds.toFixed(9).replace(/\.?0+$/, "");
+}
+
 function duration_text(seconds, decimals = 1) {
   if (seconds < 120) return seconds_text(seconds, decimals);
   const minutes = Math.floor(seconds / 60);

@@ -47,6 +47,7 @@ function start() {
     show_quality(summary, qualities);
     show_bad_data(qualities, axis);
   }
+  const key_figures = new KeyFigures(summary.key_figures, streams, axis, document.getElementById("key_figures"));
   const parent = document.getElementById("plots");
   const [main_plots, quality_part] = ["", "Data quality"].map((title) => plot_group(title, parent));
   const paths = paths_of(streams);
@@ -74,7 +75,7 @@ function start() {
     axis.redraw();
   });
   // For inspection in the browser's console.
-  window.report = { summary, streams, qualities, axis, map, plots };
+  window.report = { summary, streams, qualities, axis, map, plots, key_figures };
 }
 
 start();
