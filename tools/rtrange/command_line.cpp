@@ -1,6 +1,7 @@
 #include "tools/rtrange/command_line.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -18,6 +19,7 @@
 #include "tools/rtrange/plugin_file.hpp"
 #include "tools/rtrange/report_command.hpp"
 #include "tools/rtrange/simulate_command.hpp"
+#include "tools/rtrange/watch_command.hpp"
 #include "version.hpp"
 #include "zel/format_type.h"
 
@@ -61,12 +63,15 @@ void add_overwrite(CLI::App& parser, bool& overwrite) {
     parser.add_flag("--overwrite", overwrite, "Replace an earlier result of rtrange");
 }
 
-void add_selection(CLI::App& parser, selection_options& options) {
+void add_content(CLI::App& parser, selection_options& options) {
     add_names(parser, "--fields", options.fields, "Only these fields, for example heading,roll")
         ->check(fault_of_field, "");
     add_names(parser, "--units", options.units,
               "Only these units: hunter, target1 to target4, rcom, unidentified")
         ->check(fault_of_unit, "");
+}
+
+void add_times(CLI::App& parser, selection_options& options) {
     parser
         .add_option("--from", options.from,
                     "Only rows from this time on: seconds (12.5) or minutes and seconds (1:30) "
@@ -78,18 +83,11 @@ void add_selection(CLI::App& parser, selection_options& options) {
         ->check(fault_of_time, "");
 }
 
-void add_run(CLI::App& parser, run_options& options) {
-    add_selection(parser, options.selection);
+void add_decoder(CLI::App& parser, run_options& options) {
     parser
         .add_option("--format", options.format,
                     "Format type of the raw packages that the plug-in is given")
         ->check(CLI::IsMember({ZEL_FORMAT_TYPE_RTRANGE, ZEL_FORMAT_TYPE_ETH_RTRANGE}))
-        ->capture_default_str();
-    parser
-        .add_option("--view", options.view,
-                    "measured: what the packets say, unknown values empty; record: the plug-in's "
-                    "records bit for bit")
-        ->check(CLI::IsMember({"measured", "record"}))
         ->capture_default_str();
     parser
         .add_option("--restart-gap", options.restart_gap_s,
@@ -100,42 +98,100 @@ void add_run(CLI::App& parser, run_options& options) {
     parser.add_option("--plugin", options.plugin, plugin_help)->type_name("FILE");
 }
 
-command add_decode(CLI::App& app) {
-    const auto options = std::make_shared<decode_options>();
-    CLI::App* const parser =
-        app.add_subcommand("decode", "Decode captures, or live traffic, into CSV or HDF5 tables");
+void add_run(CLI::App& parser, run_options& options) {
+    add_content(parser, options.selection);
+    add_times(parser, options.selection);
+    add_decoder(parser, options);
+    parser
+        .add_option("--view", options.view,
+                    "measured: what the packets say, unknown values empty; record: the plug-in's "
+                    "records bit for bit")
+        ->check(CLI::IsMember({"measured", "record"}))
+        ->capture_default_str();
+}
+
+/// The frames that are decoded: those of captures, or of an interface.
+void add_source(CLI::App& parser, decode_options& options) {
     CLI::Option* const captures =
-        parser->add_option("CAPTURE", options->run.captures, "pcap or pcapng files")
+        parser.add_option("CAPTURE", options.run.captures, "pcap or pcapng files")
             ->type_name("FILE");
     CLI::Option* const live =
         parser
-            ->add_option("-i,--interface", options->interface_name,
-                         "Decode live from this network interface until Ctrl-C")
+            .add_option("-i,--interface", options.interface_name,
+                        "Decode live from this network interface until Ctrl-C")
             ->check([](const std::string& name) { return name.empty() ? "the name is empty" : ""; },
                     "")
             ->type_name("NAME")
             ->excludes(captures);
+    parser.callback([captures, live] {
+        if (captures->empty() && live->empty())
+            throw CLI::RequiredError("CAPTURE or --interface");
+    });
+}
+
+void add_tables(CLI::App& parser, decode_options& options, const char* output_help) {
     parser
-        ->add_option("--as", options->kind, "Output format: a folder of CSV files, or an HDF5 file")
+        .add_option("--as", options.kind, "Output format: a folder of CSV files, or an HDF5 file")
         ->check(
             [](const std::string& kind) {
                 return kind == "csv" || kind == "hdf5" ? "" : "use csv or hdf5";
             },
             "")
         ->capture_default_str();
-    parser
-        ->add_option("-o,--output", options->output,
-                     "Folder of the CSV files, or HDF5 file (default: run or run.h5 for run.pcap)")
-        ->type_name("PATH");
-    parser->add_flag("--samples", options->run.samples,
-                     "Also write the tables of filtered samples (always in the view record)");
-    add_overwrite(*parser, options->overwrite);
+    parser.add_option("-o,--output", options.output, output_help)->type_name("PATH");
+    parser.add_flag("--samples", options.run.samples,
+                    "Also write the tables of filtered samples (always in the view record)");
+    add_overwrite(parser, options.overwrite);
+}
+
+command add_decode(CLI::App& app) {
+    const auto options = std::make_shared<decode_options>();
+    CLI::App* const parser =
+        app.add_subcommand("decode", "Decode captures, or live traffic, into CSV or HDF5 tables");
+    add_source(*parser, *options);
+    add_tables(*parser, *options,
+               "Folder of the CSV files, or HDF5 file (default: run or run.h5 for run.pcap)");
     add_run(*parser, options->run);
-    parser->callback([captures, live] {
-        if (captures->empty() && live->empty())
-            throw CLI::RequiredError("CAPTURE or --interface");
-    });
     return {parser, [options] { return decode(*options); }};
+}
+
+std::string fault_of_speed(const std::string& text) {
+    double speed = -1.0;
+    if (CLI::detail::lexical_cast(text, speed) && speed >= 0.0 && std::isfinite(speed))
+        return {};
+    return fmt::format("'{}' is not a speed; give 1 for as recorded, 20 for twenty times as fast, "
+                       "or 0 for as fast as possible",
+                       text);
+}
+
+command add_watch(CLI::App& app) {
+    const auto options = std::make_shared<watch_options>();
+    CLI::App* const parser =
+        app.add_subcommand("watch", "Show captures, or live traffic, on a live page in a browser");
+    add_source(*parser, options->decode);
+    parser
+        ->add_option_function<std::string>(
+            "--listen",
+            [options](const std::string& text) {
+                options->listen = parse_listen_address(text).value();
+            },
+            "IP address and port to serve the page at; port 0 for any free one")
+        ->check(fault_of_listen_address, "")
+        ->type_name("ADDRESS:PORT")
+        ->default_str(text_of(options->listen));
+    parser
+        ->add_option("--speed", options->speed,
+                     "How fast captures pass: 1 as recorded, 0 as fast as possible")
+        ->check(fault_of_speed, "")
+        ->type_name("FACTOR")
+        ->capture_default_str();
+    add_tables(*parser, options->decode,
+               "Also write tables: folder of the CSV files, or HDF5 file");
+    for (const char* const name : {"--as", "--samples", "--overwrite"})
+        parser->get_option(name)->needs("--output");
+    add_content(*parser, options->decode.run.selection);
+    add_decoder(*parser, options->decode.run);
+    return {parser, [options] { return watch(*options); }};
 }
 
 command add_report(CLI::App& app) {
@@ -271,8 +327,8 @@ int run_command_line(const std::vector<std::string>& arguments) {
     CLI::App app("Decodes network captures of an RT-Range hunter/target system.", "rtrange");
     app.set_version_flag("--version", ZEL_VERSION);
     app.allow_windows_style_options(false); // a slash begins a path
-    const command commands[] = {add_decode(app), add_report(app), add_simulate(app),
-                                add_fields(app), add_info(app)};
+    const command commands[] = {add_decode(app),   add_report(app), add_watch(app),
+                                add_simulate(app), add_fields(app), add_info(app)};
     try {
         // The parser takes them in this order.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));

@@ -1,6 +1,5 @@
 #include "tools/rtrange/decode_command.hpp"
 
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -23,6 +22,8 @@ bool is_hdf5_name(const std::filesystem::path& file) {
     return file.extension() == ".h5" || file.extension() == ".hdf5";
 }
 
+} // namespace
+
 std::filesystem::path output_of(const decode_options& options) {
     const bool is_hdf5 = options.kind == "hdf5";
     if (options.output.empty())
@@ -33,7 +34,6 @@ std::filesystem::path output_of(const decode_options& options) {
     return options.output;
 }
 
-/// Throws usage_failure when the result would replace a capture.
 void check_captures(const std::filesystem::path& output, const decode_options& options) {
     check_output(output, options.run.captures);
     if (options.kind == "csv")
@@ -51,8 +51,6 @@ std::unique_ptr<table_output> create_output(const std::filesystem::path& output,
         return std::make_unique<hdf5_output>(output, rules, columns);
     return std::make_unique<csv_output>(output, rules, columns);
 }
-
-} // namespace
 
 int decode(const decode_options& options) {
     const std::filesystem::path file = output_of(options);

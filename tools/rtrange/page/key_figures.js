@@ -63,8 +63,9 @@ function rounded_text(value, decimals) {
 /** The card with the key figures: a table of the targets and one of all units. */
 class KeyFigures {
   /** `definitions` says which figures there are; `streams` have the rows. */
-  constructor(definitions, streams, axis, parent) {
+  constructor(definitions, streams, axis, parent, pause_ms = 100) {
     this.axis = axis;
+    this.pause_ms = pause_ms;
     this.tables = ["range", "navigation"].map((kind) => this.create_table(kind, definitions, streams));
     this.tables = this.tables.filter((each) => each !== null);
     if (this.tables.length === 0) return;
@@ -112,8 +113,7 @@ class KeyFigures {
 
   /** Computing takes longer than drawing if there are many rows. */
   update_soon() {
-    const pause_ms = 100;
-    this.timer ??= setTimeout(() => this.update(), pause_ms);
+    this.timer ??= setTimeout(() => this.update(), this.pause_ms);
   }
 
   update() {

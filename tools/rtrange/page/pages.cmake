@@ -2,7 +2,7 @@
 
 # The scripts that all pages share, in the order in which a page contains them.
 set(shared_scripts
-  gaps.js traces.js thinning.js palette.js texts.js quality_limits.js plots.js time_axis.js mouse.js
+  gaps.js traces.js thinning.js palette.js texts.js quality_limits.js plots.js time_axis.js mouse.js touch.js
   plot_frame.js quality_bands.js time_plots.js paths.js map.js clipboard.js key_figures.js)
 list(TRANSFORM shared_scripts PREPEND ${CMAKE_CURRENT_LIST_DIR}/)
 set(pages_folder ${CMAKE_CURRENT_LIST_DIR})

@@ -188,7 +188,10 @@ function create_time_plot(plot, axis, qualities, parent) {
   figure.dataset.plot = plot.title;
   figure.classList.add("over-time");
   const columns = () => Math.max(50, Math.round(u.over.clientWidth * devicePixelRatio));
-  const draw = () => u.setData(plot_data(plot.traces, axis.from, axis.to, columns()), true);
+  const draw = () => {
+    plot.prepare_drawing?.(axis);
+    u.setData(plot_data(plot.traces, axis.from, axis.to, columns()), true);
+  };
   const u = new uPlot(plot_options(plot, axis, qualities), [[0], ...plot.traces.map(() => [null])], canvas);
   u.over.addEventListener(
     "wheel",
@@ -198,6 +201,10 @@ function create_time_plot(plot, axis, qualities, parent) {
     },
     { passive: false },
   );
+  listen_to_touch(u.over, {
+    pan: (right) => axis.pan((-right * (axis.to - axis.from)) / u.over.clientWidth),
+    zoom: (factor, x) => axis.zoom(factor, u.posToVal(x, "x")),
+  });
   u.root.style.setProperty("--value-width", `${longest_value(plot)}ch`);
   complete_legend(u, plot.traces);
   keep_fitting(u, canvas, draw);

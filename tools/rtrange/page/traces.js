@@ -3,39 +3,53 @@
 
 const points_per_bucket = 64;
 
-/** The lowest and the highest value of each bucket; Infinity and -Infinity where all are NaN. */
-function summarise(values) {
-  const buckets = Math.ceil(values.length / points_per_bucket);
-  const low = new values.constructor(buckets).fill(Infinity);
-  const high = new values.constructor(buckets).fill(-Infinity);
-  for (let i = 0; i < values.length; ++i) {
-    const bucket = Math.floor(i / points_per_bucket);
-    if (values[i] < low[bucket]) low[bucket] = values[i];
-    if (values[i] > high[bucket]) high[bucket] = values[i];
+/** The rows before new ones by which gaps among the new ones are found. */
+const rows_for_usual_interval = 200;
+
+/** Updates the lowest and the highest value of each bucket from a point on; Infinity and -Infinity where all are NaN. */
+function summarise({ values, summary: { low, high } }, begin) {
+  for (let bucket = Math.floor(begin / points_per_bucket); bucket * points_per_bucket < values.length; ++bucket) {
+    const end = Math.min((bucket + 1) * points_per_bucket, values.length);
+    low[bucket] = Infinity;
+    high[bucket] = -Infinity;
+    for (let i = bucket * points_per_bucket; i < end; ++i) {
+      if (values[i] < low[bucket]) low[bucket] = values[i];
+      if (values[i] > high[bucket]) high[bucket] = values[i];
+    }
   }
-  return { low, high };
 }
 
-/** The indices of values before which the line breaks: after gaps, after NaN, at wraps of an angle. */
-function find_breaks(times, values, is_angle) {
-  const breaks = new Set(rows_after_gaps(times));
-  for (let i = 1; i < values.length; ++i) {
+/** Adds the indices of values, from a point on, before which the line breaks: after gaps, after NaN, at wraps of an angle. */
+function add_breaks({ times, values, breaks, is_angle }, begin) {
+  const longest = longest_interval(times.subarray(Math.max(0, begin - rows_for_usual_interval)));
+  for (let i = Math.max(begin, 1); i < values.length; ++i) {
+    const after_gap = times[i] - times[i - 1] > longest;
     const after_nothing = Number.isNaN(values[i - 1]) && !Number.isNaN(values[i]);
-    if (after_nothing || (is_angle && Math.abs(values[i] - values[i - 1]) > 180)) breaks.add(i);
+    if (after_gap || after_nothing || (is_angle && Math.abs(values[i] - values[i - 1]) > 180)) breaks.push(i);
   }
-  return Uint32Array.from(breaks).sort();
 }
 
 function make_trace(unit, label, times, values, is_angle) {
-  return {
-    unit,
-    label,
-    is_angle,
-    times,
-    values,
-    breaks: find_breaks(times, values, is_angle),
-    summary: summarise(values),
-  };
+  const trace = { unit, label, is_angle, times, values, breaks: [], summary: { low: [], high: [] } };
+  add_breaks(trace, 0);
+  summarise(trace, 0);
+  return trace;
+}
+
+/** Gives a trace columns that begin with those it has. */
+function extend_trace(trace, times, values) {
+  const begin = trace.times.length;
+  Object.assign(trace, { times, values });
+  add_breaks(trace, begin);
+  summarise(trace, begin);
+}
+
+/** Gives a trace columns without its first `count` points, which must be whole buckets. */
+function shorten_trace(trace, count, times, values) {
+  const first = lower_bound(trace.breaks, count + 1);
+  const breaks = trace.breaks.slice(first).map((point) => point - count);
+  for (const bounds of [trace.summary.low, trace.summary.high]) bounds.splice(0, count / points_per_bucket);
+  Object.assign(trace, { times, values, breaks });
 }
 
 /** The index of the first element that is not below the value. */

@@ -98,6 +98,18 @@ std::vector<report_column> position_columns(std::span<const column> table, local
 
 } // namespace
 
+std::vector<std::string> default_fields() {
+    std::vector<std::string> names{"latitude", "longitude"};
+    for (const std::span<const std::string_view> fields :
+         {std::span<const std::string_view>(exact_navigation_fields),
+          std::span<const std::string_view>(navigation_fields),
+          std::span<const std::string_view>(quality_fields),
+          std::span<const std::string_view>(exact_range_fields),
+          std::span<const std::string_view>(range_fields)})
+        names.insert(names.end(), fields.begin(), fields.end());
+    return names;
+}
+
 std::vector<report_column> default_columns(std::span<const column> table, row_kind kind,
                                            local_plane& plane) {
     std::vector<report_column> columns = position_columns(table, plane);

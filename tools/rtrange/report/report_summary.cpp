@@ -1,17 +1,16 @@
 #include "tools/rtrange/report/report_summary.hpp"
 
 #include <cstddef>
-#include <span>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 #include "tools/rtrange/decode_summary.hpp"
+#include "tools/rtrange/report/value_names.hpp"
 #include "tools/rtrange/tables/ipv4.hpp"
 #include "tools/rtrange/tables/key_figures.hpp"
 #include "tools/rtrange/tables/table.hpp"
 #include "version.hpp"
-#include "zel_rt_range_formatter/records/value_names.hpp"
 
 namespace rtrange {
 namespace {
@@ -53,21 +52,6 @@ json steps_as_json(std::uint64_t count, const std::vector<frame_outcomes::time_s
         result["first"].push_back({{"from", seconds_between(zero_ns, step.from_ns)},
                                    {"to", seconds_between(zero_ns, step.to_ns)}});
     return result;
-}
-
-/// The names of values by field, then by value.
-json value_names_as_json() {
-    using namespace zel::toolbox::rt_range;
-    const auto as_json = [](std::span<const value_name> names) {
-        json result = json::object();
-        for (const auto& [value, name] : names)
-            result[std::to_string(value)] = name;
-        return result;
-    };
-    return {{"navigation_status", as_json(navigation_status_names())},
-            {"position_mode", as_json(mode_names())},
-            {"velocity_mode", as_json(mode_names())},
-            {"orientation_mode", as_json(mode_names())}};
 }
 
 json stream_as_json(const report_stream& stream) {

@@ -19,6 +19,8 @@ function show_senders(streams) {
     show_note(`No RCOM packet named these senders as units: ${[...new Set(senders)].join(", ")}.`);
 }
 
+const map_hint = "east and north of the first position  ·  ○ start  ● end  ·  bold: in view";
+
 function start() {
   const summary = JSON.parse(document.getElementById("summary").textContent);
   show_header(summary);
@@ -51,7 +53,7 @@ function start() {
   const parent = document.getElementById("plots");
   const [main_plots, quality_part] = ["", "Data quality"].map((title) => plot_group(title, parent));
   const paths = paths_of(streams);
-  const map = paths.length > 0 ? new MapView(paths, axis, main_plots) : null;
+  const map = paths.length > 0 ? new MapView(paths, axis, main_plots, map_hint) : null;
   const plots = time_plots_of(summary, streams, qualities).map((plot) =>
     create_time_plot(plot, axis, qualities, plot.is_quality ? quality_part : main_plots),
   );

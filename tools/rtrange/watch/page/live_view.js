@@ -1,0 +1,76 @@
+// The parts of the page that depend on which units there are.
+"use strict";
+
+/** The plots over time, each with its traces, of the streams. */
+function live_plots(streams) {
+  return default_plots.map(({ prepare, ...plot }) => {
+    const found = streams.filter(
+      ({ kind, unit, values }) => kind === plot.kind && plot.field in values && !(kind === "range" && unit === "hunter"),
+    );
+    const traces = found.map((stream) => stream.trace(plot.field, plot.is_angle));
+    if (!plot.is_angle) return { ...plot, traces };
+    return { ...plot, ...angle_traces(traces, found) };
+  });
+}
+
+/** Traces that show angles from 0 to 360, or from -180 to 180 if the lines in view then wrap less often. */
+function angle_traces(whole, streams) {
+  const centred = streams.map((stream) => stream.trace(centred_heading, true));
+  const traces = whole.map((trace) => ({ ...trace }));
+  const wraps = (all, { from, to }) =>
+    all.reduce((sum, { times, breaks }) => {
+      const first = lower_bound(breaks, lower_bound(times, from));
+      return sum + lower_bound(breaks, lower_bound(times, to)) - first;
+    }, 0);
+  const prepare_drawing = (axis) => {
+    const chosen = wraps(centred, axis) < wraps(whole, axis) ? centred : whole;
+    chosen.forEach((trace, i) => Object.assign(traces[i], trace));
+  };
+  return { traces, prepare_drawing };
+}
+
+class LiveView {
+  constructor(streams, axis, start) {
+    this.streams = streams;
+    axis.range_listeners.length = axis.cursor_listeners.length = 0;
+    const parent = document.getElementById("plots");
+    const figures = document.getElementById("figures");
+    const key_figures = document.getElementById("key_figures");
+    for (const each of [parent, figures, key_figures]) each.replaceChildren();
+    for (const stream of streams) stream.traces = [];
+    choose_colours(streams);
+    this.figures = this.create_figures(start.value_names, figures);
+    const group = plot_group("", parent);
+    const paths = this.create_paths();
+    this.map = paths.length > 0 ? new LiveMap(paths, axis, group) : null;
+    this.plots = live_plots(streams)
+      .filter(({ traces }) => traces.length > 0)
+      .map((plot) => create_time_plot(plot, axis, [], group));
+    this.key_figures = new KeyFigures(start.key_figures, streams, axis, key_figures, 500);
+    colour_swatches();
+  }
+
+  create_figures(value_names, parent) {
+    const units = [...new Set(this.streams.map(({ unit }) => unit))];
+    const cards = units.map((unit) => {
+      const own = this.streams.filter((stream) => stream.unit === unit).map((stream) => [stream.kind, stream]);
+      return new UnitFigures(unit, Object.fromEntries(own), value_names, parent);
+    });
+    const widths = cards.map(({ card, groups: { length } }) => {
+      card.classList.toggle("narrow", length === 1);
+      return length === 1 ? "minmax(0, 0.55fr)" : "minmax(0, 1fr)";
+    });
+    parent.style.gridTemplateColumns = widths.join(" ");
+    return cards;
+  }
+
+  create_paths() {
+    return this.streams
+      .filter(({ kind, values }) => kind === "navigation" && "east" in values)
+      .map((stream) => stream.trace("east"));
+  }
+
+  destroy() {
+    for (const u of [...this.plots, this.map?.u]) u?.destroy();
+  }
+}
