@@ -27,6 +27,26 @@ double seconds_after(std::uint64_t zero_ns, std::uint64_t time_ns) {
     return static_cast<double>(static_cast<std::int64_t>(time_ns - zero_ns)) * 1e-9;
 }
 
+/// A rounded value, which is not negative if it is zero: "-0.04" with one decimal is "0.0".
+std::string rounded(double value, int decimals) {
+    const std::string text = fmt::format("{:.{}f}", value, decimals);
+    return text.find_first_of("123456789") == std::string::npos && text.starts_with('-')
+               ? text.substr(1)
+               : text;
+}
+
+void print_key_figures(const std::vector<unit_figures>& units) {
+    for (const auto& [unit, figures] : units)
+        for (const auto& [figure, value, time_s] : figures) {
+            print("  {:<{}}  {:<30}  ", unit, longest_ipv4, figure->title);
+            if (value)
+                print("{:>9} {:<5}  at {:9.3f} s\n", rounded(*value, figure->decimals),
+                      figure->unit, time_s);
+            else
+                print("never approached\n");
+        }
+}
+
 std::string repetitions(std::uint64_t count) {
     return count > 1 ? fmt::format(", identified {} times", count) : "";
 }
@@ -66,7 +86,8 @@ std::vector<std::string> run_notes(const frame_decoder& decoder) {
     return notes;
 }
 
-void print_summary(const frame_decoder& decoder, const std::vector<written_table>& tables) {
+void print_summary(const frame_decoder& decoder, const std::vector<written_table>& tables,
+                   const std::vector<unit_figures>& figures) {
     const frame_outcomes& outcomes = decoder.outcomes();
     print("{} frames, {:.3f} s from {}\n", outcomes.frames,
           seconds_after(outcomes.first_time_ns, outcomes.last_time_ns),
@@ -95,6 +116,10 @@ void print_summary(const frame_decoder& decoder, const std::vector<written_table
               utc_text(outcomes.first_steps_back.front().to_ns));
     for (const std::string& note : notes)
         print("  {}\n", note);
+
+    if (!figures.empty())
+        print("\nKey figures\n");
+    print_key_figures(figures);
 
     if (!tables.empty())
         print("\nOutput\n");

@@ -7,6 +7,7 @@
 
 #include "tools/rtrange/frame_decoder.hpp"
 #include "tools/rtrange/outputs/table_output.hpp"
+#include "tools/rtrange/tables/key_figure_collector.hpp"
 
 namespace rtrange {
 
@@ -23,8 +24,10 @@ std::vector<counted_outcome> counted_outcomes(const frame_outcomes& outcomes);
 /// and what the view notes.
 std::vector<std::string> run_notes(const frame_decoder& decoder);
 
-/// Prints the outcomes, the units, the notes, and the tables, if any, with their numbers of rows.
-void print_summary(const frame_decoder& decoder, const std::vector<written_table>& tables);
+/// Prints the outcomes, the units, the notes, the key figures, if any, and the tables, if any, with
+/// their numbers of rows.
+void print_summary(const frame_decoder& decoder, const std::vector<written_table>& tables,
+                   const std::vector<unit_figures>& figures = {});
 
 /// Prints on standard error, one line each, what kept the input from being read to its end. Returns
 /// the exit code of the run.

@@ -10,6 +10,7 @@
 #include "tools/rtrange/decode_summary.hpp"
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/interruption.hpp"
+#include "tools/rtrange/outputs/with_key_figures.hpp"
 #include "tools/rtrange/report/report_output.hpp"
 #include "tools/rtrange/results/default_name.hpp"
 #include "tools/rtrange/results/no_rows.hpp"
@@ -57,12 +58,15 @@ int report(const report_command_options& options) {
     const std::vector<std::string>& fields = options.run.selection.fields;
     run_options run = options.run;
     run.selection.also_fields = {"latitude", "longitude", "source_ip"};
+    for (const char* const name : key_figure_columns)
+        run.selection.also_fields.emplace_back(name);
     frame_decoder decoder(run);
     check_fields(fields, decoder.columns());
     catch_interruptions();
     report_output output({file, options.overwrite, run.captures, run.view, fields},
                          decoder.columns(), decoder.outcomes());
-    const auto faults = decode_captures(captures, decoder, output);
+    with_key_figures rows(output, decoder.columns());
+    const auto faults = decode_captures(captures, decoder, rows);
     end_without_rows(decoder, options.run, faults);
     end_without_shown_rows(decoder, output, faults);
     for (const std::string& fault : faults)
@@ -72,7 +76,7 @@ int report(const report_command_options& options) {
         for (const std::string& note : decoder.notes())
             output.add_note(note + '.');
     output.close();
-    print_summary(decoder, output.tables());
+    print_summary(decoder, output.tables(), rows.figures(decoder.outcomes()));
     print("\nTo view the report, open {} in a browser\n", std::filesystem::absolute(file).string());
     return end_with_faults(faults);
 }

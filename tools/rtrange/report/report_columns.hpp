@@ -8,22 +8,10 @@
 #include <vector>
 
 #include "tools/rtrange/report/local_plane.hpp"
+#include "tools/rtrange/tables/row_kind.hpp"
 #include "tools/rtrange/tables/table.hpp"
 
 namespace rtrange {
-
-/// Which part of a unit's state a row updates. The rest of the row repeats the values of earlier
-/// packets and is not plotted.
-enum class row_kind {
-    navigation, ///< the unit's own NCOM, wrapped or not
-    range,      ///< an extended range packet about the unit
-    rcom        ///< a row of the RCOM table
-};
-
-row_kind kind_of(const table_row& row);
-
-/// The name on the page and in summaries: "navigation", "range" or "rcom".
-std::string_view name_of(row_kind kind);
 
 /// One column of a report.
 struct report_column {

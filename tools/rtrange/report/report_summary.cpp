@@ -8,6 +8,7 @@
 #include "tools/rtrange/decode_summary.hpp"
 #include "tools/rtrange/report/value_names.hpp"
 #include "tools/rtrange/tables/ipv4.hpp"
+#include "tools/rtrange/tables/key_figures.hpp"
 #include "tools/rtrange/tables/table.hpp"
 #include "version.hpp"
 
@@ -87,6 +88,7 @@ std::string report_summary(const frame_outcomes& outcomes, std::uint64_t zero_ns
         {"restarts", steps_as_json(outcomes.restarts, outcomes.first_restarts, zero_ns)},
         {"named_fields", header.named_fields},
         {"value_names", value_names_as_json()},
+        {"key_figures", key_figures_as_json(header.view)},
         {"streams", json::array()},
     };
     for (const auto& stream : streams)

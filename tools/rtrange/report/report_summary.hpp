@@ -21,8 +21,8 @@ struct report_header {
 };
 
 /// A script element with JSON: the header, the outcomes of the frames, the units, the streams and
-/// their columns, and the names of coded values. Times are in seconds from `zero_ns`, like those of
-/// the rows. No text in it can end the element.
+/// their columns, the names of coded values, and the key figures. Times are in seconds from
+/// `zero_ns`, like those of the rows. No text in it can end the element.
 std::string report_summary(const frame_outcomes& outcomes, std::uint64_t zero_ns,
                            const report_header& header,
                            const std::vector<std::unique_ptr<report_stream>>& streams);

@@ -24,7 +24,6 @@ std::optional<stream_key> row_streams::stream_of(const table_row& row) {
 
 /// Unidentified senders are units of their own, as long as there are few.
 std::string row_streams::unit_of(const table_row& row) {
-    constexpr std::size_t most_senders = 8;
     std::string unit(table_descriptions()[row.table].unit);
     if (row.table != unidentified_table)
         return unit;
@@ -33,7 +32,7 @@ std::string row_streams::unit_of(const table_row& row) {
         columns, [](const column& entry) { return std::string_view(entry.name) == "source_ip"; });
     const auto address =
         static_cast<std::uint32_t>(row.cells[static_cast<std::size_t>(source - columns.begin())]);
-    if (senders_.size() < most_senders)
+    if (senders_.size() < most_named_senders)
         senders_.insert(address);
     return senders_.contains(address) ? ipv4_text(address) : unit;
 }

@@ -34,6 +34,10 @@ inline constexpr std::size_t rcom_table = 2 * zel::toolbox::rt_range::unit_count
 inline constexpr std::size_t unidentified_table = rcom_table + 1;
 inline constexpr std::size_t refused_table = rcom_table + 2;
 
+/// Reports and summaries tell this many unidentified senders apart; a capture may contain any
+/// number.
+inline constexpr std::size_t most_named_senders = 8;
+
 /// All tables: for each unit its packets, then its samples; RCOM; unidentified senders; refused
 /// frames.
 const std::array<table_description, table_count>& table_descriptions();

@@ -9,6 +9,7 @@
 
 #include "tools/rtrange/report/value_names.hpp"
 #include "tools/rtrange/tables/ipv4.hpp"
+#include "tools/rtrange/tables/key_figures.hpp"
 #include "version.hpp"
 
 namespace rtrange {
@@ -88,7 +89,7 @@ std::string update_feed::start() const {
                            {"live", run_.live},
                            {"speed", run_.speed},
                            {"value_names", value_names_as_json()},
-                           {"key_figures", json::array()}});
+                           {"key_figures", key_figures_as_json("measured")}});
 }
 
 std::shared_ptr<const update> update_feed::next(std::uint64_t after) {
