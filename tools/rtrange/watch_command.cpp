@@ -14,6 +14,7 @@
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/interruption.hpp"
 #include "tools/rtrange/live_decoding.hpp"
+#include "tools/rtrange/outputs/with_key_figures.hpp"
 #include "tools/rtrange/report/report_columns.hpp"
 #include "tools/rtrange/results/no_rows.hpp"
 #include "tools/rtrange/standard_output.hpp"
@@ -98,17 +99,18 @@ int watch(const watch_options& options) {
     catch_interruptions();
     const auto written = has_tables ? create_output(file, tables, columns) : nullptr;
     watch_output output(history, written.get(), columns);
+    with_key_figures rows(output, decoder.columns());
     watch_follower follower(feed.clock(), history, has_tables);
     server.start();
     announce(server.address());
-    const auto faults = live ? decode_live(*live, decoder, output, &follower)
-                             : decode_captures(captures, decoder, output, &follower);
+    const auto faults = live ? decode_live(*live, decoder, rows, &follower)
+                             : decode_captures(captures, decoder, rows, &follower);
     if (has_tables || !interrupted())
         end_without_rows(decoder, tables.run, faults);
     output.close();
     history.end(faults);
     show_end_until_interrupted();
-    print_summary(decoder, output.tables());
+    print_summary(decoder, output.tables(), rows.figures(decoder.outcomes()));
     return end_with_faults(faults);
 }
 

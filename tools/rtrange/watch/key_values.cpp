@@ -6,6 +6,8 @@
 #include <limits>
 #include <string_view>
 
+#include "tools/rtrange/tables/key_figures.hpp"
+
 namespace rtrange {
 namespace {
 
@@ -17,42 +19,29 @@ row_rating value_of(std::string_view name, std::span<const std::string> columns)
     };
 }
 
-row_rating distance(std::span<const std::string> columns) {
+/// The value that a figure is taken from.
+row_rating value_of(const key_figure& figure, std::span<const std::string> columns) {
     const row_rating x = value_of("range_longitudinal", columns);
-    const row_rating y = value_of("range_lateral", columns);
-    return [x, y](std::span<const double> row) {
-        return std::sqrt(x(row) * x(row) + y(row) * y(row));
-    };
-}
-
-row_rating closing_speed(std::span<const std::string> columns) {
-    const row_rating range = value_of("range_longitudinal", columns);
-    const row_rating rate = value_of("range_rate_longitudinal", columns);
-    return [range, rate](std::span<const double> row) {
-        return range(row) < 0.0 ? rate(row) : -rate(row);
-    };
-}
-
-void add_extremes(const row_rating& value, std::vector<row_rating>& ratings) {
-    ratings.push_back(value);
-    ratings.push_back([value](std::span<const double> row) { return -value(row); });
+    if (figure.value == "distance")
+        return [x, y = value_of("range_lateral", columns)](std::span<const double> row) {
+            return std::sqrt(x(row) * x(row) + y(row) * y(row));
+        };
+    if (figure.value == "closing_speed")
+        return [x, rate = value_of("range_rate_longitudinal", columns)](
+                   std::span<const double> row) { return x(row) < 0.0 ? rate(row) : -rate(row); };
+    return value_of(figure.value, columns);
 }
 
 } // namespace
 
 std::vector<row_rating> key_ratings(row_kind kind, std::span<const std::string> columns) {
     std::vector<row_rating> ratings;
-    if (kind == row_kind::navigation)
-        for (const std::string_view name :
-             {"vehicle_velocity_x_kmh", "accel_x", "accel_y", "rate_z"})
-            add_extremes(value_of(name, columns), ratings);
-    if (kind == row_kind::range) {
-        for (const std::string_view name :
-             {"range_longitudinal", "range_lateral", "ttc_longitudinal", "range_rate_longitudinal"})
-            add_extremes(value_of(name, columns), ratings);
-        add_extremes(distance(columns), ratings);
-        add_extremes(closing_speed(columns), ratings);
-    }
+    for (const key_figure& figure : key_figures())
+        if (figure.kind == kind)
+            ratings.emplace_back([value = value_of(figure, columns),
+                                  which = figure.which](std::span<const double> row) {
+                return rank_of(value(row), which);
+            });
     return ratings;
 }
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/rtrange/report/report_columns.hpp"
+#include "tools/rtrange/tables/row_kind.hpp"
 
 namespace rtrange {
 
