@@ -20,8 +20,9 @@ function summarise({ values, summary: { low, high } }, begin) {
 }
 
 /** Adds the indices of values, from a point on, before which the line breaks: after gaps, after NaN, at wraps of an angle. */
-function add_breaks({ times, values, breaks, is_angle }, begin) {
-  const longest = longest_interval(times.subarray(Math.max(0, begin - rows_for_usual_interval)));
+function add_breaks({ times, values, breaks, is_angle }, begin, least_gap = 0) {
+  const recent = times.subarray(Math.max(0, begin - rows_for_usual_interval));
+  const longest = Math.max(longest_interval(recent), least_gap);
   for (let i = Math.max(begin, 1); i < values.length; ++i) {
     const after_gap = times[i] - times[i - 1] > longest;
     const after_nothing = Number.isNaN(values[i - 1]) && !Number.isNaN(values[i]);
@@ -29,18 +30,18 @@ function add_breaks({ times, values, breaks, is_angle }, begin) {
   }
 }
 
-function make_trace(unit, label, times, values, is_angle) {
+function make_trace(unit, label, times, values, is_angle, least_gap) {
   const trace = { unit, label, is_angle, times, values, breaks: [], summary: { low: [], high: [] } };
-  add_breaks(trace, 0);
+  add_breaks(trace, 0, least_gap);
   summarise(trace, 0);
   return trace;
 }
 
-/** Gives a trace columns that begin with those it has. */
-function extend_trace(trace, times, values) {
+/** Gives a trace columns that begin with those it has. No pause among the others is a gap below `least_gap`, in seconds. */
+function extend_trace(trace, times, values, least_gap) {
   const begin = trace.times.length;
   Object.assign(trace, { times, values });
-  add_breaks(trace, begin);
+  add_breaks(trace, begin, least_gap);
   summarise(trace, begin);
 }
 

@@ -3,18 +3,18 @@
 
 /** Figures from rows with the packet "range". The first one is the largest. */
 const range_figures = [
-  { title: "Longitudinal range", column: "range_longitudinal", unit: "m", decimals: 2 },
-  { title: "Lateral range", column: "range_lateral", unit: "m", decimals: 2 },
+  { title: "Longitudinal range", short: "Longitudinal", column: "range_longitudinal", unit: "m", decimals: 2 },
+  { title: "Lateral range", short: "Lateral", column: "range_lateral", unit: "m", decimals: 2 },
   { title: "Range rate", column: "range_rate_longitudinal", unit: "m/s", decimals: 2 },
-  { title: "Time to collision", column: "ttc_longitudinal", unit: "s", decimals: 2 },
+  { title: "Time to collision", short: "Collision in", column: "ttc_longitudinal", unit: "s", decimals: 2 },
 ];
 
 /** Figures from rows of NCOM. */
 const navigation_figures = [
   { title: "Speed", column: "vehicle_velocity_x_kmh", unit: "km/h", decimals: 1 },
-  { title: "Heading", column: "heading", unit: "°", decimals: 1 },
-  { title: "Position accuracy", column: "position_accuracy_horizontal", unit: "m", decimals: 3 },
-  { title: "Navigation status", column: "navigation_status", is_named: true },
+  { title: "Heading", column: "heading", decimals: 1, is_angle: true },
+  { title: "Position accuracy", short: "Accuracy", column: "position_accuracy_horizontal", unit: "m", decimals: 3 },
+  { title: "Navigation status", short: "Status", column: "navigation_status", is_named: true },
 ];
 
 const longest_silence_s = 1;
@@ -32,7 +32,7 @@ class UnitFigures {
       element("h2", {}, swatch(unit), " ", unit_name(unit), this.quality),
     );
     this.card.dataset.unit = unit;
-    if (range) this.add_group(range, range_figures, "range packets");
+    if (range) this.add_group(range, range_figures, "Ranges");
     if (navigation) this.add_group(navigation, navigation_figures, "NCOM");
     parent.append(this.card);
   }
@@ -49,7 +49,13 @@ class UnitFigures {
   create_figure(figure) {
     const number = element("b");
     const word = element("em");
-    const box = element("div", { className: "value" }, element("span", { textContent: figure.title }), word);
+    const label = element("p", {}, element("span", { textContent: figure.title }), word);
+    // For narrow cards; the style chooses.
+    if (figure.short) {
+      label.firstChild.className = "long";
+      label.prepend(element("span", { className: "short", textContent: figure.short }));
+    }
+    const box = element("div", { className: "value" }, label);
     const line = element("div", {}, number);
     if (figure.unit) line.append(" ", element("small", { textContent: figure.unit }));
     box.append(line);
@@ -76,21 +82,28 @@ class UnitFigures {
     const limit = quality_limits.find(({ field }) => field === figure.column);
     const is_known = value !== undefined && !Number.isNaN(value);
     const is_bad = is_known && limit !== undefined && limit.is_bad(value);
-    box.classList.toggle("bad", is_bad);
+    box.classList.toggle("is_bad", is_bad);
+    box.classList.toggle("unknown", !is_known);
     word.textContent = is_bad ? "bad" : "";
     number.textContent = is_known ? this.text_of(figure, value) : "–";
   }
 
-  text_of({ column, is_named, decimals }, value) {
+  text_of({ column, is_named, is_angle, decimals }, value) {
     if (is_named) return name_of_value(this.value_names[column], value);
-    return rounded_text(value, decimals).replace("-", "−");
+    return `${rounded_text(value, decimals).replace("-", "−")}${is_angle ? "°" : ""}`;
   }
 
+  /** Names the limits that are exceeded, apart from those of figures. */
   show_quality(values, row) {
     const names = quality_limits
-      .filter(({ field, is_bad }) => row >= 0 && values[field] && !Number.isNaN(values[field][row]) && is_bad(values[field][row]))
+      .filter(({ field }) => !navigation_figures.some(({ column }) => column === field))
+      .filter(({ field, is_bad }) => {
+        const value = values[field]?.[row] ?? NaN;
+        return !Number.isNaN(value) && is_bad(value);
+      })
       .map(({ name }) => name);
-    this.quality.textContent = names.length > 0 ? `Bad data: ${names.join(", ")}` : "";
+    this.quality.textContent = names.length > 0 ? `Bad: ${names.join(", ")}` : "";
+    this.quality.title = this.quality.textContent;
   }
 }
 
@@ -103,5 +116,5 @@ function row_time_text(time) {
 function source_text(packets, sender, now) {
   if (!sender) return `${packets}: none`;
   const age = Math.max(0, now - sender.last);
-  return `${packets}: ${count_text(sender.per_second)}/s, last ${seconds_text(age, 2)} ago`;
+  return `${packets}: ${count_text(sender.per_second)}/s · ${seconds_text(age, 2)} ago`;
 }

@@ -3,6 +3,10 @@
 
 const length_s = 600;
 
+/** Older rows come thinned: of each fifth of a second, at least the first and the last. */
+const least_gap_of_thinned_s = 0.5;
+const longest_span_of_whole_s = 1;
+
 /** Headings from -180 to 180 degrees. */
 const centred_heading = "centred_heading";
 
@@ -41,10 +45,12 @@ class LiveStream {
       for (let row = 0; row < count; ++row) this.columns[i][this.rows + row] = column[row] ?? NaN;
     });
     if (this.names.at(-1) === centred_heading) this.append_centred(columns[this.names.indexOf("heading")]);
+    const times = columns[0];
+    const is_thinned = times.at(-1) - times[0] > longest_span_of_whole_s;
     this.rows += count;
     this.update_views();
     for (const { trace, column } of this.traces) {
-      extend_trace(trace, this.values.time, this.values[column]);
+      extend_trace(trace, this.values.time, this.values[column], is_thinned ? least_gap_of_thinned_s : 0);
       this.complete(trace);
     }
   }
@@ -73,7 +79,7 @@ class LiveStream {
   /** A trace of a column that grows and shrinks with the stream. */
   trace(column, is_angle = false) {
     const { unit, values } = this;
-    const trace = make_trace(unit, unit_name(unit), values.time, values[column], is_angle);
+    const trace = make_trace(unit, unit_name(unit), values.time, values[column], is_angle, least_gap_of_thinned_s);
     this.complete(trace);
     this.traces.push({ trace, column });
     return trace;

@@ -108,8 +108,13 @@ class Watch {
 
   show_clock() {
     const time = this.is_paused ? (this.axis.cursor ?? this.axis.end) : this.axis.end;
-    const utc = utc_text(this.status, time);
-    document.getElementById("clock").textContent = `${utc.slice(0, this.is_paused ? 23 : 21)} UTC · ${seconds_text(time, this.is_paused ? 3 : 1)}`;
+    const [date, utc] = utc_text(this.status, time).split(" ");
+    const decimals = this.is_paused ? 3 : 1;
+    const clock = document.getElementById("clock");
+    clock.replaceChildren(
+      element("span", { className: "date", textContent: `${date} ` }),
+      `${utc.slice(0, 9 + decimals)} UTC · ${seconds_text(time, decimals)}`,
+    );
   }
 
   pause() {
