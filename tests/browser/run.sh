@@ -15,4 +15,4 @@ command -v chromium >/dev/null || skip "there is no Chromium"
 command -v node >/dev/null || skip "there is no Node"
 [ -d node_modules/playwright-core ] || skip "there is no playwright-core"
 
-RTRANGE=$rtrange SCREENSHOTS=$screenshots exec node --test --test-concurrency=1 report.test.js key_figures.test.js
+RTRANGE=$rtrange SCREENSHOTS=$screenshots exec node --test --test-concurrency=1 report.test.js key_figures.test.js watch.test.js

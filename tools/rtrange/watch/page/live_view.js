@@ -48,16 +48,6 @@ class LiveView {
       .map((plot) => create_time_plot(plot, axis, [], group));
     this.key_figures = new KeyFigures(start.key_figures, streams, axis, key_figures, 500);
     colour_swatches();
-    this.fit_plots();
-    this.resized = () => this.fit_plots();
-    addEventListener("resize", this.resized);
-  }
-
-  /** Leaves room for two rows of plots below the figures. */
-  fit_plots() {
-    const figures = document.getElementById("figures");
-    const above = figures.offsetTop + figures.offsetHeight - document.getElementById("warnings").offsetHeight;
-    document.getElementById("plots").style.setProperty("--above", `${above}px`);
   }
 
   create_figures(value_names, parent) {
@@ -68,7 +58,7 @@ class LiveView {
     });
     const widths = cards.map(({ card, groups: { length } }) => {
       card.classList.toggle("narrow", length === 1);
-      return length === 1 ? "minmax(0, 0.55fr)" : "minmax(0, 1fr)";
+      return length === 1 ? "minmax(0, 0.6fr)" : "minmax(0, 1fr)";
     });
     parent.style.gridTemplateColumns = widths.join(" ");
     return cards;
@@ -81,7 +71,6 @@ class LiveView {
   }
 
   destroy() {
-    removeEventListener("resize", this.resized);
     for (const u of [...this.plots, this.map?.u]) u?.destroy();
   }
 }

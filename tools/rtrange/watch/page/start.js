@@ -5,6 +5,13 @@ const windows = [30, 60, 120, 300, 600];
 const shortest_redraw_ms = 40;
 const columns_of_plot = 1000;
 
+/** Leaves room for two rows of plots below the figures. Warnings do not change it. */
+function fit_plots() {
+  const figures = document.getElementById("figures");
+  const above = figures.offsetTop + figures.offsetHeight - document.getElementById("warnings").offsetHeight;
+  document.getElementById("plots").style.setProperty("--above", `${above}px`);
+}
+
 class Watch {
   constructor() {
     this.axis = new LiveAxis(() => this.pause());
@@ -16,6 +23,7 @@ class Watch {
       (data) => this.update(data),
     );
     setInterval(() => this.show_state(), 250);
+    new ResizeObserver(fit_plots).observe(document.getElementById("figures"));
     start_theme(() => {
       colour_swatches();
       this.axis.redraw();
