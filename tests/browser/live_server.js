@@ -2,9 +2,13 @@
 
 import { spawn } from "node:child_process";
 
-/** Starts `rtrange watch` and waits until it listens. `url` is the page's; `kill` ends it. */
-export async function start_live(capture, ...options) {
-  const server = spawn(process.env.RTRANGE, ["watch", capture, "--listen", "127.0.0.1:0", ...options]);
+/** Starts `rtrange watch` at a free port and waits until it listens. `url` is the page's; `kill` ends it. */
+export function start_live(capture, ...options) {
+  return start_live_at(0, capture, ...options);
+}
+
+export async function start_live_at(port, capture, ...options) {
+  const server = spawn(process.env.RTRANGE, ["watch", capture, "--listen", `127.0.0.1:${port}`, ...options]);
   let text = "";
   const url = await new Promise((found, failed) => {
     for (const stream of [server.stdout, server.stderr])

@@ -6,7 +6,7 @@ import { join } from "node:path";
 import { after, before, test } from "node:test";
 import { drawn_plots, launch, next_drawing, open_live, point_on, temporary_folder } from "./browser.js";
 import { correct_checksums, keep_frames, run_rtrange } from "./captures.js";
-import { start_live } from "./live_server.js";
+import { start_live, start_live_at } from "./live_server.js";
 import { decode_tables, key_figures_of } from "./tables.js";
 
 const folder = temporary_folder();
@@ -46,8 +46,8 @@ function reached(page, seconds) {
 const warnings = (page) => page.locator("#warnings").innerText();
 
 test("draws all figures and plots at both sizes, in light and dark, without scrolling", () =>
-  with_live(capture, ["--speed", "4"], async (first, { url }) => {
-    await reached(first, 16);
+  with_live(capture, ["--speed", "1"], async (first, { url }) => {
+    await reached(first, 14);
     for (const [width, height] of [
       [1024, 768],
       [1920, 1080],
@@ -192,7 +192,8 @@ test("lets the viewer choose the window, zoom, pan and follow", () =>
     assert.ok(is_paused && to - from < 25, `${to - from} s after a turn of the wheel`);
     await page.click("#pause");
     await page.waitForFunction((time) => watch.axis.to > time, to + 0.5);
-    assert.ok(Math.abs((await view())[1] - (await view())[0] - 30) < 1e-6);
+    const resumed = await view();
+    assert.ok(Math.abs(resumed[1] - resumed[0] - 30) < 1e-6);
 
     const follow = page.locator(".follow");
     await follow.click();
@@ -290,7 +291,7 @@ test("says when the connection is lost, and connects again", async () => {
   await first.kill("SIGKILL");
   await page.waitForFunction(() => /Connection lost; trying again/.test(document.getElementById("warnings").innerText));
   const rows = await page.evaluate(() => watch.streams.get("hunter navigation").rows);
-  const second = await start_live(capture, "--speed", "1", "--listen", `127.0.0.1:${first.port}`);
+  const second = await start_live_at(first.port, capture, "--speed", "1");
   try {
     await page.waitForFunction(() => document.getElementById("warnings").innerText === "");
     await page.waitForFunction(() => watch.status?.now > 0.5);

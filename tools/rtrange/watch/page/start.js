@@ -5,11 +5,10 @@ const windows = [30, 60, 120, 300, 600];
 const shortest_redraw_ms = 40;
 const columns_of_plot = 1000;
 
-/** Leaves room for two rows of plots below the figures. Warnings do not change it. */
+/** Makes two rows of plots as high as the room below the warnings and the figures. */
 function fit_plots() {
-  const figures = document.getElementById("figures");
-  const above = figures.offsetTop + figures.offsetHeight - document.getElementById("warnings").offsetHeight;
-  document.getElementById("plots").style.setProperty("--above", `${above}px`);
+  const { offsetTop, offsetHeight } = document.getElementById("figures");
+  document.getElementById("plots").style.setProperty("--above", `${offsetTop + offsetHeight}px`);
 }
 
 class Watch {
@@ -23,7 +22,8 @@ class Watch {
       (data) => this.update(data),
     );
     setInterval(() => this.show_state(), 250);
-    new ResizeObserver(fit_plots).observe(document.getElementById("figures"));
+    const fitting = new ResizeObserver(fit_plots);
+    for (const id of ["figures", "warnings"]) fitting.observe(document.getElementById(id));
     start_theme(() => {
       colour_swatches();
       this.axis.redraw();
