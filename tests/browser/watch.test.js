@@ -56,10 +56,6 @@ test("draws all figures and plots at both sizes, in light and dark, without scro
         const page = await open_live(browser, url, { width, height, scheme });
         await page.waitForFunction(() => watch.view.figures.every(({ card }) => !/–\n/.test(card.innerText.split("Collision")[0])));
         await next_drawing(page);
-        const plots = await drawn_plots(page);
-        assert.equal(plots.length, 11);
-        for (const { title, pixels } of plots)
-          assert.ok(Math.max(...Object.values(pixels)) > 40, `${title}: ${JSON.stringify(pixels)}`);
         const below = await page.evaluate(() =>
           ["#figures", 'figure[data-plot="Map"]', 'figure[data-plot="Longitudinal range"]', 'figure[data-plot^="Time to"]']
             .map((selector) => document.querySelector(selector).getBoundingClientRect())
@@ -74,6 +70,12 @@ test("draws all figures and plots at both sizes, in light and dark, without scro
         assert.equal(small, 0, "buttons for fingers");
         assert.equal(await warnings(page), "");
         await page.screenshot({ path: join(screenshots, `watch-${width}x${height}-${scheme}.png`) });
+        await page.setViewportSize({ width, height: 3000 });
+        await next_drawing(page);
+        const plots = await drawn_plots(page);
+        assert.equal(plots.length, 11);
+        for (const { title, pixels } of plots)
+          assert.ok(Math.max(...Object.values(pixels)) > 40, `${title}: ${JSON.stringify(pixels)}`);
         assert.deepEqual(page.faults, []);
         await page.close();
       }
@@ -327,7 +329,7 @@ test("keeps ten minutes of rows, and traces that are as if made at once", () =>
       return { differences, most, rows: stream.rows, span: time - stream.values.time[0], breaks: trace.breaks.length };
     });
     assert.deepEqual(result.differences, []);
-    assert.ok(result.breaks > 10 && result.most <= 2 ** 17, JSON.stringify(result));
+    assert.ok(result.breaks > 10 && result.most < 90_000, JSON.stringify(result));
     assert.ok(result.span >= 600 && result.span < 680, JSON.stringify(result));
   }));
 

@@ -189,6 +189,7 @@ function create_time_plot(plot, axis, qualities, parent) {
   figure.classList.add("over-time");
   const columns = () => Math.max(50, Math.round(u.over.clientWidth * devicePixelRatio));
   const draw = () => {
+    if (figure.is_out_of_view) return;
     plot.prepare_drawing?.(axis);
     u.setData(plot_data(plot.traces, axis.from, axis.to, columns()), true);
   };

@@ -6,7 +6,7 @@ const range_figures = [
   { title: "Longitudinal range", short: "Longitudinal", column: "range_longitudinal", unit: "m", decimals: 2 },
   { title: "Lateral range", short: "Lateral", column: "range_lateral", unit: "m", decimals: 2 },
   { title: "Range rate", column: "range_rate_longitudinal", unit: "m/s", decimals: 2 },
-  { title: "Time to collision", short: "Collision in", column: "ttc_longitudinal", unit: "s", decimals: 2 },
+  { title: "Time to collision", short: "TTC", column: "ttc_longitudinal", unit: "s", decimals: 2 },
 ];
 
 /** Figures from rows of NCOM. */

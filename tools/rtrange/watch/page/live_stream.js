@@ -38,9 +38,8 @@ class LiveStream {
   /** Appends rows, given by column. */
   append(columns) {
     const count = columns[0].length;
-    let capacity = this.capacity;
-    while (this.rows + count > capacity) capacity *= 2;
-    if (capacity > this.capacity) this.reserve(capacity);
+    const growth = 1.25;
+    if (this.rows + count > this.capacity) this.reserve(Math.ceil(growth * (this.rows + count)));
     columns.forEach((column, i) => {
       for (let row = 0; row < count; ++row) this.columns[i][this.rows + row] = column[row] ?? NaN;
     });

@@ -29,6 +29,16 @@ function angle_traces(whole, streams) {
   return { traces, prepare_drawing };
 }
 
+/** Saves the drawing of plots that are not on the screen. */
+function draw_only_visible(group, axis) {
+  const observer = new IntersectionObserver((changes) => {
+    for (const { target, isIntersecting } of changes) target.is_out_of_view = !isIntersecting;
+    if (changes.some(({ isIntersecting }) => isIntersecting)) axis.redraw();
+  });
+  for (const figure of group.querySelectorAll("figure.over-time")) observer.observe(figure);
+  return observer;
+}
+
 class LiveView {
   constructor(streams, axis, start) {
     this.streams = streams;
@@ -46,7 +56,8 @@ class LiveView {
     this.plots = live_plots(streams)
       .filter(({ traces }) => traces.length > 0)
       .map((plot) => create_time_plot(plot, axis, [], group));
-    this.key_figures = new KeyFigures(start.key_figures, streams, axis, key_figures, 500);
+    this.seen = draw_only_visible(group, axis);
+    this.key_figures = new KeyFigures(start.key_figures, streams, axis, key_figures, 1000);
     colour_swatches();
   }
 
@@ -71,6 +82,7 @@ class LiveView {
   }
 
   destroy() {
+    this.seen.disconnect();
     for (const u of [...this.plots, this.map?.u]) u?.destroy();
   }
 }
