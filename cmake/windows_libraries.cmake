@@ -1,6 +1,7 @@
 # The libraries of rtrange.exe, as scripts/build-windows-libraries.sh leaves them.
 set(windows_libraries ${PROJECT_SOURCE_DIR}/build/windows-libraries)
-if(NOT EXISTS ${windows_libraries}/licenses/nlohmann-json.txt)
+if(NOT EXISTS ${windows_libraries}/licenses/nlohmann-json.txt
+    OR NOT EXISTS ${windows_libraries}/licenses/cpp-httplib.txt)
   message(FATAL_ERROR "Build the libraries first: scripts/build-windows-libraries.sh")
 endif()
 
@@ -16,3 +17,8 @@ set_target_properties(hdf5::hdf5 PROPERTIES
   IMPORTED_LOCATION ${windows_libraries}/lib/libhdf5.a
   INTERFACE_INCLUDE_DIRECTORIES ${windows_libraries}/include
   INTERFACE_LINK_LIBRARIES "${ZEL_ZLIB};ws2_32")
+
+add_library(httplib::httplib INTERFACE IMPORTED)
+set_target_properties(httplib::httplib PROPERTIES
+  INTERFACE_INCLUDE_DIRECTORIES ${windows_libraries}/include
+  INTERFACE_LINK_LIBRARIES ws2_32)

@@ -29,6 +29,11 @@ std::vector<report_column> shown_columns(std::span<const column> table, row_kind
     std::vector<report_column> columns;
     if (kind != row_kind::rcom)
         columns = default_columns(table, kind, plane);
+    for (report_column& column : columns)
+        if (column.name == "east" || column.name == "north")
+            column.value = [metres = column.value](const table_row& row) {
+                return std::round(metres(row) * 1000.0) / 1000.0;
+            };
     for (report_column& named : columns_of(table, numbers_among(fields, table), kind, plane))
         if (std::ranges::find(columns, named.name, &report_column::name) == columns.end())
             columns.push_back(std::move(named));
