@@ -69,7 +69,7 @@ export async function open_report(browser, file, view = {}) {
 export async function open_live(browser, url, view = {}) {
   const page = await new_page(browser, view, (requested) => [url, `${url}events`].includes(requested));
   await page.goto(url);
-  await page.waitForFunction(() => watch.view?.plots.length === 10);
+  await page.waitForFunction(() => watch.view?.plots.length >= 10);
   await next_drawing(page);
   return page;
 }

@@ -333,6 +333,21 @@ test("keeps ten minutes of rows, and traces that are as if made at once", () =>
     assert.ok(result.span >= 600 && result.span < 680, JSON.stringify(result));
   }));
 
+test("plots named fields, too", () =>
+  with_live(capture, ["--speed", "0", "--fields", "altitude,lane_d5"], async (page) => {
+    await page.waitForFunction(() => watch.status.state === "ended" && watch.view.plots.length === 12);
+    await page.setViewportSize({ width: 1920, height: 3500 });
+    await page.evaluate(() => watch.axis.redraw());
+    await next_drawing(page);
+    const plots = await drawn_plots(page);
+    const units_of = (title) => {
+      const { pixels } = plots.find((plot) => plot.title === title);
+      return Object.keys(pixels).filter((unit) => pixels[unit] > 0);
+    };
+    assert.deepEqual([units_of("lane_d5"), units_of("altitude").length > 0], [["rcom"], true]);
+    assert.equal(await page.locator(".unit").count(), 4);
+  }));
+
 test("waits for the first frame", () =>
   with_live(capture, ["--speed", "0"], async (page) => {
     await page.evaluate(() => {

@@ -13,6 +13,28 @@ function live_plots(streams) {
   });
 }
 
+/** Columns that the page has in any case. All others are fields that the user has named. */
+const own_columns = new Set([
+  ...["time", "east", "north", centred_heading, "orientation_mode", "position_accuracy_down"],
+  ...default_plots.map(({ field }) => field),
+  ...quality_limits.map(({ field }) => field),
+]);
+
+/** Plots of the fields that the user has named. */
+function field_plots(streams) {
+  const fields = new Set(streams.flatMap(({ names }) => names.filter((name) => !own_columns.has(name))));
+  return [...fields].map((field) => {
+    const by_unit = new Map();
+    // All rows of a unit have its latest values, those of NCOM most often.
+    for (const stream of streams)
+      if (field in stream.values && (stream.kind === "navigation" || !by_unit.has(stream.unit)))
+        by_unit.set(stream.unit, stream);
+    if (by_unit.size > 1) by_unit.delete("rcom");
+    const traces = [...by_unit.values()].map((stream) => stream.trace(field));
+    return { title: field, decimals: 3, traces };
+  });
+}
+
 /** Traces that show angles from 0 to 360, or from -180 to 180 if the lines in view then wrap less often. */
 function angle_traces(whole, streams) {
   const centred = streams.map((stream) => stream.trace(centred_heading, true));
@@ -53,7 +75,7 @@ class LiveView {
     const group = plot_group("", parent);
     const paths = this.create_paths();
     this.map = paths.length > 0 ? new LiveMap(paths, axis, group) : null;
-    this.plots = live_plots(streams)
+    this.plots = [...live_plots(streams), ...field_plots(streams)]
       .filter(({ traces }) => traces.length > 0)
       .map((plot) => create_time_plot(plot, axis, [], group));
     this.seen = draw_only_visible(group, axis);
@@ -62,9 +84,10 @@ class LiveView {
   }
 
   create_figures(value_names, parent) {
-    const units = [...new Set(this.streams.map(({ unit }) => unit))];
+    const with_figures = this.streams.filter(({ kind }) => kind !== "rcom");
+    const units = [...new Set(with_figures.map(({ unit }) => unit))];
     const cards = units.map((unit) => {
-      const own = this.streams.filter((stream) => stream.unit === unit).map((stream) => [stream.kind, stream]);
+      const own = with_figures.filter((stream) => stream.unit === unit).map((stream) => [stream.kind, stream]);
       return new UnitFigures(unit, Object.fromEntries(own), value_names, parent);
     });
     const widths = cards.map(({ card, groups: { length } }) => {

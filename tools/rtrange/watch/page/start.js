@@ -73,7 +73,7 @@ class Watch {
     const order = Object.keys(unit_names);
     const place = ({ unit }) => (order.includes(unit) ? order.indexOf(unit) : order.length);
     return [...this.streams.values()]
-      .filter(({ unit, kind }) => kind !== "rcom" && this.is_shown(unit))
+      .filter(({ unit }) => this.is_shown(unit))
       .sort((a, b) => place(a) - place(b));
   }
 
