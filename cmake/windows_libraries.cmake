@@ -16,3 +16,8 @@ set_target_properties(hdf5::hdf5 PROPERTIES
   IMPORTED_LOCATION ${windows_libraries}/lib/libhdf5.a
   INTERFACE_INCLUDE_DIRECTORIES ${windows_libraries}/include
   INTERFACE_LINK_LIBRARIES "${ZEL_ZLIB};ws2_32")
+
+add_library(httplib::httplib INTERFACE IMPORTED)
+set_target_properties(httplib::httplib PROPERTIES
+  INTERFACE_INCLUDE_DIRECTORIES ${windows_libraries}/include
+  INTERFACE_LINK_LIBRARIES ws2_32)

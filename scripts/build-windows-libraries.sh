@@ -77,7 +77,12 @@ hdf5() {
     -DZLIB_LIBRARY=/usr/x86_64-w64-mingw32/lib/libz.a
 }
 
-for package in fmtlib libpcap hdf5; do
+# A header, in which Windows needs no library of its own.
+cpp-httplib() {
+  cp "$work/cpp-httplib/source/httplib.h" "$prefix/include/"
+}
+
+for package in fmtlib libpcap hdf5 cpp-httplib; do
   [ -f "$prefix/versions/$package" ] && continue
   echo "== Building $package for Windows"
   if ! { unpack $package && $package >>"$work/$package.log" 2>&1; }; then

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Sets everything up, builds and runs all tests: the DLL and the Windows package under Wine; natively with
 # ThreadSanitizer, with AddressSanitizer and UndefinedBehaviorSanitizer, with Clang, and as released.
-# Opens reports in Chromium, compares the dissector with the tables, checks the sources with clang-tidy, and fuzzes for
-# half a minute per target.
+# Opens the pages of rtrange in Chromium, compares the dissector with the tables, checks the sources with clang-tidy, and
+# fuzzes for half a minute per target.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

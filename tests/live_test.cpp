@@ -17,8 +17,10 @@
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 
+#include "tests/harness/http_client.hpp"
 #include "tests/harness/pcap.hpp"
 #include "tests/harness/rtrange_program.hpp"
+#include "tests/harness/running_program.hpp"
 
 namespace rtrange_test {
 namespace {
@@ -59,40 +61,6 @@ void send_frames(const fs::path& capture) {
     close(socket);
 }
 
-/// The program at work: started, told to stop, and asked what it said.
-class running_program {
-public:
-    running_program(const fs::path& folder, const std::string& arguments,
-                    const std::string& preparation = "")
-        // The shell hands its process over to the program and tells its number.
-        : pipe_(popen(("cd " + folder.string() + "; echo $$; " + preparation + "exec " RTRANGE " " +
-                       arguments + " 2>&1")
-                          .c_str(),
-                      "r")) {
-        process_ = std::stoi(line());
-    }
-
-    std::string line() {
-        std::array<char, 4096> text{};
-        return std::fgets(text.data(), text.size(), pipe_) != nullptr ? text.data() : "";
-    }
-
-    void signal(int number) const { kill(process_, number); }
-
-    result end() {
-        result result{-1, {}};
-        for (std::string text = line(); !text.empty(); text = line())
-            result.output += text;
-        const int status = pclose(pipe_);
-        result.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-        return result;
-    }
-
-private:
-    FILE* pipe_;
-    pid_t process_ = 0;
-};
-
 /// The columns of a table that do not tell when the frames came in.
 std::vector<std::vector<std::string>> values(const fs::path& file) {
     csv_table table(file);
@@ -130,6 +98,26 @@ TEST_F(live_decoding, gives_what_a_capture_of_the_same_frames_gives) {
             EXPECT_TRUE(values(folder / "live" / table) == values(folder / "capture" / table))
                 << table;
     }
+}
+
+TEST_F(live_decoding, shows_on_a_page_what_it_writes_into_tables) {
+    succeed("decode following.pcap -o capture");
+    running_program program(folder, "watch -i lo --listen 127.0.0.1:0 -o live");
+    const std::string url = program.line();
+    program.line();
+    event_reader events(std::atoi(url.c_str() + url.rfind(':') + 1));
+    EXPECT_EQ(events.next().second["live"], true);
+    page_state page;
+    page.take(events.next().second);
+    EXPECT_TRUE(page.last["zero_ms"].is_null() || page.last["state"] == "running");
+    send_frames(example);
+    while (page.rows[{"target1", "range"}]["time"].size() < 49)
+        page.take(events.next().second);
+    program.signal(SIGINT);
+    const result result = program.end();
+    EXPECT_EQ(result.exit_code, 0) << result.output;
+    EXPECT_TRUE(values(folder / "live/target1.csv") == values(folder / "capture/target1.csv"));
+    EXPECT_NEAR(page.last["now"], page.last["senders"][0]["last"], 5.0);
 }
 
 TEST_F(live_decoding, ends_at_its_time_limit) {

@@ -27,10 +27,9 @@ export function launch() {
   return chromium.launch({ executablePath: "/usr/bin/chromium", args: options });
 }
 
-/** Opens a report and waits until it has drawn. `faults` collects errors and requests for anything else. */
-export async function open_report(browser, file, { width = 1920, height = 1080, scheme = "light" } = {}) {
-  const page = await browser.newPage({ viewport: { width, height }, colorScheme: scheme });
-  const url = `file://${file}`;
+/** A page. `faults` collects errors, and requests that `is_own` does not accept. */
+async function new_page(browser, { width = 1920, height = 1080, scheme = "light", ...options }, is_own) {
+  const page = await browser.newPage({ viewport: { width, height }, colorScheme: scheme, ...options });
   page.faults = [];
   page.on(
     "console",
@@ -41,7 +40,7 @@ export async function open_report(browser, file, { width = 1920, height = 1080, 
   page.on(
     "request",
     (request) =>
-      request.url() !== url &&
+      !is_own(request.url()) &&
       !request.url().startsWith("data:") &&
       page.faults.push(`request: ${request.url()}`),
   );
@@ -53,8 +52,24 @@ export async function open_report(browser, file, { width = 1920, height = 1080, 
       return context.getImageData(0, 0, width, height).data;
     };
   });
+  return page;
+}
+
+/** Opens a report and waits until it has drawn. */
+export async function open_report(browser, file, view = {}) {
+  const url = `file://${file}`;
+  const page = await new_page(browser, view, (requested) => requested === url);
   await page.goto(url);
   await page.waitForFunction(() => window.report);
+  await next_drawing(page);
+  return page;
+}
+
+/** Opens a live page and waits until it has drawn. */
+export async function open_live(browser, url, view = {}) {
+  const page = await new_page(browser, view, (requested) => [url, `${url}events`].includes(requested));
+  await page.goto(url);
+  await page.waitForFunction(() => watch.view?.plots.length >= 10);
   await next_drawing(page);
   return page;
 }
@@ -72,7 +87,8 @@ export function next_drawing(page) {
 /** The plots of a page: title, and the pixels inside of the axes that have each trace's colour. */
 export function drawn_plots(page) {
   return page.evaluate(() => {
-    const all = [...report.plots, report.map?.u];
+    const { plots, map } = window.report ?? watch.view;
+    const all = [...plots, map?.u];
     const count = (figure, colour) => {
       const [red, green, blue] = [1, 3, 5].map((at) => parseInt(colour.slice(at, at + 2), 16));
       const { ctx, bbox } = all.find((u) => figure.contains(u?.root));

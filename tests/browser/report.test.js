@@ -281,7 +281,7 @@ test("labels the map with the one scale that it is drawn with, whatever its size
   }));
 
 test("moves and zooms the map on its own", async () => {
-  await page.evaluate(() => scrollTo(0, 0));
+  await page.locator('figure[data-plot="Map"]').scrollIntoViewIfNeeded();
   const view = () => page.evaluate(() => [report.map.east, report.map.north, report.map.metres_per_pixel()]);
   const time = await ranges(page);
   const whole = await view();
@@ -411,7 +411,7 @@ test("shows its cards whole", async () => {
             .map((card) => card.dataset.card),
         );
         assert.deepEqual(clipped, [], `${width} pixels wide, ${options}`);
-        assert.equal(await shown.locator("article").count(), options.length > 0 ? 4 : 6);
+        assert.equal(await shown.locator("article").count(), options.length > 0 ? 5 : 7);
         const [legends, beyond_edge] = await shown.evaluate(() => [
           report.plots.map(({ root }) => root.querySelector(".u-legend").offsetHeight),
           report.plots.map(({ ctx, bbox, axes: [time] }) => {

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Opens reports in Chromium and checks what a user would see and do. Skipped, with exit code 77,
+# Opens the pages of rtrange in Chromium and checks what a user would see and do. Skipped, with exit code 77,
 # where Chromium, Node or its modules are not installed.
 # usage: run.sh RTRANGE SCREENSHOTS
 set -euo pipefail
@@ -15,4 +15,4 @@ command -v chromium >/dev/null || skip "there is no Chromium"
 command -v node >/dev/null || skip "there is no Node"
 [ -d node_modules/playwright-core ] || skip "there is no playwright-core"
 
-RTRANGE=$rtrange SCREENSHOTS=$screenshots exec node --test report.test.js
+RTRANGE=$rtrange SCREENSHOTS=$screenshots exec node --test --test-concurrency=1 report.test.js key_figures.test.js watch.test.js

@@ -15,24 +15,44 @@
 namespace rtrange {
 namespace {
 
+/// Reads frames until the end of the capture, or until `decode` returns false.
+template <typename Decode>
+void for_each_frame(capture_reader& capture, const Decode& decode) {
+    std::uint64_t frames = 0;
+    while (const auto frame = capture.next()) {
+        if (!decode(*frame))
+            return;
+        ++frames;
+        if (interrupted())
+            throw broken_capture(
+                fmt::format("interrupted in '{}' after frame {}", capture.path().string(), frames));
+    }
+}
+
+void follow_capture(capture_reader& capture, frame_decoder& decoder, table_output& output,
+                    run_follower& follower) {
+    for_each_frame(capture, [&](const captured_frame& frame) {
+        if (!follower.wait_for(frame))
+            return false;
+        decoder.decode(frame, output);
+        follower.finish(frame);
+        return true;
+    });
+}
+
 void decode_capture(capture_reader& capture, frame_decoder& decoder, table_output& output) {
     constexpr std::uint64_t frames_per_update = 1024;
     const std::filesystem::path& file = capture.path();
-    print_progress("Decoding {}\n", file.string());
     std::error_code unknown_size;
     const std::uintmax_t size = std::filesystem::file_size(file, unknown_size);
     progress_bar progress(fmt::format("Decoding {}", file.filename().string()),
                           unknown_size ? 0 : size);
-    std::uint64_t frames = 0;
-    while (const auto frame = capture.next()) {
-        decoder.decode(*frame, output);
-        if (++frames % frames_per_update != 0)
-            continue;
-        progress.update(capture.position());
-        if (interrupted())
-            throw broken_capture(
-                fmt::format("interrupted in '{}' after frame {}", file.string(), frames));
-    }
+    for_each_frame(capture, [&](const captured_frame& frame) {
+        decoder.decode(frame, output);
+        if (frame.number % frames_per_update == 0)
+            progress.update(capture.position());
+        return true;
+    });
 }
 
 /// Throws failure when a capture begins before the end of those that were decoded.
@@ -73,14 +93,19 @@ void check_output(const std::filesystem::path& output,
 }
 
 std::vector<std::string> decode_captures(std::vector<capture_reader>& captures,
-                                         frame_decoder& decoder, table_output& output) {
+                                         frame_decoder& decoder, table_output& output,
+                                         run_follower* follower) {
     std::vector<std::string> faults;
     for (capture_reader& capture : captures) {
         if (interrupted())
             break;
         check_overlap(capture, decoder.outcomes());
+        print_progress("Decoding {}\n", capture.path().string());
         try {
-            decode_capture(capture, decoder, output);
+            if (follower != nullptr)
+                follow_capture(capture, decoder, output, *follower);
+            else
+                decode_capture(capture, decoder, output);
         } catch (const broken_capture& error) {
             faults.push_back(fmt::format("{}; the frames before that are decoded", error.what()));
         }

@@ -8,6 +8,7 @@
 #include "tools/rtrange/captures/capture_reader.hpp"
 #include "tools/rtrange/frame_decoder.hpp"
 #include "tools/rtrange/outputs/table_output.hpp"
+#include "tools/rtrange/run_follower.hpp"
 
 namespace rtrange {
 
@@ -22,8 +23,9 @@ void check_output(const std::filesystem::path& output,
 
 /// Decodes the captures one after the other, as one run, until the end or an interruption. Returns
 /// what kept it from reading them to their end, one line each. Throws failure when one begins
-/// before the end of the others.
+/// before the end of the others. With a follower, there is no progress bar.
 std::vector<std::string> decode_captures(std::vector<capture_reader>& captures,
-                                         frame_decoder& decoder, table_output& output);
+                                         frame_decoder& decoder, table_output& output,
+                                         run_follower* follower = nullptr);
 
 } // namespace rtrange

@@ -1,6 +1,7 @@
 #include "tools/rtrange/command_line.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -12,6 +13,7 @@
 #include <fmt/format.h>
 
 #include "tools/rtrange/captures/compressed_capture.hpp"
+#include "tools/rtrange/command_options.hpp"
 #include "tools/rtrange/completion.hpp"
 #include "tools/rtrange/decode_command.hpp"
 #include "tools/rtrange/failure.hpp"
@@ -21,16 +23,8 @@
 #include "tools/rtrange/plugin_file.hpp"
 #include "tools/rtrange/report_command.hpp"
 #include "tools/rtrange/simulate_command.hpp"
+#include "tools/rtrange/watch_command.hpp"
 #include "version.hpp"
-#include "zel/format_type.h"
-
-/// Arguments are UTF-8. A path made of a plain string would be in the system's code page on
-/// Windows.
-template <>
-bool CLI::detail::lexical_cast(const std::string& argument, std::filesystem::path& file) {
-    file = std::u8string(argument.begin(), argument.end());
-    return true;
-}
 
 namespace rtrange {
 namespace {
@@ -41,124 +35,60 @@ struct command {
     std::function<int()> run; ///< returns the exit code
 };
 
-constexpr const char* plugin_help = "Plug-in file (default: the one installed with rtrange)";
-
-/// Removes the spaces around a name in a list such as "heading, roll".
-std::string without_spaces(const std::string& name) {
-    const std::size_t first = name.find_first_not_of(' ');
-    return first == std::string::npos ? ""
-                                      : name.substr(first, name.find_last_not_of(' ') - first + 1);
-}
-
-/// An option that takes names separated by commas.
-CLI::Option* add_names(CLI::App& parser, const char* option, std::vector<std::string>& names,
-                       const char* help) {
-    return parser.add_option(option, names, help)
-        ->delimiter(',')
-        ->allow_extra_args(false) // a capture may come next
-        ->type_name("NAME,...")
-        ->transform(without_spaces, "");
-}
-
-void add_overwrite(CLI::App& parser, bool& overwrite) {
-    parser.add_flag("--overwrite", overwrite, "Replace an earlier result of rtrange");
-}
-
-void add_selection(CLI::App& parser, selection_options& options) {
-    add_names(parser, "--fields", options.fields, "Only these fields, for example heading,roll")
-        ->check(fault_of_field, "");
-    add_names(parser, "--units", options.units,
-              "Only these units: hunter, target1 to target4, rcom, unidentified")
-        ->check(fault_of_unit, "");
-    parser
-        .add_option("--from", options.from,
-                    "Only rows from this time on: seconds (12.5) or minutes and seconds (1:30) "
-                    "since the first frame, or UTC")
-        ->type_name("TIME")
-        ->check(fault_of_time, "");
-    parser.add_option("--to", options.to, "Only rows before this time")
-        ->type_name("TIME")
-        ->check(fault_of_time, "");
-}
-
-void add_run(CLI::App& parser, run_options& options) {
-    add_selection(parser, options.selection);
-    parser
-        .add_option("--format", options.format,
-                    "Format type of the raw packages that the plug-in is given")
-        ->check(CLI::IsMember({ZEL_FORMAT_TYPE_RTRANGE, ZEL_FORMAT_TYPE_ETH_RTRANGE}))
-        ->capture_default_str();
-    parser
-        .add_option("--view", options.view,
-                    "measured: what the packets say, unknown values empty; record: the plug-in's "
-                    "records bit for bit")
-        ->check(CLI::IsMember({"measured", "record"}))
-        ->capture_default_str();
-    parser
-        .add_option("--restart-gap", options.restart_gap_s,
-                    "Start a new decoder after a gap of this many seconds; 0: never (default: 5; "
-                    "0 in the view record)")
-        ->check(CLI::NonNegativeNumber)
-        ->type_name("SECONDS");
-    parser.add_option("--plugin", options.plugin, plugin_help)->type_name("FILE");
-    parser
-        .add_option("--summary", options.summary,
-                    "Also write the summary of the run to this JSON file, even if the run fails")
-        ->type_name("FILE");
-    parser.add_flag("-q,--quiet", options.quiet, "Print nothing but errors");
-}
-
 command add_decode(CLI::App& app) {
     const auto options = std::make_shared<decode_options>();
     CLI::App* const parser = app.add_subcommand(
         "decode", "Decode captures, or live traffic, into CSV, HDF5 or MATLAB tables");
-    CLI::Option* const captures = parser
-                                      ->add_option("CAPTURE", options->run.captures,
-                                                   "pcap or pcapng files, or - for standard input")
-                                      ->type_name("FILE");
-    CLI::Option* const live =
-        parser
-            ->add_option("-i,--interface", options->interface_name,
-                         "Decode live from this network interface until Ctrl-C")
-            ->check([](const std::string& name) { return name.empty() ? "the name is empty" : ""; },
-                    "")
-            ->type_name("NAME")
-            ->excludes(captures);
-    parser
-        ->add_option("--as", options->kind,
-                     "Output format: a folder of CSV files, an HDF5 file, or a MAT file")
-        ->check(
-            [](const std::string& kind) {
-                return kind == "csv" || kind == "hdf5" || kind == "mat" ? ""
-                                                                        : "use csv, hdf5 or mat";
-            },
-            "{csv,hdf5,mat}")
-        ->capture_default_str();
-    parser
-        ->add_option(
-            "-o,--output", options->output,
-            "Folder of the CSV files, or file (default: run, run.h5 or run.mat for run.pcap)")
-        ->type_name("PATH");
-    parser->add_flag("--samples", options->run.samples,
-                     "Also write the tables of filtered samples (always in the view record)");
-    add_overwrite(*parser, options->overwrite);
+    add_source(*parser, *options);
+    add_tables(*parser, *options,
+               "Folder of the CSV files, or file (default: run, run.h5 or run.mat for run.pcap)");
     add_run(*parser, options->run);
-    parser->callback([captures, live] {
-        if (captures->empty() && live->empty())
-            throw CLI::RequiredError("CAPTURE or --interface");
-    });
     return {parser, [options] { return decode(*options); }};
+}
+
+std::string fault_of_speed(const std::string& text) {
+    double speed = -1.0;
+    if (CLI::detail::lexical_cast(text, speed) && speed >= 0.0 && std::isfinite(speed))
+        return {};
+    return fmt::format("'{}' is not a speed; give 1 for as recorded, 20 for twenty times as fast, "
+                       "or 0 for as fast as possible",
+                       text);
+}
+
+command add_watch(CLI::App& app) {
+    const auto options = std::make_shared<watch_options>();
+    CLI::App* const parser =
+        app.add_subcommand("watch", "Show captures, or live traffic, on a live page in a browser");
+    add_source(*parser, options->decode);
+    parser
+        ->add_option_function<std::string>(
+            "--listen",
+            [options](const std::string& text) {
+                options->listen = parse_listen_address(text).value();
+            },
+            "IP address and port to serve the page at; port 0 for any free one")
+        ->check(fault_of_listen_address, "")
+        ->type_name("ADDRESS:PORT")
+        ->default_str(text_of(options->listen));
+    parser
+        ->add_option("--speed", options->speed,
+                     "How fast captures pass: 1 as recorded, 0 as fast as possible")
+        ->check(fault_of_speed, "")
+        ->type_name("FACTOR")
+        ->capture_default_str();
+    add_tables(*parser, options->decode, "Also write tables: folder of the CSV files, or file");
+    for (const char* const name : {"--as", "--samples", "--overwrite"})
+        parser->get_option(name)->needs("--output");
+    add_content(*parser, options->decode.run.selection);
+    add_decoder(*parser, options->decode.run);
+    return {parser, [options] { return watch(*options); }};
 }
 
 command add_report(CLI::App& app) {
     const auto options = std::make_shared<report_command_options>();
     CLI::App* const parser =
         app.add_subcommand("report", "Plot captures on one HTML page for a browser");
-    parser
-        ->add_option("CAPTURE", options->run.captures,
-                     "pcap or pcapng files, or - for standard input")
-        ->type_name("FILE")
-        ->required();
+    add_captures(*parser, options->run)->required();
     parser
         ->add_option("-o,--output", options->output,
                      "HTML file to write (default: run.html for run.pcap)")
@@ -296,8 +226,8 @@ int run_command_line(const std::vector<std::string>& arguments) {
     app.set_version_flag("--version", ZEL_VERSION);
     app.allow_windows_style_options(false); // a slash begins a path
     format_help(app);
-    const command commands[] = {add_decode(app), add_report(app), add_simulate(app),
-                                add_fields(app), add_info(app)};
+    const command commands[] = {add_decode(app),   add_report(app), add_watch(app),
+                                add_simulate(app), add_fields(app), add_info(app)};
     add_help_footers(app);
     if (!arguments.empty() && arguments.front() == completion_command) {
         print_completions(app, {arguments.begin() + 1, arguments.end()});

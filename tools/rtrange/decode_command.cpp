@@ -1,6 +1,5 @@
 #include "tools/rtrange/decode_command.hpp"
 
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -32,6 +31,8 @@ void check_name(const decode_options& options) {
             fmt::format("'{}' is the name of a MAT file; add --as mat", options.output.string()));
 }
 
+} // namespace
+
 std::filesystem::path output_of(const decode_options& options) {
     if (options.output.empty())
         return default_name(options.run, options.interface_name,
@@ -42,7 +43,6 @@ std::filesystem::path output_of(const decode_options& options) {
     return options.output;
 }
 
-/// Throws usage_failure when the result would replace a capture, or has the name of the summary.
 void check_names(const std::filesystem::path& output, const decode_options& options) {
     check_output(output, options.run.captures);
     check_summary(options.run, output);
@@ -63,6 +63,8 @@ std::unique_ptr<table_output> create_output(const std::filesystem::path& output,
             columns);
     return std::make_unique<csv_output>(output, rules, columns);
 }
+
+namespace {
 
 /// Key figures need columns that a selection of fields may not have.
 bool finds_key_figures(const run_options& options) {

@@ -20,7 +20,8 @@ std::uint64_t now_ns() {
 }
 
 /// Decodes until an interruption or the upper time limit.
-void decode_all(live_capture& capture, frame_decoder& decoder, table_output& output) {
+void decode_all(live_capture& capture, frame_decoder& decoder, table_output& output,
+                run_follower* follower) {
     using clock = std::chrono::steady_clock;
     status_line status;
     auto next_update = clock::now();
@@ -36,6 +37,8 @@ void decode_all(live_capture& capture, frame_decoder& decoder, table_output& out
             return;
         if (frame)
             decoder.decode(*frame, output);
+        if (frame && follower != nullptr)
+            follower->finish(*frame);
         if (clock::now() < next_update)
             continue;
         next_update += std::chrono::seconds(1);
@@ -47,12 +50,12 @@ void decode_all(live_capture& capture, frame_decoder& decoder, table_output& out
 } // namespace
 
 std::vector<std::string> decode_live(live_capture& capture, frame_decoder& decoder,
-                                     table_output& output) {
+                                     table_output& output, run_follower* follower) {
     const std::string& name = capture.interface_name();
     print_progress("Decoding frames from {} until Ctrl-C\n", name);
     std::vector<std::string> faults;
     try {
-        decode_all(capture, decoder, output);
+        decode_all(capture, decoder, output, follower);
     } catch (const broken_capture& error) {
         if (decoder.outcomes().frames == 0)
             throw;

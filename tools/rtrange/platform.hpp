@@ -37,6 +37,15 @@ unsigned long process_id();
 /// The current offset in bytes; -1 for a stream without one, such as a pipe.
 std::int64_t position_in(std::FILE* file);
 
+/// The bytes of an IPv4 or IPv6 address, 4 or 16 in network order; none for other text.
+std::vector<std::uint8_t> bytes_of_ip_address(const std::string& text);
+
+/// Lets a socket listen on a port that was in use until now, and keeps others off that port.
+void prepare_listening_socket(std::intptr_t socket);
+
+/// Why the last call of a socket function failed.
+std::error_code last_socket_error();
+
 /// Whether standard error is a terminal that supports escape sequences.
 bool standard_error_is_terminal();
 

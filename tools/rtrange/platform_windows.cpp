@@ -11,6 +11,8 @@
 #include <pcap/pcap.h>
 #include <sys/stat.h>
 #include <windows.h>
+#include <winsock2.h>
+#include <ws2tcpip.h>
 
 #include <shellapi.h>
 
@@ -88,6 +90,36 @@ unsigned long process_id() {
 
 std::int64_t position_in(std::FILE* file) {
     return _ftelli64(file);
+}
+
+std::vector<std::uint8_t> bytes_of_ip_address(const std::string& text) {
+    std::vector<std::uint8_t> bytes(sizeof(in_addr));
+    if (inet_pton(AF_INET, text.c_str(), bytes.data()) == 1)
+        return bytes;
+    bytes.resize(sizeof(in6_addr));
+    if (inet_pton(AF_INET6, text.c_str(), bytes.data()) == 1)
+        return bytes;
+    return {};
+}
+
+void prepare_listening_socket(std::intptr_t socket) {
+    const BOOL yes = 1;
+    ::setsockopt(static_cast<SOCKET>(socket), SOL_SOCKET, SO_EXCLUSIVEADDRUSE,
+                 reinterpret_cast<const char*>(&yes), sizeof(yes));
+}
+
+std::error_code last_socket_error() {
+    const int error = WSAGetLastError();
+    switch (error) {
+    case WSAEADDRINUSE:
+        return std::make_error_code(std::errc::address_in_use);
+    case WSAEADDRNOTAVAIL:
+        return std::make_error_code(std::errc::address_not_available);
+    case WSAEACCES:
+        return std::make_error_code(std::errc::permission_denied);
+    default:
+        return {error, std::system_category()};
+    }
 }
 
 bool standard_error_is_terminal() {

@@ -12,18 +12,23 @@ namespace {
 
 constexpr double no_value = std::numeric_limits<double>::quiet_NaN();
 
-/// Fields of the default plots, by the kind of row that updates them.
-constexpr std::string_view navigation_fields[]{"vehicle_velocity_x_kmh", "accel_x", "accel_y",
-                                               "rate_z", "heading"};
+/// How the page holds a column.
+enum class storage : std::uint8_t { doubles, floats, runs_of_floats };
+
+/// Fields of the default plots, by the kind of row that updates them. Key figures are made of the
+/// exact ones: floats would round some of them differently from the tables.
+constexpr std::string_view exact_navigation_fields[]{"vehicle_velocity_x_kmh", "accel_x", "accel_y",
+                                                     "rate_z"};
+constexpr std::string_view navigation_fields[]{"heading"};
+constexpr std::string_view exact_range_fields[]{"range_longitudinal", "range_lateral",
+                                                "range_rate_longitudinal", "ttc_longitudinal"};
+constexpr std::string_view range_fields[]{"range_rate_lateral"};
 /// Fields for judging the data. Their values rarely change.
 constexpr std::string_view quality_fields[]{"navigation_status", "position_mode",
                                             "velocity_mode",     "orientation_mode",
                                             "satellites",        "position_accuracy_horizontal",
                                             "differential_age",  "position_accuracy_down",
                                             "checksum_error"};
-constexpr std::string_view range_fields[]{"range_longitudinal", "range_lateral",
-                                          "range_rate_longitudinal", "range_rate_lateral",
-                                          "ttc_longitudinal"};
 
 /// In records, the smallest and the largest double mean "no value".
 double without_markers(double value) {
@@ -68,12 +73,12 @@ void add_column(std::span<const column> table, std::string_view name, bool is_do
 }
 
 void add_columns(std::span<const column> table, std::span<const std::string_view> names,
-                 bool in_runs, std::vector<report_column>& columns) {
+                 storage stored_as, std::vector<report_column>& columns) {
     for (const std::string_view name : names) {
         const std::size_t before = columns.size();
-        add_column(table, name, false, columns);
+        add_column(table, name, stored_as == storage::doubles, columns);
         if (columns.size() > before)
-            columns.back().in_runs = in_runs;
+            columns.back().in_runs = stored_as == storage::runs_of_floats;
     }
 }
 
@@ -93,15 +98,29 @@ std::vector<report_column> position_columns(std::span<const column> table, local
 
 } // namespace
 
+std::vector<std::string> default_fields() {
+    std::vector<std::string> names{"latitude", "longitude"};
+    for (const std::span<const std::string_view> fields :
+         {std::span<const std::string_view>(exact_navigation_fields),
+          std::span<const std::string_view>(navigation_fields),
+          std::span<const std::string_view>(quality_fields),
+          std::span<const std::string_view>(exact_range_fields),
+          std::span<const std::string_view>(range_fields)})
+        names.insert(names.end(), fields.begin(), fields.end());
+    return names;
+}
+
 std::vector<report_column> default_columns(std::span<const column> table, row_kind kind,
                                            local_plane& plane) {
     std::vector<report_column> columns = position_columns(table, plane);
     if (kind == row_kind::range) {
-        add_columns(table, range_fields, false, columns);
+        add_columns(table, exact_range_fields, storage::doubles, columns);
+        add_columns(table, range_fields, storage::floats, columns);
         return columns;
     }
-    add_columns(table, navigation_fields, false, columns);
-    add_columns(table, quality_fields, true, columns);
+    add_columns(table, exact_navigation_fields, storage::doubles, columns);
+    add_columns(table, navigation_fields, storage::floats, columns);
+    add_columns(table, quality_fields, storage::runs_of_floats, columns);
     return columns;
 }
 

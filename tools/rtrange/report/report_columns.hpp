@@ -23,6 +23,9 @@ struct report_column {
     bool in_runs = false; ///< stored as runs of equal values; only with 32 bits
 };
 
+/// The names of all fields that the default plots need.
+std::vector<std::string> default_fields();
+
 /// Columns for the default plots, those of them that a table has. Not for rows of RCOM. The plane
 /// must outlive them.
 std::vector<report_column> default_columns(std::span<const column> table, row_kind kind,

@@ -1,61 +1,34 @@
 #include "tools/rtrange/report/report_output.hpp"
 
-#include <algorithm>
-#include <string_view>
-
 #include <fmt/format.h>
 
 #include "tools/rtrange/report/report_page.hpp"
 #include "tools/rtrange/report/report_summary.hpp"
-#include "tools/rtrange/tables/ipv4.hpp"
 
 namespace rtrange {
-
-namespace {
-
-bool is_samples_table(std::size_t table) {
-    return table < rcom_table && table % 2 == 1;
-}
-
-} // namespace
 
 report_output::report_output(report_options options, const table_columns& columns,
                              const frame_outcomes& outcomes)
     : options_(std::move(options)), columns_(columns), outcomes_(outcomes),
+      rows_(columns, !options_.fields.empty()),
       result_(options_.output, report_page_file, {.overwrite = options_.overwrite}),
       file_(result_.path()) {
     file_.write(report_page_head());
 }
 
 void report_output::write(const table_row& row) {
-    if (is_samples_table(row.table) || row.table == refused_table ||
-        (row.table == rcom_table && options_.fields.empty()))
+    const auto key = rows_.stream_of(row);
+    if (!key)
         return;
     if (streams_.empty())
         zero_ns_ = outcomes_.first_time_ns;
     const auto since_zero = static_cast<std::int64_t>(row.reference_timestamp - zero_ns_);
-    stream_of(row).add(row, static_cast<double>(since_zero) * 1e-9, file_);
+    stream_of(*key, row.table).add(row, static_cast<double>(since_zero) * 1e-9, file_);
 }
 
-/// Unidentified senders are units of their own, as long as there are few.
-std::string report_output::unit_of(const table_row& row) {
-    std::string unit(table_descriptions()[row.table].unit);
-    if (row.table != unidentified_table)
-        return unit;
-    const auto& columns = columns_[row.table];
-    const auto source = std::ranges::find_if(
-        columns, [](const column& entry) { return std::string_view(entry.name) == "source_ip"; });
-    const auto address =
-        static_cast<std::uint32_t>(row.cells[static_cast<std::size_t>(source - columns.begin())]);
-    if (senders_.size() < most_named_senders)
-        senders_.insert(address);
-    return senders_.contains(address) ? ipv4_text(address) : unit;
-}
-
-report_stream& report_output::stream_of(const table_row& row) {
-    const stream_key key{unit_of(row), kind_of(row)};
+report_stream& report_output::stream_of(const stream_key& key, std::size_t table) {
     const auto found = streams_by_key_.find(key);
-    return found != streams_by_key_.end() ? *found->second : open(key, row.table);
+    return found != streams_by_key_.end() ? *found->second : open(key, table);
 }
 
 report_stream& report_output::open(const stream_key& key, std::size_t table) {

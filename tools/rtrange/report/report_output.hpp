@@ -6,9 +6,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "tools/rtrange/frame_outcomes.hpp"
@@ -16,6 +14,7 @@
 #include "tools/rtrange/outputs/table_output.hpp"
 #include "tools/rtrange/report/local_plane.hpp"
 #include "tools/rtrange/report/report_stream.hpp"
+#include "tools/rtrange/report/row_streams.hpp"
 #include "tools/rtrange/results/result_file.hpp"
 #include "tools/rtrange/tables/table.hpp"
 
@@ -47,24 +46,20 @@ public:
     std::vector<written_table> tables() const override;
 
 private:
-    /// One stream per unit and kind of row.
-    using stream_key = std::pair<std::string, row_kind>;
-
-    std::string unit_of(const table_row& row);
-    report_stream& stream_of(const table_row& row);
+    report_stream& stream_of(const stream_key& key, std::size_t table);
     report_stream& open(const stream_key& key, std::size_t table);
 
     report_options options_;
     std::vector<std::string> notes_;
     const table_columns& columns_;
     const frame_outcomes& outcomes_;
+    row_streams rows_;
     result_file result_; // declared before the file, which must be closed first
     output_file file_;
     local_plane plane_;
     std::uint64_t zero_ns_ = 0; ///< origin of the times on the page
     std::vector<std::unique_ptr<report_stream>> streams_;
     std::map<stream_key, report_stream*> streams_by_key_;
-    std::set<std::uint32_t> senders_; ///< unidentified ones with streams of their own
 };
 
 } // namespace rtrange

@@ -1,17 +1,16 @@
 #include "tools/rtrange/report/report_summary.hpp"
 
 #include <cstddef>
-#include <span>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 #include "tools/rtrange/decode_summary.hpp"
+#include "tools/rtrange/report/value_names.hpp"
 #include "tools/rtrange/tables/ipv4.hpp"
 #include "tools/rtrange/tables/key_figures.hpp"
 #include "tools/rtrange/tables/table.hpp"
 #include "version.hpp"
-#include "zel_rt_range_formatter/records/value_names.hpp"
 
 namespace rtrange {
 namespace {
@@ -34,21 +33,6 @@ json outcomes_as_json(const frame_outcomes& outcomes) {
     for (const counted_outcome& outcome : counted_outcomes(outcomes))
         result.push_back({{"count", outcome.count}, {"what", outcome.what}});
     return result;
-}
-
-/// The names of values by field, then by value.
-json value_names_as_json() {
-    using namespace zel::toolbox::rt_range;
-    const auto as_json = [](std::span<const value_name> names) {
-        json result = json::object();
-        for (const auto& [value, name] : names)
-            result[std::to_string(value)] = name;
-        return result;
-    };
-    return {{"navigation_status", as_json(navigation_status_names())},
-            {"position_mode", as_json(mode_names())},
-            {"velocity_mode", as_json(mode_names())},
-            {"orientation_mode", as_json(mode_names())}};
 }
 
 json stream_as_json(const report_stream& stream) {

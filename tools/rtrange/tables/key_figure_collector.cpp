@@ -17,21 +17,6 @@ std::optional<std::size_t> find(const std::vector<column>& columns, std::string_
     return static_cast<std::size_t>(found - columns.begin());
 }
 
-/// Higher for values that come closer to the extreme; NaN for an unknown value.
-double rank_of(double value, extreme which) {
-    switch (which) {
-    case extreme::lowest:
-        return -value;
-    case extreme::highest:
-        return value;
-    case extreme::least_magnitude:
-        return -std::abs(value);
-    case extreme::greatest_magnitude:
-        break;
-    }
-    return std::abs(value);
-}
-
 bool is_packet_table(std::size_t table) {
     return table == unidentified_table || (table < rcom_table && table % 2 == 0);
 }

@@ -1,5 +1,7 @@
 #include "tools/rtrange/tables/key_figures.hpp"
 
+#include <cmath>
+
 #include <nlohmann/json.hpp>
 
 namespace rtrange {
@@ -16,6 +18,20 @@ std::string_view name_of(extreme which) {
         return "greatest_magnitude";
     }
     return "";
+}
+
+double rank_of(double value, extreme which) {
+    switch (which) {
+    case extreme::lowest:
+        return -value;
+    case extreme::highest:
+        return value;
+    case extreme::least_magnitude:
+        return -std::abs(value);
+    case extreme::greatest_magnitude:
+        break;
+    }
+    return std::abs(value);
 }
 
 std::span<const key_figure> key_figures() {

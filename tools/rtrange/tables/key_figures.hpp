@@ -17,6 +17,9 @@ enum class extreme : std::uint8_t { lowest, highest, least_magnitude, greatest_m
 /// For example "least_magnitude".
 std::string_view name_of(extreme which);
 
+/// Higher for values that come closer to the extreme; NaN for an unknown value.
+double rank_of(double value, extreme which);
+
 /// One figure of a unit over a run, or over a part of it.
 struct key_figure {
     std::string_view name;  ///< for example "smallest_time_to_collision"

@@ -19,6 +19,8 @@ function show_senders(streams) {
     show_note(`No RCOM packet named these senders as units: ${[...new Set(senders)].join(", ")}.`);
 }
 
+const map_hint = "east and north of the first position  ·  ○ start  ● end  ·  bold: in view";
+
 function start() {
   const summary = JSON.parse(document.getElementById("summary").textContent);
   show_header(summary);
@@ -47,10 +49,11 @@ function start() {
     show_quality(summary, qualities);
     show_bad_data(qualities, axis);
   }
+  const key_figures = new KeyFigures(summary.key_figures, streams, axis, document.getElementById("key_figures"));
   const parent = document.getElementById("plots");
   const [main_plots, quality_part] = ["", "Data quality"].map((title) => plot_group(title, parent));
   const paths = paths_of(streams);
-  const map = paths.length > 0 ? new MapView(paths, axis, main_plots) : null;
+  const map = paths.length > 0 ? new MapView(paths, axis, main_plots, map_hint) : null;
   const plots = time_plots_of(summary, streams, qualities).map((plot) =>
     create_time_plot(plot, axis, qualities, plot.is_quality ? quality_part : main_plots),
   );
@@ -74,7 +77,7 @@ function start() {
     axis.redraw();
   });
   // For inspection in the browser's console.
-  window.report = { summary, streams, qualities, axis, map, plots };
+  window.report = { summary, streams, qualities, axis, map, plots, key_figures };
 }
 
 start();

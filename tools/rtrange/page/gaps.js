@@ -16,9 +16,14 @@ function usual_interval(times) {
   return intervals[Math.floor(intervals.length * 0.75)] ?? 0;
 }
 
+/** The longest interval that is no gap. */
+function longest_interval(times) {
+  return Math.max(shortest_gap_s, gap_over_usual_interval * usual_interval(times));
+}
+
 /** The indices of the rows that follow a gap. */
 function rows_after_gaps(times) {
-  const longest = Math.max(shortest_gap_s, gap_over_usual_interval * usual_interval(times));
+  const longest = longest_interval(times);
   const rows = [];
   for (let i = 1; i < times.length; ++i) if (times[i] - times[i - 1] > longest) rows.push(i);
   return rows;

@@ -2,20 +2,17 @@
 "use strict";
 
 class MapView {
-  constructor(paths, axis, parent) {
+  constructor(paths, axis, parent, hint) {
     this.paths = paths;
     this.axis = axis;
     this.extent = extent_of(paths);
-    // Fine enough for a view of the whole map. Closer views draw all points.
-    this.spacing =
-      Math.max(this.extent.east - this.extent.west, this.extent.north - this.extent.south) / 3000;
-    for (const path of paths) path.coarse = coarse_points(path, this.spacing);
+    this.find_coarse_points();
     this.east = (this.extent.west + this.extent.east) / 2;
     this.north = (this.extent.south + this.extent.north) / 2;
     this.zoom_factor = 1;
     const { figure, canvas } = plot_frame(
       "Paths (m)",
-      "east and north of the first position  ·  ○ start  ● end  ·  bold: in view",
+      hint,
       parent,
     );
     figure.classList.add("map");
@@ -27,6 +24,13 @@ class MapView {
     keep_fitting(this.u, canvas, () => this.draw());
     axis.range_listeners.push(() => this.draw());
     axis.cursor_listeners.push(() => this.place_markers());
+  }
+
+  /** Fine enough for a view of the whole map. Closer views draw all points. */
+  find_coarse_points() {
+    const { west, east, south, north } = this.extent;
+    this.spacing = Math.max(east - west, north - south) / 3000;
+    for (const path of this.paths) path.coarse = coarse_points(path, this.spacing);
   }
 
   options() {
@@ -109,14 +113,19 @@ class MapView {
     ctx.clip();
     ctx.strokeStyle = ctx.fillStyle = unit_colour(path.unit);
     ctx.lineJoin = "round";
-    ctx.globalAlpha = 0.35;
-    this.stroke(ctx, path, 0, begin, 1.25);
-    this.stroke(ctx, path, end, times.length, 1.25);
-    ctx.globalAlpha = 1;
+    this.draw_rest(ctx, path, begin, end);
     this.stroke(ctx, path, begin, end, 2.5);
-    this.mark_ends(ctx, path);
     ctx.restore();
     return null;
+  }
+
+  /** Draws what is not in the view of the time plots. */
+  draw_rest(ctx, path, begin, end) {
+    ctx.globalAlpha = 0.35;
+    this.stroke(ctx, path, 0, begin, 1.25);
+    this.stroke(ctx, path, end, path.times.length, 1.25);
+    ctx.globalAlpha = 1;
+    this.mark_ends(ctx, path);
   }
 
   stroke(ctx, path, begin, end, width) {
@@ -190,11 +199,16 @@ class MapView {
     return marker;
   }
 
+  /** The point of a path that is marked; -1 if none is. */
+  marked_point(path) {
+    return this.axis.cursor === null ? -1 : point_at(path, this.axis.cursor);
+  }
+
   /** Marks the position of each unit at the time under the cursor. */
   place_markers() {
     this.markers?.forEach((marker, i) => {
       const path = this.paths[i];
-      const point = this.axis.cursor === null ? -1 : point_at(path, this.axis.cursor);
+      const point = this.marked_point(path);
       const visible = point >= 0 && !Number.isNaN(path.values[point]) && this.u.series[i + 1].show;
       marker.hidden = !visible;
       if (!visible) return;
@@ -215,14 +229,24 @@ class MapView {
     over.addEventListener("wheel", (event) => this.zoom_with_wheel(event), { passive: false });
     over.addEventListener("mousedown", (event) => {
       event.preventDefault();
-      const { east, north } = this;
-      const metres = this.metres_per_pixel();
+      let last = event;
       follow_mouse((moved) => {
-        this.east = east - (moved.clientX - event.clientX) * metres;
-        this.north = north + (moved.clientY - event.clientY) * metres;
-        this.draw();
+        this.move(moved.clientX - last.clientX, moved.clientY - last.clientY);
+        last = moved;
       });
     });
+    listen_to_touch(over, {
+      pan: (right, down) => this.move(right, down),
+      zoom: (factor, x, y) => this.zoom(factor, x, y),
+    });
+  }
+
+  /** Moves the map by pixels. */
+  move(right, down) {
+    const metres = this.metres_per_pixel();
+    this.east -= right * metres;
+    this.north += down * metres;
+    this.draw();
   }
 
   /** The time at which a unit was nearest to a point on the map, in pixels; null if none came near. */
@@ -244,15 +268,19 @@ class MapView {
     return time;
   }
 
-  /** Zooms around the point under the mouse. */
   zoom_with_wheel(event) {
     event.preventDefault();
+    this.zoom(wheel_factor(event), event.offsetX, event.offsetY);
+  }
+
+  /** Zooms around a point in pixels. A factor below 1 enlarges. */
+  zoom(factor, x, y) {
     const before = this.metres_per_pixel();
-    this.zoom_factor = Math.min(Math.max(this.zoom_factor / wheel_factor(event), 0.5), 1e5);
+    this.zoom_factor = Math.min(Math.max(this.zoom_factor / factor, 0.5), 1e5);
     const change = before - this.metres_per_pixel();
     const { width, height } = this.size();
-    this.east += (event.offsetX - width / 2) * change;
-    this.north -= (event.offsetY - height / 2) * change;
+    this.east += (x - width / 2) * change;
+    this.north -= (y - height / 2) * change;
     this.draw();
   }
 

@@ -4,16 +4,21 @@
 class TimeAxis {
   /** `begin` and `end` are the times of the whole run in seconds. */
   constructor(begin, end) {
-    this.begin = begin;
-    this.end = end;
-    const span = Math.max(end - begin, 0.01);
-    this.whole = { from: begin - 0.01 * span, to: begin + 1.01 * span };
+    this.set_whole(begin, end);
     this.from = this.whole.from;
     this.to = this.whole.to;
     this.cursor = null;
     this.range_listeners = [];
     this.cursor_listeners = [];
     this.pending = false;
+  }
+
+  /** Sets the times that can be shown. */
+  set_whole(begin, end) {
+    this.begin = begin;
+    this.end = end;
+    const span = Math.max(end - begin, 0.01);
+    this.whole = { from: begin - 0.01 * span, to: begin + 1.01 * span };
   }
 
   /** Shows a range of time. Several calls within an animation frame cause one redraw. */

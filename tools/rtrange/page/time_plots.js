@@ -125,8 +125,9 @@ function legend_label({ names, traces }, trace) {
   return names && traces.length > 4 ? label.replace("Hunter", "H") : label;
 }
 
-function drawing_hooks(plot, qualities) {
-  const draw = [(u) => draw_stripes(u, plot, qualities)];
+function drawing_hooks(plot, axis, qualities) {
+  // The cursor stays at its time when the view changes.
+  const draw = [(u) => draw_stripes(u, plot, qualities), (u) => follow_cursor(u, axis)];
   if (plot.range) draw.push((u) => explain_empty_plot(u, plot));
   return { drawClear: plot.is_quality ? [(u) => draw_bands(u, plot, qualities)] : [], draw };
 }
@@ -140,7 +141,7 @@ function plot_options(plot, axis, qualities) {
     pxAlign: 0,
     paths: line_with_breaks(plot.is_integer),
     value: (u, value, series, point) =>
-      legend_value(plot, trace, point === null ? null : u.posToVal(u.cursor.left, "x")),
+      legend_value(plot, trace, point === null ? null : cursor_time(u, axis)),
   }));
   return {
     width: 300,
@@ -174,7 +175,7 @@ function plot_options(plot, axis, qualities) {
       },
     },
     hooks: {
-      ...drawing_hooks(plot, qualities),
+      ...drawing_hooks(plot, axis, qualities),
       setSelect: [(u) => select_with_mouse(u, axis)],
       setCursor: [(u) => point_with_mouse(u, axis)],
     },
@@ -187,7 +188,11 @@ function create_time_plot(plot, axis, qualities, parent) {
   figure.dataset.plot = plot.title;
   figure.classList.add("over-time");
   const columns = () => Math.max(50, Math.round(u.over.clientWidth * devicePixelRatio));
-  const draw = () => u.setData(plot_data(plot.traces, axis.from, axis.to, columns()), true);
+  const draw = () => {
+    if (figure.is_out_of_view) return;
+    plot.prepare_drawing?.(axis);
+    u.setData(plot_data(plot.traces, axis.from, axis.to, columns()), true);
+  };
   const u = new uPlot(plot_options(plot, axis, qualities), [[0], ...plot.traces.map(() => [null])], canvas);
   u.over.addEventListener(
     "wheel",
@@ -197,6 +202,10 @@ function create_time_plot(plot, axis, qualities, parent) {
     },
     { passive: false },
   );
+  listen_to_touch(u.over, {
+    pan: (right) => axis.pan((-right * (axis.to - axis.from)) / u.over.clientWidth),
+    zoom: (factor, x) => axis.zoom(factor, u.posToVal(x, "x")),
+  });
   u.root.style.setProperty("--value-width", `${longest_value(plot)}ch`);
   complete_legend(u, plot.traces);
   keep_fitting(u, canvas, draw);

@@ -17,10 +17,19 @@ function point_with_mouse(u, axis) {
   if (u.cursor.event) axis.point_to(u.cursor.left >= 0 ? u.posToVal(u.cursor.left, "x") : null);
 }
 
-/** Moves the cursor of a plot to a time that the map has set. */
+/** Moves the cursor of a plot to a time that the map or a key figure has set. */
 function follow_cursor(u, axis) {
   if (document.querySelector(".over-time:hover")) return; // uPlot synchronises the plots
-  u.setCursor({ left: axis.cursor === null ? -10 : u.valToPos(axis.cursor, "x"), top: 0 }, false);
+  const is_visible = axis.cursor !== null && axis.cursor >= axis.from && axis.cursor <= axis.to;
+  u.cursor.event = null; // the cursor is no longer where the mouse was
+  u.setCursor({ left: is_visible ? u.valToPos(axis.cursor, "x") : -10, top: 0 }, false);
+}
+
+/** The time under the cursor of a plot. A cursor that follows is at most half a pixel from its time. */
+function cursor_time(u, axis) {
+  const { left } = u.cursor;
+  const is_at = axis.cursor !== null && Math.abs(u.valToPos(axis.cursor, "x") - left) < 0.5;
+  return is_at ? axis.cursor : u.posToVal(left, "x");
 }
 
 function pan_with_mouse(event, u, axis) {

@@ -1,0 +1,29 @@
+// The time axis of the live page.
+"use strict";
+
+class LiveAxis extends TimeAxis {
+  /** Calls `pause` before a user's action moves the view. */
+  constructor(pause) {
+    super(0, 1);
+    this.pause = pause;
+    this.window_s = 30;
+  }
+
+  /** Shows the window that ends now. */
+  follow(now) {
+    this.set_whole(now - length_s, now);
+    this.whole = { from: now - length_s, to: now };
+    this.from = now - this.window_s;
+    this.to = now;
+    this.redraw();
+  }
+
+  show(from, to) {
+    this.pause();
+    super.show(from, to);
+  }
+
+  show_all() {
+    super.show(this.end - this.window_s, this.end);
+  }
+}

@@ -1,0 +1,196 @@
+#include "tools/rtrange/watch/watch_server.hpp"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include <fmt/format.h>
+#include <httplib.h>
+
+#include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/platform.hpp"
+#include "tools/rtrange/watch/watch_page.hpp"
+
+namespace rtrange {
+namespace {
+
+using clock = std::chrono::steady_clock;
+
+constexpr int most_streams = 32;
+/// Beside the streams, for pages and refusals.
+constexpr int further_threads = 8;
+
+/// The page brings all of its parts along, and nobody may put it into a page of their own.
+constexpr const char* content_security_policy =
+    "default-src 'none'; script-src 'unsafe-inline'; style-src 'unsafe-inline'; img-src data:; "
+    "connect-src 'self'; base-uri 'none'; form-action 'none'; frame-ancestors 'none'";
+
+std::string reason_not_to_listen(const listen_address& address) {
+    const std::error_code error = last_socket_error();
+    if (error == std::errc::address_in_use)
+        return fmt::format("port {} of {} is in use; choose another one, or port 0 for a free one, "
+                           "with --listen",
+                           address.port, address.host);
+    if (error == std::errc::address_not_available)
+        return fmt::format("{} is not an address of this machine; choose one that is with --listen",
+                           address.host);
+    if (error == std::errc::permission_denied)
+        return fmt::format("port {} is reserved; choose one above 1023 with --listen",
+                           address.port);
+    return fmt::format("cannot listen on {}: {}", text_of(address), error.message());
+}
+
+std::size_t size_of_headers(const httplib::Request& request) {
+    std::size_t size = request.target.size();
+    for (const auto& [name, value] : request.headers)
+        size += name.size() + value.size();
+    return size;
+}
+
+/// The status of the answer: 200, or why there is none.
+int status_for(const httplib::Request& request, const listen_address& address) {
+    constexpr std::size_t largest_headers = 16384;
+    if (size_of_headers(request) > largest_headers)
+        return 431;
+    if (request.get_header_value_count("Host") != 1 ||
+        !accepts_host(address, request.get_header_value("Host")))
+        return 403;
+    if (request.method != "GET")
+        return 405;
+    if (request.path != "/" && request.path != "/events")
+        return 404;
+    return request.has_header("Range") ? 416 : 200; // the events have no length
+}
+
+} // namespace
+
+watch_server::watch_server(const listen_address& address, update_feed& feed)
+    : address_(address), feed_(feed), server_(std::make_unique<httplib::Server>()) {
+    server_->new_task_queue = [] {
+        return new httplib::ThreadPool(most_streams + further_threads); // which the server deletes
+    };
+    server_->set_socket_options(
+        [](auto socket) { prepare_listening_socket(static_cast<std::intptr_t>(socket)); });
+    server_->set_tcp_nodelay(true);
+    // One request per connection, so that no idle browser occupies a thread.
+    server_->set_keep_alive_max_count(1);
+    server_->set_keep_alive_timeout(2);
+    server_->set_read_timeout(2);
+    server_->set_write_timeout(0, 200'000); // of one attempt, see send()
+    server_->set_default_headers({{"Content-Security-Policy", content_security_policy},
+                                  {"X-Content-Type-Options", "nosniff"},
+                                  {"Referrer-Policy", "no-referrer"},
+                                  {"Cache-Control", "no-store"}});
+    server_->set_pre_routing_handler([this](const auto& request, auto& response) {
+        answer(request, response);
+        return httplib::Server::HandlerResponse::Handled;
+    });
+    if (address_.port != 0 ? !server_->bind_to_port(address_.host, address_.port)
+                           : (address_.port = server_->bind_to_any_port(address_.host)) < 0)
+        throw failure(reason_not_to_listen(address));
+}
+
+watch_server::~watch_server() {
+    {
+        const std::scoped_lock lock(mutex_);
+        is_stopping_ = true;
+    }
+    stops_.notify_all();
+    server_->stop();
+    if (thread_.joinable())
+        thread_.join();
+}
+
+void watch_server::start() {
+    thread_ = std::thread([this] { server_->listen_after_bind(); });
+    // A server that does not run yet cannot be stopped.
+    while (!server_->is_running())
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+}
+
+void watch_server::answer(const httplib::Request& request, httplib::Response& response) {
+    response.status = status_for(request, address_);
+    if (response.status == 405)
+        response.set_header("Allow", "GET");
+    if (response.status != 200)
+        return;
+    if (request.path == "/")
+        answer_with_page(response);
+    else
+        answer_with_events(response);
+}
+
+void watch_server::answer_with_page(httplib::Response& response) {
+    response.set_content_provider(
+        watch_page().size(), "text/html; charset=utf-8",
+        [this](std::size_t offset, std::size_t size, httplib::DataSink& browser) {
+            return send(browser, watch_page().substr(offset, size));
+        });
+}
+
+void watch_server::answer_with_events(httplib::Response& response) {
+    // Counts the stream until the server destroys the last copy of the function.
+    const std::shared_ptr<void> counted(nullptr, [this](void*) { --streams_; });
+    if (++streams_ > most_streams) {
+        response.status = 503;
+        return;
+    }
+    response.set_content_provider("text/event-stream",
+                                  [this, counted](std::size_t, httplib::DataSink& browser) {
+                                      send_events(browser);
+                                      return false; // ends the connection
+                                  });
+}
+
+void watch_server::send_events(httplib::DataSink& browser) {
+    constexpr std::chrono::milliseconds longest_silence(200);
+    if (!send(browser, feed_.start()))
+        return;
+    std::uint64_t last = 0;
+    clock::time_point next_sign_of_life;
+    do {
+        const auto update = feed_.next(last);
+        if (update->last == last && clock::now() < next_sign_of_life)
+            continue;
+        if (!send(browser, update->text))
+            return;
+        last = update->last;
+        next_sign_of_life = clock::now() + longest_silence;
+    } while (pause());
+}
+
+/// Returns false when the browser does not read, is gone, or is to be disconnected. Writes in
+/// portions that a socket takes at once when it takes any, so that no write lasts long.
+bool watch_server::send(httplib::DataSink& browser, std::string_view text) {
+    constexpr std::size_t portion = 4096;
+    constexpr std::chrono::seconds patience(5);
+    constexpr std::chrono::milliseconds shortest_attempt(100);
+    for (; !text.empty(); text.remove_prefix(std::min(portion, text.size()))) {
+        const auto start = clock::now();
+        for (auto attempt = start; !browser.is_writable(); attempt = clock::now()) {
+            const auto now = clock::now();
+            // An attempt that ends early fails because the browser is gone.
+            if (now - attempt < shortest_attempt || now - start > patience || is_stopping())
+                return false;
+        }
+        if (!browser.write(text.data(), std::min(portion, text.size())))
+            return false;
+    }
+    return !is_stopping();
+}
+
+/// Waits for the next update. Returns false when the server stops.
+bool watch_server::pause() {
+    std::unique_lock lock(mutex_);
+    return !stops_.wait_for(lock, update_feed::interval, [this] { return is_stopping_; });
+}
+
+bool watch_server::is_stopping() {
+    const std::scoped_lock lock(mutex_);
+    return is_stopping_;
+}
+
+} // namespace rtrange
