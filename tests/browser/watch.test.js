@@ -68,6 +68,10 @@ test("draws all figures and plots at both sizes, in light and dark, without scro
             .filter((box) => box.height < 44 || box.width < 44).length,
         );
         assert.equal(small, 0, "buttons for fingers");
+        const cut = await page.evaluate(() =>
+          [...document.querySelectorAll(".value div, .unit h2")].filter((line) => line.scrollWidth > line.clientWidth).length,
+        );
+        assert.equal(cut, 0, "no figure is cut");
         assert.equal(await warnings(page), "");
         await page.screenshot({ path: join(screenshots, `watch-${width}x${height}-${scheme}.png`) });
         await page.setViewportSize({ width, height: 3000 });
@@ -174,6 +178,13 @@ test("computes the key figures of the time in view as the tables have them", () 
           assert.equal(Number(time), expected.time, words);
         }
       }
+      // A click moves the cursor to the moment, and the figures to its row, for the view is paused now.
+      if (from < 0) continue;
+      await page.locator("#key_figures button.figure").first().click();
+      await page.mouse.move(2, 2);
+      await next_drawing(page);
+      assert.equal(await page.evaluate(() => Number(exact_seconds(watch.axis.cursor))), Number(rows[0][4]));
+      assert.ok((await assert_rows(page)).includes(Number(rows[0][4])));
     }
   }));
 

@@ -9,9 +9,9 @@ class LiveAxis extends TimeAxis {
     this.window_s = 30;
   }
 
-  /** Shows the window that ends now. */
-  follow(now) {
-    this.set_whole(now - length_s, now);
+  /** Shows the window that ends now. The rows begin at `first`. */
+  follow(now, first) {
+    this.set_whole(Math.max(first, now - length_s), now);
     this.whole = { from: now - length_s, to: now };
     this.from = now - this.window_s;
     this.to = now;

@@ -102,7 +102,8 @@ class Watch {
       if (is_new) this.axis.redraw();
       return;
     }
-    this.axis.follow(this.status.now);
+    const first = Math.min(this.status.now, ...streams.map(({ values }) => values.time[0]));
+    this.axis.follow(this.status.now, first);
     this.show_rows();
     this.show_clock();
   }
