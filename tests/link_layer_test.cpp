@@ -235,23 +235,23 @@ TEST_F(link_layer, is_refused_by_name_if_it_is_another_one) {
 TEST_F(link_layer, of_a_compressed_capture_comes_after_the_command_that_reads_it) {
     succeed("decode following.pcap -o plain");
     const std::string reads = "read it with: ";
+    const std::string file = "\"hunter's run\""; // without the usual extension
+    const std::string enter = "cd " + folder.string() + " && ";
     for (const std::string packer : {"gzip", "xz", "bzip2", "zstd"}) {
         SCOPED_TRACE(packer);
-        const std::string file = "hunter's run." + packer; // not the usual extension
-        ASSERT_EQ(run("cd " + folder.string() + " && " + packer + " -c < following.pcap > \"" +
-                      file + "\"")
-                      .exit_code,
-                  0);
+        std::string pack = enter + packer;
+        pack += " -c < following.pcap > ";
+        ASSERT_EQ(run(pack += file).exit_code, 0);
         for (const auto& [command, written] :
-             {std::pair<std::string, std::string>{"decode", "stdin/target1.csv"},
-              {"report", "stdin.html"}}) {
-            const result refused = rtrange(command + " \"" + file + "\"");
+             {std::pair<std::string, std::string>{"decode ", "stdin/target1.csv"},
+              {"report ", "stdin.html"}}) {
+            const result refused = rtrange(command + file);
             EXPECT_EQ(refused.exit_code, 1);
             expect_contains(refused.output, {"is compressed with " + packer, reads});
             std::string line = refused.output.substr(refused.output.find(reads) + reads.size());
             line.replace(line.find("rtrange "), 7, program());
             line.replace(line.find('\n'), 1, " --overwrite");
-            const result decoded = run("cd " + folder.string() + " && " + line);
+            const result decoded = run(enter + line);
             EXPECT_EQ(decoded.exit_code, 0) << line << "\n" << decoded.output;
             EXPECT_TRUE(fs::exists(folder / written)) << line;
         }

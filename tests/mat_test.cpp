@@ -2,6 +2,7 @@
 // same capture.
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -120,7 +121,7 @@ protected:
         std::from_chars(cell.data(), cell.data() + cell.size(), expected);
         if (cell.empty() || std::isnan(expected))
             return std::isnan(number);
-        return std::memcmp(&number, &expected, sizeof(number)) == 0;
+        return std::bit_cast<std::uint64_t>(number) == std::bit_cast<std::uint64_t>(expected);
     }
 
     /// Compares a struct with a table, cell by cell.
@@ -150,7 +151,7 @@ TEST_F(mat_output, holds_what_the_csv_tables_hold) {
     // Long enough for a target's packets to fill more than one chunk. One frame is refused.
     succeed("simulate run.pcap --duration 22 --targets 1");
     std::string capture = content(folder / "run.pcap");
-    capture[capture.find("\xE7", capture.size() - 2000)] = 0; // the first byte of an NCOM packet
+    capture[capture.find('\xE7', capture.size() - 2000)] = 0; // the first byte of an NCOM packet
     write(folder / "größer.pcap", capture);
     using names = std::vector<std::string>;
     for (const auto& [view, tables] :
