@@ -7,10 +7,13 @@ string(APPEND copyright "
 The program rtrange contains code from the headers of CLI11, fmt and JSON for Modern C++, and its
 reports contain uPlot. Their licences follow.
 ")
-foreach(file /usr/share/doc/libcli11-dev/copyright /usr/share/doc/libfmt-dev/copyright
-    /usr/share/doc/nlohmann-json3-dev/copyright ${SOURCE_DIR}/third_party/uplot/LICENSE)
-  file(READ ${file} text)
-  string(APPEND copyright "\n${file}:\n\n${text}")
+set(CLI11 /usr/share/doc/libcli11-dev/copyright)
+set(fmt /usr/share/doc/libfmt-dev/copyright)
+set(JSON /usr/share/doc/nlohmann-json3-dev/copyright)
+set(uPlot ${SOURCE_DIR}/third_party/uplot/LICENSE)
+foreach(library CLI11 fmt JSON uPlot)
+  file(READ ${${library}} text)
+  string(APPEND copyright "\n== ${library} ==\n\n${text}")
 endforeach()
 file(WRITE ${folder}/copyright "${copyright}")
 

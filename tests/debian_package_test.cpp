@@ -115,6 +115,8 @@ TEST_F(debian_package, is_the_same_when_packed_again) {
     // Packing copies, strips and compresses; here at another time, with other rights of new files.
     const fs::path again = pack("linux", "'TGZ;DEB'", "packed again", "umask 077; TZ=Asia/Tokyo ");
     EXPECT_EQ(content(again / "SHA256SUMS"), content(packages / "SHA256SUMS"));
+    // In another folder, it would differ.
+    EXPECT_EQ(run("grep -rlF " + quoted(source) + " " + quoted(root)).output, "");
 }
 
 } // namespace

@@ -7,7 +7,7 @@ namespace rtrange {
 std::filesystem::path default_plugin_file() {
     const std::filesystem::path folder = program_file().parent_path();
     for (const char* const packaged : {"plugin", "lib/rtrange"}) {
-        const std::filesystem::path file = folder.parent_path() / packaged / PLUGIN_NAME;
+        std::filesystem::path file = folder.parent_path() / packaged / PLUGIN_NAME;
         if (exists(file))
             return file;
     }
