@@ -1,13 +1,12 @@
 #!/usr/bin/env bash
 # Installs what the build needs, on Debian. Does nothing when all of it is there.
-# usage: install-packages.sh [--with-windows] [--with-clang] [--with-browser] [--with-wireshark]
+# usage: install-packages.sh [--with-windows] [--with-clang] [--with-browser] [--with-test-tools]
 set -euo pipefail
 
 packages=(
   g++ cmake ninja-build git pkg-config ca-certificates
   libpcap-dev libcli11-dev libfmt-dev libhdf5-dev nlohmann-json3-dev libcpp-httplib-dev
-  libgtest-dev googletest libbenchmark-dev libmatio-dev bzip2 xz-utils zstd parallel
-  dpkg-dev help2man man-db lintian bash-completion
+  libgtest-dev googletest libbenchmark-dev libmatio-dev dpkg-dev help2man
 )
 for option in "$@"; do
   case $option in
@@ -20,7 +19,9 @@ for option in "$@"; do
     # Whoever has npm from elsewhere has Node with it.
     command -v npm >/dev/null || packages+=(nodejs npm)
     ;;
-  --with-wireshark) packages+=(tshark python3) ;;
+  --with-test-tools)
+    packages+=(bash-completion bzip2 lintian man-db parallel python3 tshark xz-utils zstd)
+    ;;
   *) echo "install-packages.sh: unknown option $option" >&2 && exit 2 ;;
   esac
 done

@@ -22,7 +22,7 @@ refuse_skips() { # preset
   fi
 }
 
-scripts/install-packages.sh --with-windows --with-clang --with-browser --with-wireshark
+scripts/install-packages.sh --with-windows --with-clang --with-browser --with-test-tools
 scripts/build-windows-libraries.sh
 scripts/prepare-wine.sh
 echo "== Installing what the browser's tests need, in tests/browser/node_modules"

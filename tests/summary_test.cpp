@@ -30,6 +30,9 @@ std::vector<std::string> terminal_lines(const json& summary) {
         {"not_udp", "foreign: not UDP"},
         {"other_ports", "foreign: other UDP ports"},
         {"ignored_rcom", "ignored: RCOM"},
+        {"with_vlan_tag", "with a VLAN tag"},
+        {"linux_cooked", "with a Linux cooked header"},
+        {"raw_ip", "without an Ethernet header"},
         {"cut", "cut short when recorded"}};
     for (const auto& [name, what] : outcomes)
         if (const int count = summary["frames"][name].get<int>(); count > 0)

@@ -46,6 +46,8 @@ constexpr command_examples examples[] = {
                "  rtrange decode --interface eth0 --output run"},
     {"report", "  rtrange report run.pcap\n"
                "  rtrange report run.pcap --fields satellites,position_accuracy_horizontal"},
+    {"watch", "  rtrange watch --interface eth0 --output run\n"
+              "  rtrange watch run.pcap --speed 20"},
     {"simulate", "  rtrange simulate run.pcap --scenario crossing --duration 60 --targets 2"},
     {"fields", "  rtrange fields | grep accuracy"},
 };

@@ -75,6 +75,9 @@ json frames_as_json(const frame_outcomes& outcomes) {
             {"other_ports", outcomes.other_ports},
             {"ignored_rcom", outcomes.ignored_rcom},
             {"refused", refused},
+            {"with_vlan_tag", outcomes.with_vlan_tag},
+            {"linux_cooked", outcomes.linux_cooked},
+            {"raw_ip", outcomes.raw_ip},
             {"cut", outcomes.cut}};
 }
 
