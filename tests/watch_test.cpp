@@ -226,7 +226,7 @@ TEST_F(watching, keeps_the_extremes_of_thinned_rows_for_those_who_come_late) {
                 values.push_back(value_of(table, row, name));
             return extremes(values);
         };
-        const auto kept = [&](const char* name) { return extremes(columns.at(name)); };
+        const auto kept = [&shown = columns](const char* name) { return extremes(shown.at(name)); };
         if (of_range) {
             EXPECT_EQ(kept("ttc_longitudinal").first, all("ttc_longitudinal").first);
             EXPECT_EQ(kept("range_longitudinal").first, all("range_longitudinal").first);

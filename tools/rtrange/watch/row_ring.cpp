@@ -79,8 +79,7 @@ void row_ring::thin(numbered_rows& rows) const {
         kept.push_back(best);
     }
     std::ranges::sort(kept);
-    const auto repeated = std::ranges::unique(kept);
-    kept.erase(repeated.begin(), repeated.end());
+    kept.erase(std::unique(kept.begin(), kept.end()), kept.end());
     for (std::size_t to = 0; to < kept.size(); ++to) {
         rows.numbers[to] = rows.numbers[kept[to]];
         std::ranges::copy(row(rows, kept[to]),
