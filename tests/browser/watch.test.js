@@ -85,6 +85,39 @@ test("draws all figures and plots at both sizes, in light and dark, without scro
       }
   }));
 
+test("cuts no figure of four targets that are far away", async () => {
+  const far = join(folder, "oncoming.pcap");
+  run_rtrange("simulate", far, "--scenario", "oncoming", "--duration", "45", "--targets", "4");
+  await with_live(far, ["--speed", "0"], async (page) => {
+    await page.waitForFunction(() => watch.status.state === "ended");
+    const cut = () =>
+      page.evaluate(() =>
+        [...document.querySelectorAll(".value div, .value b, .value small, .source, .unit h2, #clock, #state, header")]
+          .filter((box) => box.scrollWidth > box.clientWidth && getComputedStyle(box).display !== "inline")
+          .map((box) => `${box.closest("article")?.dataset.unit} ${box.innerText}`),
+      );
+    for (const [width, height] of [
+      [1024, 768],
+      [768, 1024],
+    ]) {
+      await page.setViewportSize({ width, height });
+      await next_drawing(page);
+      assert.deepEqual(await cut(), [], `${width} × ${height}`);
+      await page.screenshot({ path: join(screenshots, `watch-oncoming-${width}x${height}.png`) });
+      const sizes = await page.evaluate(() =>
+        [...document.querySelectorAll(".value b")].map((number) => parseFloat(getComputedStyle(number).fontSize)),
+      );
+      assert.ok(Math.min(...sizes) >= 13, `${sizes}`);
+      assert.equal(await page.locator("#figures, #clock").evaluateAll((boxes) => boxes.filter((box) => box.getBoundingClientRect().right > innerWidth).length), 0);
+    }
+    const shown = await figures_of(page);
+    const { range_longitudinal, range_lateral, range_rate_longitudinal } = shown.find(({ unit, kind }) => unit === "target1" && kind === "range").values;
+    assert.match(range_longitudinal, /^−\d{4}$/);
+    assert.match(range_lateral, /^−\d{3}\.\d$/);
+    assert.match(range_rate_longitudinal, /^−\d\d\.\d\d$/);
+  }, { width: 1024, height: 768 });
+});
+
 /** The figures shown: of each unit and kind of rows the time, and the texts by column. */
 function figures_of(page) {
   return page.evaluate(() =>
@@ -115,7 +148,8 @@ async function assert_rows(page) {
       if (column === "navigation_status") assert.equal(shown, { 3: "locking", 4: "locked" }[row[column]], words);
       else if (shown === "–") assert.equal(row[column], "", words);
       else {
-        const decimals = shown.match(/\.(\d+)°?$/)[1].length;
+        const decimals = shown.match(/\.(\d+)°?$/)?.[1].length ?? 0;
+        assert.ok(decimals > 0 || Math.abs(row[column]) > 999, words);
         const difference = parseFloat(shown.replace("−", "-")) - Number(row[column]);
         assert.ok(row[column] !== "" && Math.abs(difference) <= 0.5000001 * 10 ** -decimals, words);
       }

@@ -18,6 +18,7 @@ const navigation_figures = [
 ];
 
 const longest_silence_s = 1;
+const most_digits = 4;
 
 /** The card of a unit. `range` and `navigation` are its streams; either may be missing. */
 class UnitFigures {
@@ -35,6 +36,7 @@ class UnitFigures {
     if (range) this.add_group(range, range_figures, "Ranges");
     if (navigation) this.add_group(navigation, navigation_figures, "NCOM");
     parent.append(this.card);
+    new ResizeObserver(() => this.fit()).observe(this.card);
   }
 
   add_group(stream, figures, packets) {
@@ -60,7 +62,7 @@ class UnitFigures {
     if (figure.unit) line.append(" ", element("small", { textContent: figure.unit }));
     box.append(line);
     box.dataset.column = figure.column;
-    return { figure, box, number, word };
+    return { figure, box, line, number, word };
   }
 
   /** Shows the rows at a time. `senders` are those of the last update. */
@@ -76,6 +78,7 @@ class UnitFigures {
         : source_text(packets, sender, now);
       if (stream.kind === "navigation") this.show_quality(stream.values, row);
     }
+    this.fit();
   }
 
   show_figure({ figure, box, number, word }, value) {
@@ -90,7 +93,21 @@ class UnitFigures {
 
   text_of({ column, is_named, is_angle, decimals }, value) {
     if (is_named) return name_of_value(this.value_names[column], value);
-    return `${rounded_text(value, decimals).replace("-", "−")}${is_angle ? "°" : ""}`;
+    return `${short_text(value, decimals).replace("-", "−")}${is_angle ? "°" : ""}`;
+  }
+
+  /** Shrinks the figures until none is wider than its place. Texts of the same lengths are equally wide. */
+  fit() {
+    const lines = this.groups.flatMap(({ shown }) => shown.map(({ line }) => line));
+    const lengths = lines.map(({ textContent }) => textContent.length);
+    const is_fitted = this.fitted_width === this.card.clientWidth;
+    if (is_fitted && lengths.every((length, i) => length <= this.longest[i])) return;
+    this.longest = is_fitted ? lengths.map((length, i) => Math.max(length, this.longest[i])) : lengths;
+    this.fitted_width = this.card.clientWidth;
+    const [step, smallest] = [0.95, 0.3];
+    let size = 1;
+    do this.card.style.setProperty("--fit", size);
+    while (lines.some((line) => line.scrollWidth > line.clientWidth) && (size *= step) > smallest);
   }
 
   /** Names the limits that are exceeded, apart from those of figures. */
@@ -105,6 +122,13 @@ class UnitFigures {
     this.quality.textContent = names.length > 0 ? `Bad: ${names.join(", ")}` : "";
     this.quality.title = this.quality.textContent;
   }
+}
+
+/** The decimals that a figure has room for: the greater the value, the fewer. */
+function short_text(value, decimals) {
+  const text = rounded_text(value, decimals);
+  const is_short = decimals === 0 || text.replace(/\D/g, "").length <= most_digits;
+  return is_short ? text : short_text(value, decimals - 1);
 }
 
 /** At least microseconds, as in the tables. */
