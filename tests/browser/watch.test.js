@@ -192,6 +192,7 @@ test("computes the key figures of the time in view as the tables have them", () 
   with_live(capture, ["--speed", "0"], async (page) => {
     await page.waitForFunction(() => watch.status.state === "ended");
     assert.equal(await warnings(page).then((text) => text.trim()), "End of the capture");
+    for (const { source } of await figures_of(page)) assert.match(source, /^(NCOM|Ranges): last at 59\.9\d\d s$/);
     await page.click("#windows button:nth-child(3)");
     const names = { Hunter: "hunter", "Target 1": "target1", "Target 2": "target2", "Target 3": "target3" };
     for (const [from, to] of [
@@ -338,10 +339,29 @@ test("says when the connection is lost, and connects again", async () => {
   await first.kill("SIGKILL");
   await page.waitForFunction(() => /Connection lost; trying again/.test(document.getElementById("warnings").innerText));
   const rows = await page.evaluate(() => watch.streams.get("hunter navigation").rows);
+
+  // Figures without a connection are old: none has a colour of live ones or a rate, and their ages go on.
+  const ages = async () => {
+    const sources = await page.locator(".source").allInnerTexts();
+    return sources.map((text) => Number(text.match(/^(?:NCOM|Ranges): (\d+\.\d\d) s ago$/)[1]));
+  };
+  await page.waitForFunction(() => document.querySelector("#figures.old"));
+  const colours = () =>
+    page.evaluate(() => [...new Set([...document.querySelectorAll(".value b")].map((number) => getComputedStyle(number).color))]);
+  const lost_colours = await colours();
+  assert.equal(lost_colours.length, 1);
+  const [early] = await ages();
+  await page.waitForTimeout(1000);
+  const [late] = await ages();
+  assert.ok(late > early + 0.5 && late < early + 2, `${early} s, then ${late} s`);
+  await page.screenshot({ path: join(screenshots, "watch-lost.png") });
+
   const second = await start_live_at(first.port, capture, "--speed", "1");
   try {
     await page.waitForFunction(() => document.getElementById("warnings").innerText === "");
     await page.waitForFunction(() => watch.status?.now > 0.5);
+    assert.notDeepEqual(await colours(), lost_colours);
+    assert.match((await page.locator(".source").allInnerTexts()).join(), /\d+\/s · /);
     const now = await page.evaluate(() => [watch.status.now, watch.streams.get("hunter navigation").rows]);
     assert.ok(now[0] < 6 && now[1] < rows, `rows of the earlier run are forgotten: ${now}, ${rows}`);
     // The browser itself reports the connections that failed.

@@ -65,17 +65,17 @@ class UnitFigures {
     return { figure, box, line, number, word };
   }
 
-  /** Shows the rows at a time. `senders` are those of the last update. */
-  show(time, now, senders, is_paused) {
+  /** Shows the rows at a time. */
+  show(time, reception, is_paused) {
     for (const { stream, shown, group, source, packets } of this.groups) {
       const row = stream.row_at(time);
-      const sender = senders.find(({ unit, kind }) => unit === stream.unit && kind === stream.kind);
+      const sender = reception.senders.find(({ unit, kind }) => unit === stream.unit && kind === stream.kind);
       for (const each of shown) this.show_figure(each, stream.values[each.figure.column]?.[row]);
       const row_time = stream.values.time[row];
       group.classList.toggle("old", !(time - row_time <= longest_silence_s));
       source.textContent = is_paused
         ? `${packets}: row at ${row_time === undefined ? "–" : row_time_text(row_time)}`
-        : source_text(packets, sender, now);
+        : source_text(packets, sender, reception);
       if (stream.kind === "navigation") this.show_quality(stream.values, row);
     }
     this.fit();
@@ -137,8 +137,10 @@ function row_time_text(time) {
   return seconds_text(time, Math.max(6, digits.length));
 }
 
-function source_text(packets, sender, now) {
+/** When packets last came and, as long as more may come, how many come per second. */
+function source_text(packets, sender, { now, is_lost, has_ended }) {
   if (!sender) return `${packets}: none`;
-  const age = Math.max(0, now - sender.last);
-  return `${packets}: ${count_text(sender.per_second)}/s · ${seconds_text(age, 2)} ago`;
+  if (has_ended) return `${packets}: last at ${seconds_text(sender.last)}`;
+  const age = `${seconds_text(Math.max(0, now - sender.last), 2)} ago`;
+  return is_lost ? `${packets}: ${age}` : `${packets}: ${count_text(sender.per_second)}/s · ${age}`;
 }

@@ -21,7 +21,7 @@ class Watch {
       (data) => this.start(data),
       (data) => this.update(data),
     );
-    setInterval(() => this.show_state(), 250);
+    setInterval(() => this.check(), 250);
     const fitting = new ResizeObserver(fit_plots);
     for (const id of ["figures", "warnings"]) fitting.observe(document.getElementById(id));
     start_theme(() => {
@@ -111,8 +111,18 @@ class Watch {
   /** The large figures: the latest ones or, while paused, those at the cursor. */
   show_rows() {
     const time = this.is_paused ? (this.axis.cursor ?? this.axis.end) : this.axis.end;
-    for (const unit of this.view?.figures ?? []) unit.show(time, this.axis.end, this.status.senders, this.is_paused);
+    const reception = this.reception();
+    document.getElementById("figures").classList.toggle("old", reception.is_lost);
+    for (const unit of this.view?.figures ?? []) unit.show(time, reception, this.is_paused);
     if (this.is_paused) this.show_clock();
+  }
+
+  /** What is known of the senders now. Without a connection, time goes on since the last update. */
+  reception() {
+    const { senders, now, state } = this.status;
+    const is_lost = this.connection.is_lost;
+    const since_s = is_lost ? (performance.now() - this.connection.last_event) / 1000 : 0;
+    return { senders, now: now + since_s, is_lost, has_ended: state === "ended" };
   }
 
   show_clock() {
@@ -166,6 +176,12 @@ class Watch {
     );
     if (this.is_paused) this.axis.show_all();
     else this.draw();
+  }
+
+  /** Shows what changes without an update: the connection, and the ages of figures. */
+  check() {
+    this.show_state();
+    if (this.status?.now != null) this.show_rows();
   }
 
   show_state() {
