@@ -158,6 +158,23 @@ async function assert_rows(page) {
   });
 }
 
+/** Compares the figures, and the legend of a plot, with the rows that are nearest to the cursor. */
+async function assert_nearest_rows(page) {
+  const cursor = await page.evaluate(() => watch.axis.cursor);
+  const times = await assert_rows(page);
+  const figures = await figures_of(page);
+  figures.forEach(({ unit, kind }, i) => {
+    const rows = tables[unit].filter(({ packet }) => (packet === "range") === (kind === "range"));
+    const least = Math.min(...rows.map(({ time_s }) => Math.abs(time_s - cursor)));
+    assert.ok(Math.abs(Math.abs(times[i] - cursor) - least) < 1e-8, `${unit} ${kind}: ${times[i]}, ${cursor}`);
+  });
+  const legend = await page.locator('figure[data-plot="Longitudinal range"] .u-value').allInnerTexts();
+  const ranges = figures.filter(({ kind }) => kind === "range").map(({ values }) => values.range_longitudinal);
+  const number = (text) => Number(text.replace("−", "-"));
+  const is_same = (text, i) => Math.abs(number(text) - number(ranges[i])) < 0.0101; // halves are rounded differently
+  assert.ok(legend.slice(-3).every(is_same), `${legend}, ${ranges}`);
+}
+
 test("shows at a paused moment the values of single rows of the tables", () =>
   with_live(capture, ["--speed", "3"], async (page) => {
     await reached(page, 13);
@@ -178,9 +195,14 @@ test("shows at a paused moment the values of single rows of the tables", () =>
     await next_drawing(page);
     const cursor = await page.evaluate(() => watch.axis.cursor);
     assert.ok(cursor < before_wait[0] - 1);
-    for (const time of await assert_rows(page)) assert.ok(time <= cursor && time > cursor - 0.3, `${time}, ${cursor}`);
+    await assert_nearest_rows(page);
     assert.equal(await page.locator(".marker:visible").count(), 4);
     await page.mouse.move(2, 2);
+    for (const time of [10.002, 10.008]) {
+      await page.evaluate((at) => watch.axis.point_to(at), time);
+      await next_drawing(page);
+      await assert_nearest_rows(page);
+    }
 
     await page.click("#pause");
     await page.waitForFunction((time) => watch.axis.to > time + 3, before_wait[0]);

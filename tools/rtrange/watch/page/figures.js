@@ -65,14 +65,15 @@ class UnitFigures {
     return { figure, box, line, number, word };
   }
 
-  /** Shows the rows at a time. */
-  show(time, reception, is_paused) {
+  /** Shows the rows at the cursor, or else the last ones until `end`. */
+  show(cursor, end, reception, is_paused) {
+    const time = cursor ?? end;
     for (const { stream, shown, group, source, packets } of this.groups) {
-      const row = stream.row_at(time);
+      const row = cursor === null ? stream.last_row_at(end) : stream.nearest_row_to(cursor);
       const sender = reception.senders.find(({ unit, kind }) => unit === stream.unit && kind === stream.kind);
       for (const each of shown) this.show_figure(each, stream.values[each.figure.column]?.[row]);
       const row_time = stream.values.time[row];
-      group.classList.toggle("old", !(time - row_time <= longest_silence_s));
+      group.classList.toggle("old", !(Math.abs(time - row_time) <= longest_silence_s));
       source.textContent = is_paused
         ? `${packets}: row at ${row_time === undefined ? "–" : row_time_text(row_time)}`
         : source_text(packets, sender, reception);

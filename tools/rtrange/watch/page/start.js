@@ -110,10 +110,10 @@ class Watch {
 
   /** The large figures: the latest ones or, while paused, those at the cursor. */
   show_rows() {
-    const time = this.is_paused ? (this.axis.cursor ?? this.axis.end) : this.axis.end;
+    const cursor = this.is_paused ? this.axis.cursor : null;
     const reception = this.reception();
     document.getElementById("figures").classList.toggle("old", reception.is_lost);
-    for (const unit of this.view?.figures ?? []) unit.show(time, reception, this.is_paused);
+    for (const unit of this.view?.figures ?? []) unit.show(cursor, this.axis.end, reception, this.is_paused);
     if (this.is_paused) this.show_clock();
   }
 
