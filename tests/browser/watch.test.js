@@ -354,6 +354,49 @@ test("warns of units that have become silent, and of bad data", async () => {
   }, { width: 1024, height: 768 });
 });
 
+test("has one warning if nothing is received, which ends with the silence", async () => {
+  const silent = join(folder, "gap.pcap");
+  keep_frames(capture, silent, (time) => time < 30 || time > 55);
+  await with_live(silent, ["--speed", "20"], async (page) => {
+    const texts = await page.evaluate(
+      () =>
+        new Promise((done) => {
+          const seen = [];
+          const look = () => {
+            const times = watch.status.senders.map(({ last }) => last);
+            seen.push([watch.status.now - Math.max(...times), document.getElementById("warnings").innerText.trim()]);
+            if (watch.status.state === "ended") done(seen);
+          };
+          const update = watch.connection.on_update;
+          watch.connection.on_update = (data) => {
+            update(data);
+            look();
+          };
+        }),
+    );
+    const warned = texts.filter(([silence]) => silence > 1);
+    assert.ok(warned.length > 3 && texts.at(-2)[0] < 1, JSON.stringify(texts));
+    for (const [silence, text] of texts.slice(0, -1))
+      assert.equal(text, silence > 1 ? `Nothing received for ${silence.toFixed(1)} s` : "");
+  });
+});
+
+test("says when too many browsers watch, and connects when one leaves", async () => {
+  const server = await start_live(capture, "--speed", "1");
+  const requests = Array.from({ length: 32 }, () => new AbortController());
+  try {
+    for (const { signal } of requests) await fetch(`${server.url}events`, { signal });
+    const page = await browser.newPage();
+    await page.goto(server.url);
+    await page.waitForFunction(() => document.getElementById("warnings").innerText.includes("32 browsers are watching already; trying again"));
+    for (const request of requests) request.abort();
+    await page.waitForFunction(() => watch.status?.state === "running" && document.getElementById("warnings").innerText === "");
+    await page.close();
+  } finally {
+    await server.kill();
+  }
+});
+
 test("says when the connection is lost, and connects again", async () => {
   const first = await start_live(capture, "--speed", "3");
   const page = await open_live(browser, first.url);

@@ -4,6 +4,7 @@
 const windows = [30, 60, 120, 300, 600];
 const shortest_redraw_ms = 40;
 const columns_of_plot = 1000;
+const full_text = "32 browsers are watching already; trying again";
 
 /** Makes two rows of plots as high as the room below the warnings and the figures. */
 function fit_plots() {
@@ -55,6 +56,7 @@ class Watch {
     for (const rows of status.streams) this.append(rows);
     const kept = this.is_paused ? 2 * length_s : length_s;
     if (status.now !== null) for (const stream of this.streams.values()) stream.forget_before(status.now - kept);
+    this.show_state(); // a warning must not outlive its cause
     this.draw_soon();
   }
 
@@ -192,7 +194,7 @@ class Watch {
     state.textContent = is_lost ? "Not connected" : this.is_paused ? "Paused" : (states[status?.state] ?? "Connecting");
     state.dataset.state = is_lost ? "lost" : this.is_paused ? "paused" : (status?.state ?? "");
     const hints = { waiting: "Waiting for the first frame", ended: "End of the capture" };
-    if (is_lost) show_warnings(["Connection lost; trying again"], []);
+    if (is_lost) show_warnings([this.connection.is_full ? full_text : "Connection lost; trying again"], []);
     else if (status) {
       const hint = hints[status.state];
       show_warnings(silences(status, (unit) => this.is_shown(unit)), hint ? [hint] : []);
