@@ -231,7 +231,7 @@ test("computes the key figures of the time in view as the tables have them", () 
         const words = `${unit}, ${name} from ${from} to ${to}: ${value} at ${time}`;
         if (!expected) assert.equal(value, "", words);
         else {
-          assert.ok(Math.abs(Number(value) - expected.value) <= 0.5000001 * 10 ** -expected.decimals, words);
+          assert.ok(Math.abs(Number(value) - expected.value) <= 1e-12 * Math.abs(expected.value), words);
           assert.equal(Number(time), expected.time, words);
         }
       }
@@ -244,6 +244,34 @@ test("computes the key figures of the time in view as the tables have them", () 
       assert.ok((await assert_rows(page)).includes(Number(rows[0][4])));
     }
   }));
+
+test("draws all plots at the end and before printing, with several labels and no time before the run", () =>
+  with_live(
+    capture,
+    ["--speed", "20"],
+    async (page) => {
+      const last_drawn = () =>
+        page.evaluate(() => watch.view.plots.map((u) => [u.scales.x.min, u.scales.x.max].map((time) => time.toFixed(6)).join()));
+      await page.waitForFunction(() => watch.status.state === "ended");
+      assert.equal(new Set(await last_drawn()).size, 1);
+      await page.evaluate(() => watch.axis.show(20, 30));
+      await next_drawing(page);
+      assert.ok(new Set(await last_drawn()).size > 1, "plots out of view are not drawn");
+      await page.evaluate(() => dispatchEvent(new Event("beforeprint")));
+      assert.equal(new Set(await last_drawn()).size, 1);
+      await page.evaluate(() => Object.assign(watch.axis, { from: -22, to: 8 }).redraw());
+      await next_drawing(page);
+      const labels = await page.evaluate(() => {
+        const [plot] = watch.view.plots;
+        return plot.axes.map(({ _values }) => _values);
+      });
+      assert.deepEqual(labels[0].filter((label) => label !== ""), ["0 s", "5 s"]);
+      assert.ok(labels[1].length >= 2, `${labels[1]}`);
+      const cut = await page.locator("figcaption").evaluateAll((boxes) => boxes.filter((box) => box.scrollWidth > box.clientWidth).length);
+      assert.equal(cut, 0);
+    },
+    { width: 1024, height: 768 },
+  ));
 
 test("lets the viewer choose the window, zoom, pan and follow", () =>
   with_live(capture, ["--speed", "3"], async (page) => {

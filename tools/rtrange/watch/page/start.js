@@ -25,6 +25,7 @@ class Watch {
     setInterval(() => this.check(), 250);
     const fitting = new ResizeObserver(fit_plots);
     for (const id of ["figures", "warnings"]) fitting.observe(document.getElementById(id));
+    addEventListener("beforeprint", () => this.axis.redraw_all());
     start_theme(() => {
       colour_swatches();
       this.axis.redraw();
@@ -52,12 +53,20 @@ class Watch {
 
   update(status) {
     if (this.status && status.epoch !== this.status.epoch) this.forget();
+    const ends = status.state === "ended" && this.status?.state !== "ended";
     this.status = status;
     for (const rows of status.streams) this.append(rows);
     const kept = this.is_paused ? 2 * length_s : length_s;
     if (status.now !== null) for (const stream of this.streams.values()) stream.forget_before(status.now - kept);
     this.show_state(); // a warning must not outlive its cause
-    this.draw_soon();
+    if (ends) this.draw_end();
+    else this.draw_soon();
+  }
+
+  /** Draws all plots as they stay. */
+  draw_end() {
+    this.draw();
+    this.axis.redraw_all();
   }
 
   append(rows) {
