@@ -46,7 +46,8 @@ async function assert_figures(shown, from, to) {
   const rows = await figures_in(shown);
   const shown_texts = await shown.locator(`${card} button.figure`).allInnerTexts();
   assert.equal(shown_texts.length, rows.length);
-  for (const [i, [unit, name, value, , time]] of rows.entries()) {
+  for (const [i, [unit, name, value, unit_of_value, time]] of rows.entries()) {
+    assert.match(unit_of_value, /^(m|s|m\/s|m\/s²|km\/h|°\/s)$/);
     const expected = key_figures_of(tables[units[unit]], from, to)[name];
     const words = `${unit}, ${name} from ${from} to ${to}`;
     if (!expected) {
@@ -54,11 +55,13 @@ async function assert_figures(shown, from, to) {
       assert.deepEqual([value, time, shown_texts[i].trim()], ["", "", unknown], words);
       continue;
     }
-    const half = 0.5 * 10 ** -expected.decimals;
-    assert.ok(Math.abs(Number(value) - expected.value) <= half * (1 + 1e-9), `${words}: ${value}, ${expected.value}`);
-    assert.equal(value.split(".")[1].length, expected.decimals, words);
+    const precision = 1e-7 * Math.max(Math.abs(expected.value), 0.01); // of columns with 32 bits
+    assert.ok(Math.abs(Number(value) - expected.value) <= precision, `${words}: ${value}, ${expected.value}`);
     assert.equal(Number(time), expected.time, words);
-    assert.equal(shown_texts[i], `${value.replace("-", "−")} at ${expected.time.toFixed(3)} s`);
+    const [, shown_value, decimals, moment] = shown_texts[i].match(/^(−?\d+\.(\d+)) at (\d+\.\d{3} s)$/);
+    assert.deepEqual([decimals.length, moment], [expected.decimals, `${expected.time.toFixed(3)} s`], words);
+    const half = 0.5 * 10 ** -expected.decimals;
+    assert.ok(Math.abs(Number(shown_value.replace("−", "-")) - expected.value) <= half + 1e-6, `${words}: ${shown_value}`);
   }
   return rows.filter(([, , value]) => value !== "").length;
 }
@@ -114,7 +117,7 @@ test("move the time cursor to their moments, with the mouse and with the keyboar
   await page.evaluate((time) => report.axis.show(time - 3, time + 1), Number(rows[1][4]));
   await next_drawing(page);
   const legend = page.locator('figure[data-plot^="Time to collision"] .u-value');
-  assert.equal(await legend.nth(1).innerText(), rows[1][2]);
+  assert.equal(await legend.nth(1).innerText(), Number(rows[1][2]).toFixed(2));
   const [cursor, at] = await page.evaluate(() => {
     const [u] = report.plots;
     return [report.axis.cursor, u.posToVal(u.cursor.left, "x")];

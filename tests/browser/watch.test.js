@@ -85,6 +85,39 @@ test("draws all figures and plots at both sizes, in light and dark, without scro
       }
   }));
 
+test("cuts no figure of four targets that are far away", async () => {
+  const far = join(folder, "oncoming.pcap");
+  run_rtrange("simulate", far, "--scenario", "oncoming", "--duration", "45", "--targets", "4");
+  await with_live(far, ["--speed", "0"], async (page) => {
+    await page.waitForFunction(() => watch.status.state === "ended");
+    const cut = () =>
+      page.evaluate(() =>
+        [...document.querySelectorAll(".value div, .value b, .value small, .source, .unit h2, #clock, #state, header")]
+          .filter((box) => box.scrollWidth > box.clientWidth && getComputedStyle(box).display !== "inline")
+          .map((box) => `${box.closest("article")?.dataset.unit} ${box.innerText}`),
+      );
+    for (const [width, height] of [
+      [1024, 768],
+      [768, 1024],
+    ]) {
+      await page.setViewportSize({ width, height });
+      await next_drawing(page);
+      assert.deepEqual(await cut(), [], `${width} × ${height}`);
+      await page.screenshot({ path: join(screenshots, `watch-oncoming-${width}x${height}.png`) });
+      const sizes = await page.evaluate(() =>
+        [...document.querySelectorAll(".value b")].map((number) => parseFloat(getComputedStyle(number).fontSize)),
+      );
+      assert.ok(Math.min(...sizes) >= 13, `${sizes}`);
+      assert.equal(await page.locator("#figures, #clock").evaluateAll((boxes) => boxes.filter((box) => box.getBoundingClientRect().right > innerWidth).length), 0);
+    }
+    const shown = await figures_of(page);
+    const { range_longitudinal, range_lateral, range_rate_longitudinal } = shown.find(({ unit, kind }) => unit === "target1" && kind === "range").values;
+    assert.match(range_longitudinal, /^−\d{4}$/);
+    assert.match(range_lateral, /^−\d{3}\.\d$/);
+    assert.match(range_rate_longitudinal, /^−\d\d\.\d\d$/);
+  }, { width: 1024, height: 768 });
+});
+
 /** The figures shown: of each unit and kind of rows the time, and the texts by column. */
 function figures_of(page) {
   return page.evaluate(() =>
@@ -115,13 +148,31 @@ async function assert_rows(page) {
       if (column === "navigation_status") assert.equal(shown, { 3: "locking", 4: "locked" }[row[column]], words);
       else if (shown === "–") assert.equal(row[column], "", words);
       else {
-        const decimals = shown.match(/\.(\d+)°?$/)[1].length;
+        const decimals = shown.match(/\.(\d+)°?$/)?.[1].length ?? 0;
+        assert.ok(decimals > 0 || Math.abs(row[column]) > 999, words);
         const difference = parseFloat(shown.replace("−", "-")) - Number(row[column]);
         assert.ok(row[column] !== "" && Math.abs(difference) <= 0.5000001 * 10 ** -decimals, words);
       }
     }
     return Number(text);
   });
+}
+
+/** Compares the figures, and the legend of a plot, with the rows that are nearest to the cursor. */
+async function assert_nearest_rows(page) {
+  const cursor = await page.evaluate(() => watch.axis.cursor);
+  const times = await assert_rows(page);
+  const figures = await figures_of(page);
+  figures.forEach(({ unit, kind }, i) => {
+    const rows = tables[unit].filter(({ packet }) => (packet === "range") === (kind === "range"));
+    const least = Math.min(...rows.map(({ time_s }) => Math.abs(time_s - cursor)));
+    assert.ok(Math.abs(Math.abs(times[i] - cursor) - least) < 1e-8, `${unit} ${kind}: ${times[i]}, ${cursor}`);
+  });
+  const legend = await page.locator('figure[data-plot="Longitudinal range"] .u-value').allInnerTexts();
+  const ranges = figures.filter(({ kind }) => kind === "range").map(({ values }) => values.range_longitudinal);
+  const number = (text) => Number(text.replace("−", "-"));
+  const is_same = (text, i) => Math.abs(number(text) - number(ranges[i])) < 0.0101; // halves are rounded differently
+  assert.ok(legend.slice(-3).every(is_same), `${legend}, ${ranges}`);
 }
 
 test("shows at a paused moment the values of single rows of the tables", () =>
@@ -144,9 +195,14 @@ test("shows at a paused moment the values of single rows of the tables", () =>
     await next_drawing(page);
     const cursor = await page.evaluate(() => watch.axis.cursor);
     assert.ok(cursor < before_wait[0] - 1);
-    for (const time of await assert_rows(page)) assert.ok(time <= cursor && time > cursor - 0.3, `${time}, ${cursor}`);
+    await assert_nearest_rows(page);
     assert.equal(await page.locator(".marker:visible").count(), 4);
     await page.mouse.move(2, 2);
+    for (const time of [10.002, 10.008]) {
+      await page.evaluate((at) => watch.axis.point_to(at), time);
+      await next_drawing(page);
+      await assert_nearest_rows(page);
+    }
 
     await page.click("#pause");
     await page.waitForFunction((time) => watch.axis.to > time + 3, before_wait[0]);
@@ -158,6 +214,7 @@ test("computes the key figures of the time in view as the tables have them", () 
   with_live(capture, ["--speed", "0"], async (page) => {
     await page.waitForFunction(() => watch.status.state === "ended");
     assert.equal(await warnings(page).then((text) => text.trim()), "End of the capture");
+    for (const { source } of await figures_of(page)) assert.match(source, /^(NCOM|Ranges): last at 59\.9\d\d s$/);
     await page.click("#windows button:nth-child(3)");
     const names = { Hunter: "hunter", "Target 1": "target1", "Target 2": "target2", "Target 3": "target3" };
     for (const [from, to] of [
@@ -174,7 +231,7 @@ test("computes the key figures of the time in view as the tables have them", () 
         const words = `${unit}, ${name} from ${from} to ${to}: ${value} at ${time}`;
         if (!expected) assert.equal(value, "", words);
         else {
-          assert.ok(Math.abs(Number(value) - expected.value) <= 0.5000001 * 10 ** -expected.decimals, words);
+          assert.ok(Math.abs(Number(value) - expected.value) <= 1e-12 * Math.abs(expected.value), words);
           assert.equal(Number(time), expected.time, words);
         }
       }
@@ -187,6 +244,34 @@ test("computes the key figures of the time in view as the tables have them", () 
       assert.ok((await assert_rows(page)).includes(Number(rows[0][4])));
     }
   }));
+
+test("draws all plots at the end and before printing, with several labels and no time before the run", () =>
+  with_live(
+    capture,
+    ["--speed", "20"],
+    async (page) => {
+      const last_drawn = () =>
+        page.evaluate(() => watch.view.plots.map((u) => [u.scales.x.min, u.scales.x.max].map((time) => time.toFixed(6)).join()));
+      await page.waitForFunction(() => watch.status.state === "ended");
+      assert.equal(new Set(await last_drawn()).size, 1);
+      await page.evaluate(() => watch.axis.show(20, 30));
+      await next_drawing(page);
+      assert.ok(new Set(await last_drawn()).size > 1, "plots out of view are not drawn");
+      await page.evaluate(() => dispatchEvent(new Event("beforeprint")));
+      assert.equal(new Set(await last_drawn()).size, 1);
+      await page.evaluate(() => Object.assign(watch.axis, { from: -22, to: 8 }).redraw());
+      await next_drawing(page);
+      const labels = await page.evaluate(() => {
+        const [plot] = watch.view.plots;
+        return plot.axes.map(({ _values }) => _values);
+      });
+      assert.deepEqual(labels[0].filter((label) => label !== ""), ["0 s", "5 s"]);
+      assert.ok(labels[1].length >= 2, `${labels[1]}`);
+      const cut = await page.locator("figcaption").evaluateAll((boxes) => boxes.filter((box) => box.scrollWidth > box.clientWidth).length);
+      assert.equal(cut, 0);
+    },
+    { width: 1024, height: 768 },
+  ));
 
 test("lets the viewer choose the window, zoom, pan and follow", () =>
   with_live(capture, ["--speed", "3"], async (page) => {
@@ -297,6 +382,49 @@ test("warns of units that have become silent, and of bad data", async () => {
   }, { width: 1024, height: 768 });
 });
 
+test("has one warning if nothing is received, which ends with the silence", async () => {
+  const silent = join(folder, "gap.pcap");
+  keep_frames(capture, silent, (time) => time < 30 || time > 55);
+  await with_live(silent, ["--speed", "20"], async (page) => {
+    const texts = await page.evaluate(
+      () =>
+        new Promise((done) => {
+          const seen = [];
+          const look = () => {
+            const times = watch.status.senders.map(({ last }) => last);
+            seen.push([watch.status.now - Math.max(...times), document.getElementById("warnings").innerText.trim()]);
+            if (watch.status.state === "ended") done(seen);
+          };
+          const update = watch.connection.on_update;
+          watch.connection.on_update = (data) => {
+            update(data);
+            look();
+          };
+        }),
+    );
+    const warned = texts.filter(([silence]) => silence > 1);
+    assert.ok(warned.length > 3 && texts.at(-2)[0] < 1, JSON.stringify(texts));
+    for (const [silence, text] of texts.slice(0, -1))
+      assert.equal(text, silence > 1 ? `Nothing received for ${silence.toFixed(1)} s` : "");
+  });
+});
+
+test("says when too many browsers watch, and connects when one leaves", async () => {
+  const server = await start_live(capture, "--speed", "1");
+  const requests = Array.from({ length: 32 }, () => new AbortController());
+  try {
+    for (const { signal } of requests) await fetch(`${server.url}events`, { signal });
+    const page = await browser.newPage();
+    await page.goto(server.url);
+    await page.waitForFunction(() => document.getElementById("warnings").innerText.includes("32 browsers are watching already; trying again"));
+    for (const request of requests) request.abort();
+    await page.waitForFunction(() => watch.status?.state === "running" && document.getElementById("warnings").innerText === "");
+    await page.close();
+  } finally {
+    await server.kill();
+  }
+});
+
 test("says when the connection is lost, and connects again", async () => {
   const first = await start_live(capture, "--speed", "3");
   const page = await open_live(browser, first.url);
@@ -304,10 +432,29 @@ test("says when the connection is lost, and connects again", async () => {
   await first.kill("SIGKILL");
   await page.waitForFunction(() => /Connection lost; trying again/.test(document.getElementById("warnings").innerText));
   const rows = await page.evaluate(() => watch.streams.get("hunter navigation").rows);
+
+  // Figures without a connection are old: none has a colour of live ones or a rate, and their ages go on.
+  const ages = async () => {
+    const sources = await page.locator(".source").allInnerTexts();
+    return sources.map((text) => Number(text.match(/^(?:NCOM|Ranges): (\d+\.\d\d) s ago$/)[1]));
+  };
+  await page.waitForFunction(() => document.querySelector("#figures.old"));
+  const colours = () =>
+    page.evaluate(() => [...new Set([...document.querySelectorAll(".value b")].map((number) => getComputedStyle(number).color))]);
+  const lost_colours = await colours();
+  assert.equal(lost_colours.length, 1);
+  const [early] = await ages();
+  await page.waitForTimeout(1000);
+  const [late] = await ages();
+  assert.ok(late > early + 0.5 && late < early + 2, `${early} s, then ${late} s`);
+  await page.screenshot({ path: join(screenshots, "watch-lost.png") });
+
   const second = await start_live_at(first.port, capture, "--speed", "1");
   try {
     await page.waitForFunction(() => document.getElementById("warnings").innerText === "");
     await page.waitForFunction(() => watch.status?.now > 0.5);
+    assert.notDeepEqual(await colours(), lost_colours);
+    assert.match((await page.locator(".source").allInnerTexts()).join(), /\d+\/s · /);
     const now = await page.evaluate(() => [watch.status.now, watch.streams.get("hunter navigation").rows]);
     assert.ok(now[0] < 6 && now[1] < rows, `rows of the earlier run are forgotten: ${now}, ${rows}`);
     // The browser itself reports the connections that failed.

@@ -60,6 +60,19 @@ function rounded_text(value, decimals) {
   return Number(text) === 0 ? text.replace("-", "") : text;
 }
 
+/** All digits of a value, like those in the tables: as few as tell it from others of its precision. */
+function exact_text(value) {
+  if (Math.fround(value) !== value) return String(value);
+  let digits = 1;
+  while (Math.fround(Number(value.toPrecision(digits))) !== value) ++digits;
+  return String(Number(value.toPrecision(digits)));
+}
+
+/** The unit as in the titles of the plots. */
+function unit_of({ unit }) {
+  return unit.replace("deg", "°");
+}
+
 /** The card with the key figures: a table of the targets and one of all units. */
 class KeyFigures {
   /** `definitions` says which figures there are; `streams` have the rows. */
@@ -89,7 +102,7 @@ class KeyFigures {
     );
     if (figures.length === 0) return null;
     const rows = own.map((stream) => ({ stream, cells: figures.map((figure) => this.create_cell(figure, stream)) }));
-    const head = figures.map(({ title, unit }) => element("span", {}, `${title} (${unit})`));
+    const head = figures.map((figure) => element("span", {}, `${figure.title} (${unit_of(figure)})`));
     const body = rows.map(({ stream: { unit }, cells }) => [
       swatch(unit),
       unit_name(unit),
@@ -137,8 +150,8 @@ class KeyFigures {
     this.update();
     const rows = this.cells().map(({ figure, stream, value, time }) => {
       const is_known = !Number.isNaN(value);
-      const texts = is_known ? [rounded_text(value, figure.decimals), exact_seconds(time)] : ["", ""];
-      return [unit_name(stream.unit), figure.title, texts[0], figure.unit, texts[1]];
+      const texts = is_known ? [exact_text(value), exact_seconds(time)] : ["", ""];
+      return [unit_name(stream.unit), figure.title, texts[0], unit_of(figure), texts[1]];
     });
     return [["Unit", "Key figure", "Value", "Unit of value", "Time (s)"], ...rows]
       .map((cells) => `${cells.join("\t")}\n`)

@@ -43,7 +43,7 @@ const default_plots = [
   },
   {
     title: "Time to collision, longitudinal",
-    hint: "at constant range rate, while approaching, up to 20 s",
+    hint: "at constant range rate, up to 20 s",
     unit: "s",
     field: "ttc_longitudinal",
     kind: "range",

@@ -39,6 +39,16 @@ function label_size(u, labels) {
   return Math.max(58, 14 + 7.4 * longest);
 }
 
+/** The least distance of labels. In low plots, it is smaller, for them to have more than one label. */
+function label_distance(u, axis, low, high, height) {
+  return height < 150 ? 18 : 30;
+}
+
+/** Before the run, there are no times. */
+function time_label(time, { begin }) {
+  return time < Math.min(begin, 0) ? "" : `${plain(time)} s`;
+}
+
 /** The range of the value axis: with a margin, and at least `least_span`. */
 function value_range(plot) {
   if (plot.range) return () => plot.range;
@@ -153,8 +163,8 @@ function plot_options(plot, axis, qualities) {
       y: { range: value_range(plot) },
     },
     axes: [
-      { ...axis_style(30), values: (u, splits) => splits.map((time) => `${plain(time)} s`) },
-      { ...axis_style(label_size), ...value_labels(plot) },
+      { ...axis_style(30), values: (u, splits) => splits.map((time) => time_label(time, axis)) },
+      { ...axis_style(label_size), ...value_labels(plot), space: label_distance },
     ],
     series: [{ label: "Time" }, ...series],
     cursor: {
@@ -189,7 +199,7 @@ function create_time_plot(plot, axis, qualities, parent) {
   figure.classList.add("over-time");
   const columns = () => Math.max(50, Math.round(u.over.clientWidth * devicePixelRatio));
   const draw = () => {
-    if (figure.is_out_of_view) return;
+    if (figure.is_out_of_view && !axis.draws_all) return;
     plot.prepare_drawing?.(axis);
     u.setData(plot_data(plot.traces, axis.from, axis.to, columns()), true);
   };

@@ -11,6 +11,7 @@ class Connection {
     this.on_update = on_update;
     this.last_event = performance.now();
     this.is_lost = false;
+    this.is_full = false;
     this.connect();
     setInterval(() => this.check(), 250);
   }
@@ -21,12 +22,31 @@ class Connection {
     this.source = new EventSource("/events");
     this.source.addEventListener("start", ({ data }) => this.receive(data, this.on_start));
     this.source.addEventListener("update", ({ data }) => this.receive(data, this.on_update));
-    this.source.addEventListener("error", () => (this.is_lost = true));
+    this.source.addEventListener("error", () => this.lose());
+  }
+
+  lose() {
+    this.is_lost = true;
+    const is_refused = this.source.readyState === EventSource.CLOSED;
+    if (is_refused) this.ask_why();
+    else this.is_full = false;
+  }
+
+  /** Asks for the status of the answer, which an EventSource does not tell. */
+  async ask_why() {
+    const request = new AbortController();
+    try {
+      const { status } = await fetch("/events", { signal: request.signal });
+      this.is_full = this.is_lost && status === 503;
+    } catch {
+      this.is_full = false; // no answer
+    }
+    request.abort();
   }
 
   receive(data, handle) {
     this.last_event = performance.now();
-    this.is_lost = false;
+    this.is_lost = this.is_full = false;
     handle(JSON.parse(data));
   }
 

@@ -18,6 +18,7 @@ const navigation_figures = [
 ];
 
 const longest_silence_s = 1;
+const most_digits = 4;
 
 /** The card of a unit. `range` and `navigation` are its streams; either may be missing. */
 class UnitFigures {
@@ -35,6 +36,7 @@ class UnitFigures {
     if (range) this.add_group(range, range_figures, "Ranges");
     if (navigation) this.add_group(navigation, navigation_figures, "NCOM");
     parent.append(this.card);
+    new ResizeObserver(() => this.fit()).observe(this.card);
   }
 
   add_group(stream, figures, packets) {
@@ -60,22 +62,24 @@ class UnitFigures {
     if (figure.unit) line.append(" ", element("small", { textContent: figure.unit }));
     box.append(line);
     box.dataset.column = figure.column;
-    return { figure, box, number, word };
+    return { figure, box, line, number, word };
   }
 
-  /** Shows the rows at a time. `senders` are those of the last update. */
-  show(time, now, senders, is_paused) {
+  /** Shows the rows at the cursor, or else the last ones until `end`. */
+  show(cursor, end, reception, is_paused) {
+    const time = cursor ?? end;
     for (const { stream, shown, group, source, packets } of this.groups) {
-      const row = stream.row_at(time);
-      const sender = senders.find(({ unit, kind }) => unit === stream.unit && kind === stream.kind);
+      const row = cursor === null ? stream.last_row_at(end) : stream.nearest_row_to(cursor);
+      const sender = reception.senders.find(({ unit, kind }) => unit === stream.unit && kind === stream.kind);
       for (const each of shown) this.show_figure(each, stream.values[each.figure.column]?.[row]);
       const row_time = stream.values.time[row];
-      group.classList.toggle("old", !(time - row_time <= longest_silence_s));
+      group.classList.toggle("old", !(Math.abs(time - row_time) <= longest_silence_s));
       source.textContent = is_paused
         ? `${packets}: row at ${row_time === undefined ? "–" : row_time_text(row_time)}`
-        : source_text(packets, sender, now);
+        : source_text(packets, sender, reception);
       if (stream.kind === "navigation") this.show_quality(stream.values, row);
     }
+    this.fit();
   }
 
   show_figure({ figure, box, number, word }, value) {
@@ -90,7 +94,21 @@ class UnitFigures {
 
   text_of({ column, is_named, is_angle, decimals }, value) {
     if (is_named) return name_of_value(this.value_names[column], value);
-    return `${rounded_text(value, decimals).replace("-", "−")}${is_angle ? "°" : ""}`;
+    return `${short_text(value, decimals).replace("-", "−")}${is_angle ? "°" : ""}`;
+  }
+
+  /** Shrinks the figures until none is wider than its place. Texts of the same lengths are equally wide. */
+  fit() {
+    const lines = this.groups.flatMap(({ shown }) => shown.map(({ line }) => line));
+    const lengths = lines.map(({ textContent }) => textContent.length);
+    const is_fitted = this.fitted_width === this.card.clientWidth;
+    if (is_fitted && lengths.every((length, i) => length <= this.longest[i])) return;
+    this.longest = is_fitted ? lengths.map((length, i) => Math.max(length, this.longest[i])) : lengths;
+    this.fitted_width = this.card.clientWidth;
+    const [step, smallest] = [0.95, 0.3];
+    let size = 1;
+    do this.card.style.setProperty("--fit", size);
+    while (lines.some((line) => line.scrollWidth > line.clientWidth) && (size *= step) > smallest);
   }
 
   /** Names the limits that are exceeded, apart from those of figures. */
@@ -107,14 +125,23 @@ class UnitFigures {
   }
 }
 
+/** The decimals that a figure has room for: the greater the value, the fewer. */
+function short_text(value, decimals) {
+  const text = rounded_text(value, decimals);
+  const is_short = decimals === 0 || text.replace(/\D/g, "").length <= most_digits;
+  return is_short ? text : short_text(value, decimals - 1);
+}
+
 /** At least microseconds, as in the tables. */
 function row_time_text(time) {
   const digits = exact_seconds(time).split(".")[1] ?? "";
   return seconds_text(time, Math.max(6, digits.length));
 }
 
-function source_text(packets, sender, now) {
+/** When packets last came and, as long as more may come, how many come per second. */
+function source_text(packets, sender, { now, is_lost, has_ended }) {
   if (!sender) return `${packets}: none`;
-  const age = Math.max(0, now - sender.last);
-  return `${packets}: ${count_text(sender.per_second)}/s · ${seconds_text(age, 2)} ago`;
+  if (has_ended) return `${packets}: last at ${seconds_text(sender.last)}`;
+  const age = `${seconds_text(Math.max(0, now - sender.last), 2)} ago`;
+  return is_lost ? `${packets}: ${age}` : `${packets}: ${count_text(sender.per_second)}/s · ${age}`;
 }

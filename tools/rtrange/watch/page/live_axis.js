@@ -7,6 +7,7 @@ class LiveAxis extends TimeAxis {
     super(0, 1);
     this.pause = pause;
     this.window_s = 30;
+    this.draws_all = false;
   }
 
   /** Shows the window that ends now. The rows begin at `first`. */
@@ -16,6 +17,13 @@ class LiveAxis extends TimeAxis {
     this.from = now - this.window_s;
     this.to = now;
     this.redraw();
+  }
+
+  /** Redraws the plots that are not on the screen, too. */
+  redraw_all() {
+    this.draws_all = true;
+    this.redraw();
+    this.draws_all = false;
   }
 
   show(from, to) {

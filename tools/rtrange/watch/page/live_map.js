@@ -67,8 +67,8 @@ class LiveMap extends MapView {
 
   /** The position at the time under the cursor, or else the latest one in view. */
   marked_point(path) {
-    const time = this.axis.cursor ?? this.axis.to;
-    let point = lower_bound(path.times, time + 1e-9) - 1;
+    const { cursor, to } = this.axis;
+    let point = cursor === null ? last_row(path.times, to) : nearest_row(path.times, cursor);
     while (point >= 0 && Number.isNaN(path.values[point]) && path.times[point] > this.axis.from) --point;
     return point >= 0 && path.times[point] >= this.axis.from ? point : -1;
   }

@@ -90,7 +90,23 @@ class LiveStream {
   }
 
   /** The last row that is not later than a time; -1 if there is none. */
-  row_at(time) {
-    return lower_bound(this.values.time, time + 1e-9) - 1;
+  last_row_at(time) {
+    return last_row(this.values.time, time);
   }
+
+  /** The row that is nearest to a time; -1 if there is none. */
+  nearest_row_to(time) {
+    return nearest_row(this.values.time, time);
+  }
+}
+
+function last_row(times, time) {
+  return lower_bound(times, time + 1e-9) - 1;
+}
+
+/** Of two rows that are equally near, it is the later one, as in the legends of the plots. */
+function nearest_row(times, time) {
+  const next = lower_bound(times, time);
+  if (next === times.length) return next - 1;
+  return next > 0 && time - times[next - 1] < times[next] - time ? next - 1 : next;
 }

@@ -94,7 +94,10 @@ class LiveView {
       card.classList.toggle("narrow", length === 1);
       return length === 1 ? "minmax(0, 0.6fr)" : "minmax(0, 1fr)";
     });
-    parent.style.gridTemplateColumns = widths.join(" ");
+    parent.style.setProperty("--widths", widths.join(" "));
+    const most_in_row = 3;
+    const rows = Math.ceil(cards.length / most_in_row);
+    parent.style.setProperty("--columns-upright", Math.ceil(cards.length / rows) || 1);
     return cards;
   }
 

@@ -4,6 +4,7 @@
 const windows = [30, 60, 120, 300, 600];
 const shortest_redraw_ms = 40;
 const columns_of_plot = 1000;
+const full_text = "32 browsers are watching already; trying again";
 
 /** Makes two rows of plots as high as the room below the warnings and the figures. */
 function fit_plots() {
@@ -21,9 +22,10 @@ class Watch {
       (data) => this.start(data),
       (data) => this.update(data),
     );
-    setInterval(() => this.show_state(), 250);
+    setInterval(() => this.check(), 250);
     const fitting = new ResizeObserver(fit_plots);
     for (const id of ["figures", "warnings"]) fitting.observe(document.getElementById(id));
+    addEventListener("beforeprint", () => this.axis.redraw_all());
     start_theme(() => {
       colour_swatches();
       this.axis.redraw();
@@ -51,11 +53,20 @@ class Watch {
 
   update(status) {
     if (this.status && status.epoch !== this.status.epoch) this.forget();
+    const ends = status.state === "ended" && this.status?.state !== "ended";
     this.status = status;
     for (const rows of status.streams) this.append(rows);
     const kept = this.is_paused ? 2 * length_s : length_s;
     if (status.now !== null) for (const stream of this.streams.values()) stream.forget_before(status.now - kept);
-    this.draw_soon();
+    this.show_state(); // a warning must not outlive its cause
+    if (ends) this.draw_end();
+    else this.draw_soon();
+  }
+
+  /** Draws all plots as they stay. */
+  draw_end() {
+    this.draw();
+    this.axis.redraw_all();
   }
 
   append(rows) {
@@ -110,9 +121,19 @@ class Watch {
 
   /** The large figures: the latest ones or, while paused, those at the cursor. */
   show_rows() {
-    const time = this.is_paused ? (this.axis.cursor ?? this.axis.end) : this.axis.end;
-    for (const unit of this.view?.figures ?? []) unit.show(time, this.axis.end, this.status.senders, this.is_paused);
+    const cursor = this.is_paused ? this.axis.cursor : null;
+    const reception = this.reception();
+    document.getElementById("figures").classList.toggle("old", reception.is_lost);
+    for (const unit of this.view?.figures ?? []) unit.show(cursor, this.axis.end, reception, this.is_paused);
     if (this.is_paused) this.show_clock();
+  }
+
+  /** What is known of the senders now. Without a connection, time goes on since the last update. */
+  reception() {
+    const { senders, now, state } = this.status;
+    const is_lost = this.connection.is_lost;
+    const since_s = is_lost ? (performance.now() - this.connection.last_event) / 1000 : 0;
+    return { senders, now: now + since_s, is_lost, has_ended: state === "ended" };
   }
 
   show_clock() {
@@ -168,6 +189,12 @@ class Watch {
     else this.draw();
   }
 
+  /** Shows what changes without an update: the connection, and the ages of figures. */
+  check() {
+    this.show_state();
+    if (this.status?.now != null) this.show_rows();
+  }
+
   show_state() {
     const { status } = this;
     const is_lost = this.connection?.is_lost ?? false;
@@ -176,7 +203,7 @@ class Watch {
     state.textContent = is_lost ? "Not connected" : this.is_paused ? "Paused" : (states[status?.state] ?? "Connecting");
     state.dataset.state = is_lost ? "lost" : this.is_paused ? "paused" : (status?.state ?? "");
     const hints = { waiting: "Waiting for the first frame", ended: "End of the capture" };
-    if (is_lost) show_warnings(["Connection lost; trying again"], []);
+    if (is_lost) show_warnings([this.connection.is_full ? full_text : "Connection lost; trying again"], []);
     else if (status) {
       const hint = hints[status.state];
       show_warnings(silences(status, (unit) => this.is_shown(unit)), hint ? [hint] : []);

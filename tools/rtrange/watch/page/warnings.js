@@ -5,6 +5,8 @@
 function silences({ now, state, senders }, is_shown) {
   if (state !== "running") return [];
   const packets = { navigation: "NCOM", range: "range packets" };
+  const silence = now - Math.max(...senders.map(({ last }) => last));
+  if (senders.length > 1 && silence > longest_silence_s) return [`Nothing received for ${seconds_text(silence, 1)}`];
   return senders
     .filter(({ unit, kind, last }) => kind in packets && is_shown(unit) && now - last > longest_silence_s)
     .map(({ unit, kind, last }) => {
