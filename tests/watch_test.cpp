@@ -154,6 +154,7 @@ TEST_F(watching, says_why_it_cannot_serve_before_it_writes_anything) {
         {"--speed -1", {2, "is not a speed"}},
         {"--speed nan", {2, "is not a speed"}},
         {"--speed fast", {2, "is not a speed"}},
+        {"--speed 2 --interface lo", {2, " excludes --interface"}},
     };
     for (const auto& [arguments, fault] : faults) {
         const result result = rtrange("watch following.pcap -o out " + arguments);
