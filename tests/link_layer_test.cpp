@@ -222,20 +222,26 @@ TEST_F(link_layer, is_refused_by_name_if_it_is_another_one) {
         return raw(1U) + raw(20U) + raw(link_type) + raw(length) + raw(20U);
     };
     for (const auto& [block, remedy] :
-         {std::pair{interface(113, 65535), "record each interface into a file of its own"},
-          {interface(1, 99), "convert the file to pcap with 'editcap -F pcap'"}}) {
+         {std::pair{interface(113, 65535),
+                    "different link types; record each interface into a file of its own"},
+          {interface(1, 99),
+           "different snapshot lengths; convert the file to pcap with 'editcap -F pcap'"}}) {
         write(folder / "two.pcapng", as_pcapng(content(example)) + block);
         const result result = rtrange("decode two.pcapng -o two --overwrite");
         EXPECT_EQ(result.exit_code, 1);
         expect_contains(result.output, {"258  decoded", "'two.pcapng' cannot be read after frame",
-                                        "260: an interface has a", remedy});
+                                        "260: its interfaces have ", remedy});
+        write(folder / "two.pcapng",
+              as_pcapng(content(example).substr(0, pcap_header_size)) + block);
+        expect_contains(rtrange("decode two.pcapng").output,
+                        {"'two.pcapng' cannot be read: its interfaces have ", remedy});
     }
 }
 
 TEST_F(link_layer, of_a_compressed_capture_comes_after_the_command_that_reads_it) {
     succeed("decode following.pcap -o plain");
     const std::string reads = "read it with: ";
-    const std::string file = "\"hunter's run\""; // without the usual extension
+    const std::string file = "\"hunter's run.pcap\""; // without the usual extension
     const std::string enter = "cd " + folder.string() + " && ";
     for (const std::string packer : {"gzip", "xz", "bzip2", "zstd"}) {
         SCOPED_TRACE(packer);
@@ -243,8 +249,8 @@ TEST_F(link_layer, of_a_compressed_capture_comes_after_the_command_that_reads_it
         pack += " -c < following.pcap > ";
         ASSERT_EQ(run(pack += file).exit_code, 0);
         for (const auto& [command, written] :
-             {std::pair<std::string, std::string>{"decode ", "stdin/target1.csv"},
-              {"report ", "stdin.html"}}) {
+             {std::pair<std::string, std::string>{"decode ", "hunter's run/target1.csv"},
+              {"report ", "hunter's run.html"}}) {
             const result refused = rtrange(command + file);
             EXPECT_EQ(refused.exit_code, 1);
             expect_contains(refused.output, {"is compressed with " + packer, reads});
@@ -255,7 +261,8 @@ TEST_F(link_layer, of_a_compressed_capture_comes_after_the_command_that_reads_it
             EXPECT_EQ(decoded.exit_code, 0) << line << "\n" << decoded.output;
             EXPECT_TRUE(fs::exists(folder / written)) << line;
         }
-        EXPECT_EQ(content(folder / "stdin/target1.csv"), content(folder / "plain/target1.csv"));
+        EXPECT_EQ(content(folder / "hunter's run/target1.csv"),
+                  content(folder / "plain/target1.csv"));
     }
 }
 

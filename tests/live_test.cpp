@@ -16,6 +16,7 @@
 #include <sched.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 
 #include "tests/harness/http_client.hpp"
 #include "tests/harness/pcap.hpp"
@@ -80,19 +81,23 @@ protected:
 
 TEST_F(live_decoding, gives_what_a_capture_of_the_same_frames_gives) {
     succeed("decode following.pcap -o capture");
-    // All interfaces together have a link layer of their own.
-    for (const auto& [signal, interface] : {std::pair{SIGINT, "lo"}, {SIGTERM, "any"}}) {
-        running_program program(folder, std::string("decode --interface ") + interface +
-                                            " -o live --overwrite");
-        ASSERT_EQ(program.line(),
-                  std::string("Decoding frames from ") + interface + " until Ctrl-C\n");
+    // All interfaces together have a link layer of their own. Signals that follow the first one
+    // closely cost nothing.
+    const std::pair<std::vector<int>, std::string> runs[] = {
+        {{SIGINT, SIGINT}, "lo"}, {{SIGTERM, SIGHUP, SIGINT}, "any"}, {{SIGHUP}, "lo"}};
+    for (const auto& [signals, interface] : runs) {
+        running_program program(folder, "decode --interface " + interface + " -o live --overwrite");
+        ASSERT_EQ(program.line(), "Decoding frames from " + interface + " until Ctrl-C\n");
         send_frames(example);
         usleep(300'000); // more than the program waits for frames
-        program.signal(signal);
+        for (const int signal : signals) {
+            program.signal(signal);
+            usleep(5'000);
+        }
         const result result = program.end();
         EXPECT_EQ(result.exit_code, 0) << result.output;
         expect_contains(result.output, {"260 frames"});
-        EXPECT_EQ(contains(result.output, "260  with a Linux cooked header"), signal == SIGTERM);
+        EXPECT_EQ(contains(result.output, "260  with a Linux cooked header"), interface == "any");
         for (const char* const table :
              {"hunter.csv", "target1.csv", "rcom.csv", "unidentified.csv"})
             EXPECT_TRUE(values(folder / "live" / table) == values(folder / "capture" / table))
@@ -149,6 +154,21 @@ TEST_F(live_decoding, keeps_what_it_has_written_when_it_cannot_go_on) {
     const std::string kept = result.output.substr(name, result.output.find('/', name) - name);
     EXPECT_TRUE(fs::exists(folder / kept / "target1.csv")) << kept;
     EXPECT_FALSE(fs::exists(folder / "live"));
+}
+
+TEST_F(live_decoding, can_be_ended_at_once_when_its_source_is_silent) {
+    const fs::path pipe = folder / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    std::fstream recorder(pipe, std::ios::in | std::ios::out | std::ios::binary);
+    running_program program(folder, "decode - -o out < pipe");
+    recorder << content(example).substr(0, 4096) << std::flush;
+    ASSERT_EQ(program.line(), "Decoding -\n");
+    usleep(300'000); // more than it needs for these frames
+    program.signal(SIGINT);
+    usleep(3'100'000); // longer than signals are ignored
+    program.signal(SIGTERM);
+    EXPECT_EQ(program.end().exit_code, -1) << "the program was not ended by the signal";
+    EXPECT_FALSE(fs::exists(folder / "out"));
 }
 
 TEST_F(live_decoding, says_what_it_cannot_capture) {

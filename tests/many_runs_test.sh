@@ -10,7 +10,7 @@ fail() { echo "many_runs_test.sh: $*" >&2 && exit 1; }
 
 # The command of docs/many-runs.md.
 # shellcheck disable=SC2016
-decode_all='parallel --will-cite --joblog runs.log --resume-failed --jobs 4 \
+decode_all='parallel --will-cite --joblog runs.log --resume-failed --jobs 4 --termseq TERM,10000,KILL,25 \
   "$0" decode {} --output runs/{/.} --summary runs/{/.}.json --overwrite --quiet ::: ../captures/*.pcap'
 
 # The live processes of a session. A process is described by its number, its name in parentheses,

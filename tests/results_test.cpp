@@ -141,7 +141,7 @@ TEST_F(results, never_take_the_place_of_files_that_rtrange_has_not_written) {
     const std::string simulate = "simulate --overwrite ";
     const std::pair<std::string, std::string> cases[] = {
         {csv + "more", "target4.csv' exists"},
-        {csv + "edited", "has been changed since rtrange wrote it"},
+        {csv + "edited", "has been changed or copied since rtrange wrote it"},
         {csv + "own", "hunter.csv' exists"},
         {csv + "own/", "hunter.csv' exists"},
         {csv + "list", "rtrange-files.txt' was not written by rtrange"},

@@ -107,7 +107,8 @@ TEST_F(rtrange_program, says_that_frames_were_cut_short_by_the_recorder) {
     const result result = rtrange("decode short.pcap -o out");
     EXPECT_EQ(result.exit_code, 1);
     expect_contains(result.output,
-                    {"259  cut short when recorded", "every NCOM and RCOM frame was refused"});
+                    {"259  cut short when recorded",
+                     "refused: the recorder cut the frames short; record whole frames"});
 }
 
 TEST_F(rtrange_program, completes_its_tables_even_if_nobody_reads_along) {
@@ -199,7 +200,9 @@ TEST_F(rtrange_program, refuses_wrong_arguments_in_one_line) {
         {
             {"", 2, "no command given; see 'rtrange --help'"},
             {"following.pcap", 2, "rtrange report following.pcap"},
-            {"nonsense", 2, "not expected: nonsense"},
+            {"nonsense", 2, "there is no command 'nonsense'; see 'rtrange --help'"},
+            {"decod following.pcap", 2,
+             "there is no command 'decod'; the nearest name is 'decode'"},
             {"decode", 2, "CAPTURE or --interface is required"},
             {"decode --interface ''", 2, "--interface"},
             {decode + "--interface lo", 2, "CAPTURE excludes --interface"},
@@ -210,6 +213,8 @@ TEST_F(rtrange_program, refuses_wrong_arguments_in_one_line) {
             {decode + "-o x.mat --as hdf5", 2, "add --as mat"},
             {decode + "-o x.hdf5 --as mat", 2, "add --as hdf5"},
             {decode + "--fields roll,hading", 2, "nearest name is 'heading'; see 'rtrange fields'"},
+            {decode + "--fields nosuch", 2, "no field 'nosuch'; see 'rtrange fields'"},
+            {decode + "--restart-gap -1", 2, "'-1' is not a number of seconds; give 0 or more"},
             {decode + "--fields ROLL", 2, "nearest name is 'roll'"},
             {decode + "--fields range", 2, "'range_lateral', 'range_longitudinal'"},
             {decode + "--fields rate_longitudinal", 2, "'range_rate_longitudinal'"},
@@ -265,8 +270,9 @@ TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_read_or_write) {
             {"decode wlan.pcap", 1, "not Ethernet"},
             {"decode missing.pcap", 1, "missing.pcap"},
             {"decode .", 1, "is a folder"},
-            {"decode run.pcap.gz", 1, "read it with: zcat run.pcap.gz | rtrange decode -"},
-            {"report run.pcap.gz", 1, "read it with: zcat run.pcap.gz | rtrange report -"},
+            {"decode run.pcap.gz", 1, "with: zcat run.pcap.gz | rtrange decode - --output run\n"},
+            {"report run.pcap.gz", 1, "zcat run.pcap.gz | rtrange report - --output run.html\n"},
+            {"watch run.pcap.gz", 1, "zcat run.pcap.gz | rtrange watch -\n"},
             {"decode following.pcap --as hdf5 -o no/such/folder/run.h5", 1, "cannot write "},
             {"report missing.pcap", 1, "missing.pcap"},
             {"report following.pcap -o .", 1, "'.'"},

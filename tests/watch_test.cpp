@@ -30,7 +30,8 @@ public:
                 const std::string& address = "127.0.0.1")
         : running_program(folder, "watch --listen " + address + ":0 " + arguments), url(line()),
           port(std::atoi(url.c_str() + url.rfind(':') + 1)) {
-        EXPECT_TRUE(url.starts_with("Watch at http://" + address + ":")) << url;
+        const std::string shown = address == "0.0.0.0" ? "127.0.0.1" : address;
+        EXPECT_TRUE(url.starts_with("Watch at http://" + shown + ":")) << url;
     }
 
     result end() {
@@ -113,6 +114,8 @@ TEST_F(watching, answers_requests_for_the_page_and_its_events_only) {
             << line.substr(0, 80) << "\n"
             << headers.substr(0, 80) << "\n"
             << answer;
+        if (status_in(answer) == 403)
+            expect_contains(answer, {"Open this page by the address 127.0.0.1:" + port});
         if (status_in(answer) == 405)
             expect_contains(answer, {"Allow: GET"});
         EXPECT_FALSE(contains(answer, "Access-Control-Allow-Origin"));
@@ -127,12 +130,16 @@ TEST_F(watching, answers_requests_for_the_page_and_its_events_only) {
 
 TEST_F(watching, takes_any_address_but_no_foreign_name_where_it_listens_everywhere) {
     watched_run run(folder, "following.pcap", "0.0.0.0");
-    expect_contains(run.line(), {"Anybody who can reach port"});
+    const std::string port = std::to_string(run.port);
+    expect_contains(run.line(), {"Anybody who can reach port " + port + " of this machine can",
+                                 "on other machines, open its IP address with port " + port});
     for (const auto& [host, status] : std::map<std::string, int>{
              {"192.0.2.7:8080", 200}, {"[2001:db8::1]", 200}, {"pc.example.com", 403}})
         EXPECT_EQ(status_in(answer_to(run.port, "GET / HTTP/1.1\r\nHost: " + host + "\r\n\r\n")),
                   status)
             << host;
+    expect_contains(answer_to(run.port, "GET / HTTP/1.1\r\nHost: pc\r\n\r\n"),
+                    {"Open this page by the IP address of this machine, not by a name."});
     run.end();
 }
 
@@ -147,6 +154,7 @@ TEST_F(watching, says_why_it_cannot_serve_before_it_writes_anything) {
         {"--speed -1", {2, "is not a speed"}},
         {"--speed nan", {2, "is not a speed"}},
         {"--speed fast", {2, "is not a speed"}},
+        {"--speed 2 --interface lo", {2, " excludes --interface"}},
     };
     for (const auto& [arguments, fault] : faults) {
         const result result = rtrange("watch following.pcap -o out " + arguments);

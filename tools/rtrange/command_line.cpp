@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <string_view>
 #include <system_error>
 
 #include <CLI/CLI.hpp>
@@ -20,6 +21,7 @@
 #include "tools/rtrange/fields_command.hpp"
 #include "tools/rtrange/help_text.hpp"
 #include "tools/rtrange/info_command.hpp"
+#include "tools/rtrange/names.hpp"
 #include "tools/rtrange/plugin_file.hpp"
 #include "tools/rtrange/report_command.hpp"
 #include "tools/rtrange/simulate_command.hpp"
@@ -75,7 +77,8 @@ command add_watch(CLI::App& app) {
                      "How fast captures pass: 1 as recorded, 0 as fast as possible")
         ->check(fault_of_speed, "")
         ->type_name("FACTOR")
-        ->capture_default_str();
+        ->capture_default_str()
+        ->excludes("--interface");
     add_tables(*parser, options->decode, "Also write tables: folder of the CSV files, or file");
     for (const char* const name : {"--as", "--samples", "--overwrite"})
         parser->get_option(name)->needs("--output");
@@ -193,6 +196,15 @@ std::string first_name(const std::vector<std::string>& arguments) {
     return found == arguments.end() ? "" : *found;
 }
 
+/// A message that says what is wrong with the name of a command; empty if there is such a command.
+std::string fault_of_command(const std::string& given, const CLI::App& app) {
+    const auto commands = app.get_subcommands({});
+    std::vector<std::string_view> names;
+    for (const CLI::App* const command : commands)
+        names.push_back(command->get_name());
+    return fault_of_name("command", given, names);
+}
+
 /// The message about wrong arguments, with the command that helps.
 std::string message_for(const CLI::ParseError& error, const CLI::App& app,
                         const std::vector<std::string>& arguments) {
@@ -203,10 +215,21 @@ std::string message_for(const CLI::ParseError& error, const CLI::App& app,
         std::filesystem::is_regular_file(std::u8string(name.begin(), name.end()), ignored))
         return fmt::format("no command given; to view a capture: rtrange report {}", name);
     std::string message = error.what();
+    if (const std::string fault = fault_of_command(name, app);
+        commands.empty() && !name.empty() && !fault.empty())
+        message = fault;
     if (message.find("see 'rtrange") != std::string::npos)
         return message;
     return fmt::format("{}; see 'rtrange {}--help'", message,
                        commands.empty() ? "" : commands.front()->get_name() + " ");
+}
+
+/// The option that names a result after a compressed capture, as if it had been read unpacked.
+std::string named_result(const std::string& command, const compressed_capture& capture) {
+    const std::string name = capture.unpacked_name();
+    if (command == "watch" || name.empty())
+        return {};
+    return " --output " + shell_argument(name + (command == "report" ? ".html" : ""));
 }
 
 /// Runs a command. A failure over a compressed capture names the command line that reads it.
@@ -214,8 +237,9 @@ int run(const command& command) {
     try {
         return command.run();
     } catch (const compressed_capture& error) {
-        throw failure(fmt::format("{}; read it with: {} | rtrange {} -", error.what(),
-                                  error.unpacking(), command.parser->get_name()));
+        const std::string name = command.parser->get_name();
+        throw failure(fmt::format("{}; read it with: {} | rtrange {} -{}", error.what(),
+                                  error.unpacking(), name, named_result(name, error)));
     }
 }
 

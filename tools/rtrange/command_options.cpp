@@ -1,6 +1,9 @@
 #include "tools/rtrange/command_options.hpp"
 
+#include <cmath>
 #include <vector>
+
+#include <fmt/format.h>
 
 #include "zel/format_type.h"
 
@@ -40,6 +43,13 @@ void add_times(CLI::App& parser, selection_options& options) {
     parser.add_option("--to", options.to, "Only rows before this time")
         ->type_name("TIME")
         ->check(fault_of_time, "");
+}
+
+std::string fault_of_gap(const std::string& text) {
+    double seconds = -1.0;
+    if (CLI::detail::lexical_cast(text, seconds) && seconds >= 0.0 && std::isfinite(seconds))
+        return {};
+    return fmt::format("'{}' is not a number of seconds; give 0 or more", text);
 }
 
 } // namespace
@@ -105,7 +115,7 @@ void add_decoder(CLI::App& parser, run_options& options) {
         .add_option("--restart-gap", options.restart_gap_s,
                     "Start a new decoder after a gap of this many seconds; 0: never (default: 5; "
                     "0 in the view record)")
-        ->check(CLI::NonNegativeNumber)
+        ->check(fault_of_gap, "")
         ->type_name("SECONDS");
     parser.add_option("--plugin", options.plugin, plugin_help)->type_name("FILE");
     parser

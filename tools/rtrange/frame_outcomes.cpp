@@ -84,6 +84,7 @@ frame_outcome frame_outcomes::count(const captured_frame& frame,
         return frame_outcome::foreign;
     }
     if (complaint_) {
+        refused_whole += frame.cut ? 0 : 1;
         refusal_ = stored_reason(complaint_->message);
         count_complaint(frame, refusals);
         return frame_outcome::refused;

@@ -62,8 +62,9 @@ public:
     std::uint64_t not_ipv4 = 0;
     std::uint64_t not_udp = 0;
     std::uint64_t other_ports = 0;
-    std::uint64_t ignored_rcom = 0; ///< RCOM packets of a type without decoded content
-    std::uint64_t cut = 0;          ///< frames of which the capture holds only the beginning
+    std::uint64_t ignored_rcom = 0;  ///< RCOM packets of a type without decoded content
+    std::uint64_t cut = 0;           ///< frames of which the capture holds only the beginning
+    std::uint64_t refused_whole = 0; ///< refused frames that are not among these
 
     // Frames that were not plain Ethernet frames when they were captured:
     std::uint64_t with_vlan_tag = 0;

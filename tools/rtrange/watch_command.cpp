@@ -62,10 +62,13 @@ run_options with_fields_of_page(run_options run) {
 }
 
 void announce(const listen_address& address) {
-    print("Watch at http://{}/\n", text_of(address));
-    if (!is_loopback(address))
-        print("Anybody who can reach port {} of {} can watch\n", address.port,
-              is_wildcard(address) ? "this machine" : address.host);
+    print("Watch at http://{}/\n", text_of(local_address(address)));
+    if (is_wildcard(address))
+        print("Anybody who can reach port {0} of this machine can watch; on other machines, open "
+              "its IP address with port {0}\n",
+              address.port);
+    else if (!is_loopback(address))
+        print("Anybody who can reach port {} of {} can watch\n", address.port, address.host);
     flush_standard_output();
 }
 

@@ -32,12 +32,15 @@ link_layer readable_link_layer(pcap* capture, const std::filesystem::path& file)
         file.string(), name != nullptr ? name : std::to_string(link_type)));
 }
 
-/// libpcap reads a pcapng file only if its interfaces are alike. Gives what to do if they are not.
-std::string_view advice_about_interfaces(std::string_view reason) {
+/// libpcap reads a pcapng file only if its interfaces are alike. Gives how they differ and what to
+/// do if they are not; empty for other faults.
+std::string_view difference_of_interfaces(std::string_view reason) {
     if (reason.find("different from the type of the first interface") != std::string_view::npos)
-        return "; record each interface into a file of its own";
+        return "its interfaces have different link types; record each interface into a file of its "
+               "own";
     if (reason.find("different from the snapshot length of") != std::string_view::npos)
-        return "; convert the file to pcap with 'editcap -F pcap'";
+        return "its interfaces have different snapshot lengths; convert the file to pcap with "
+               "'editcap -F pcap'";
     return "";
 }
 
@@ -91,10 +94,13 @@ std::optional<captured_frame> capture_reader::next() {
         return std::nullopt;
     if (result != 1) {
         const char* const reason = pcap_geterr(capture_.get());
-        const std::string_view advice = advice_about_interfaces(reason);
-        throw broken_capture(fmt::format("'{}' {} after frame {}: {}{}", file_.string(),
-                                         advice.empty() ? "is broken" : "cannot be read", frames_,
-                                         reason, advice));
+        const std::string_view difference = difference_of_interfaces(reason);
+        if (difference.empty())
+            throw broken_capture(
+                fmt::format("'{}' is broken after frame {}: {}", file_.string(), frames_, reason));
+        throw broken_capture(fmt::format("'{}' cannot be read{}: {}", file_.string(),
+                                         frames_ > 0 ? fmt::format(" after frame {}", frames_) : "",
+                                         difference));
     }
     ++frames_;
     using seconds_type = decltype(header_->ts.tv_sec);

@@ -23,7 +23,16 @@ constexpr std::array<compression, 4> compressions{{
     {"\x28\xB5\x2F\xFD", "zstd", "zstdcat"},
 }};
 
-/// The name of a file as an argument in a shell.
+std::string without_extensions(const std::filesystem::path& file) {
+    std::filesystem::path name = file.stem();
+    for (const char* const of_captures : {".pcap", ".pcapng", ".cap"})
+        if (name.extension() == of_captures)
+            name = name.stem();
+    return name == file.filename() ? "" : name.string();
+}
+
+} // namespace
+
 std::string shell_argument(const std::string& name) {
     constexpr std::string_view harmless = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
                                           "0123456789_./+:,@%=-";
@@ -35,8 +44,6 @@ std::string shell_argument(const std::string& name) {
     return "'" + text + "'";
 }
 
-} // namespace
-
 void check_not_compressed(const std::filesystem::path& file) {
     std::array<char, 6> bytes{};
     std::ifstream stream(file, std::ios::binary);
@@ -46,7 +53,8 @@ void check_not_compressed(const std::filesystem::path& file) {
         if (start.starts_with(first_bytes))
             throw compressed_capture(
                 fmt::format("'{}' is compressed with {}", file.string(), program),
-                fmt::format("{} {}", unpacks, shell_argument(file.string())));
+                fmt::format("{} {}", unpacks, shell_argument(file.string())),
+                without_extensions(file));
 }
 
 } // namespace rtrange

@@ -30,6 +30,9 @@ std::string options_text(const selection_options& options) {
 }
 
 std::string reason_for_none_decoded(const frame_outcomes& outcomes) {
+    if (!outcomes.refusals.empty() && outcomes.refused_whole == 0)
+        return "every NCOM and RCOM frame was refused: the recorder cut the frames short; record "
+               "whole frames";
     if (!outcomes.refusals.empty()) {
         const auto most_frequent = std::ranges::max_element(
             outcomes.refusals, {}, [](const auto& entry) { return entry.second.count; });

@@ -132,8 +132,8 @@ void result_folder::check_files(const std::vector<std::string>& names) {
                                       "move it, or choose another folder with -o",
                                       file.string(), manifest_name));
         if (std::ranges::find(tables, listed(file)) == tables.end())
-            throw failure(fmt::format("'{}' has been changed since rtrange wrote it; move it, or "
-                                      "choose another folder with -o",
+            throw failure(fmt::format("'{}' has been changed or copied since rtrange wrote it; "
+                                      "move it, or choose another folder with -o",
                                       file.string()));
         earlier_.push_back(listed(file));
     }

@@ -1,14 +1,13 @@
 #include "tools/rtrange/tables/selection.hpp"
 
 #include <algorithm>
-#include <cstddef>
-#include <numeric>
 #include <span>
 #include <string_view>
 
 #include <fmt/format.h>
 
 #include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/names.hpp"
 #include "tools/rtrange/tables/measured_columns.hpp"
 #include "tools/rtrange/tables/table.hpp"
 #include "zel_rt_range_formatter/records/ncom_fields.hpp"
@@ -19,64 +18,6 @@ namespace rtrange {
 using namespace zel::toolbox::rt_range;
 
 namespace {
-
-/// Number of characters to insert, delete or replace to turn one name into the other.
-std::size_t distance(std::string_view from, std::string_view to) {
-    std::vector<std::size_t> row(to.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < from.size(); ++i) {
-        std::size_t diagonal = row[0];
-        row[0] = i + 1;
-        for (std::size_t j = 0; j < to.size(); ++j) {
-            const std::size_t replaced = diagonal + (from[i] == to[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
-        }
-    }
-    return row.back();
-}
-
-std::string lower_case(std::string_view text) {
-    std::string result(text);
-    for (char& character : result)
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-    return result;
-}
-
-/// The name that differs in case only; else the first few that begin with the given one; else those
-/// that contain it; else the one with the smallest distance. Ignores case.
-std::vector<std::string_view> nearest_names(std::string_view given,
-                                            const std::vector<std::string_view>& names) {
-    constexpr std::size_t most = 4;
-    const std::string wanted = lower_case(given);
-    std::vector<std::string_view> beginning, containing;
-    for (const std::string_view name : names) {
-        if (lower_case(name) == wanted)
-            return {name};
-        const std::size_t at = wanted.empty() ? std::string::npos : lower_case(name).find(wanted);
-        auto& list = at == 0 ? beginning : containing;
-        if (at != std::string::npos && list.size() < most &&
-            std::ranges::find(list, name) == list.end())
-            list.push_back(name);
-    }
-    if (!beginning.empty())
-        return beginning;
-    if (!containing.empty())
-        return containing;
-    return {*std::ranges::min_element(
-        names, {}, [&](std::string_view name) { return distance(wanted, lower_case(name)); })};
-}
-
-/// Empty if the list contains the name; otherwise a message that suggests the nearest names.
-std::string fault_of_name(std::string_view kind, std::string_view name,
-                          const std::vector<std::string_view>& names) {
-    if (std::ranges::find(names, name) != names.end())
-        return {};
-    const auto nearest = nearest_names(name, names);
-    return fmt::format("there is no {} '{}'; the nearest name{} '{}'", kind, name,
-                       nearest.size() == 1 ? " is" : "s are", fmt::join(nearest, "', '"));
-}
 
 /// Whether a column stands at the beginning of tables, whatever is selected.
 bool is_always_written(std::string_view name) {

@@ -92,6 +92,13 @@ bool is_wildcard(const listen_address& address) {
                                [](std::uint8_t byte) { return byte == 0; });
 }
 
+listen_address local_address(const listen_address& address) {
+    if (!is_wildcard(address))
+        return address;
+    const bool is_v6 = address.host.find(':') != std::string::npos;
+    return {is_v6 ? "::1" : localhost, address.port};
+}
+
 bool accepts_host(const listen_address& address, std::string_view header) {
     const auto parsed = parse_host(header);
     return parsed && (is_loopback(parsed->address) || is_wildcard(address) ||

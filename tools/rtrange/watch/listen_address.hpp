@@ -28,6 +28,10 @@ bool is_loopback(const listen_address& address);
 /// Whether the address stands for all addresses of this machine.
 bool is_wildcard(const listen_address& address);
 
+/// The address at which this machine's own browser reaches the page: for a wildcard, a loopback
+/// one.
+listen_address local_address(const listen_address& address);
+
 /// Whether a request may have this Host header: the address itself, or this machine by any of its
 /// loopback names; for a wildcard, any IP address. Other names could lead to a page of somebody
 /// else, whose scripts would then read the run.

@@ -65,6 +65,13 @@ int status_for(const httplib::Request& request, const listen_address& address) {
     return request.has_header("Range") ? 416 : 200; // the events have no length
 }
 
+/// For those who have opened the page under another name.
+std::string how_to_open(const listen_address& address) {
+    if (is_wildcard(address))
+        return "Open this page by the IP address of this machine, not by a name.\n";
+    return fmt::format("Open this page by the address {}, not by a name.\n", text_of(address));
+}
+
 } // namespace
 
 watch_server::watch_server(const listen_address& address, update_feed& feed)
@@ -115,6 +122,8 @@ void watch_server::answer(const httplib::Request& request, httplib::Response& re
     response.status = status_for(request, address_);
     if (response.status == 405)
         response.set_header("Allow", "GET");
+    if (response.status == 403)
+        response.set_content(how_to_open(address_), "text/plain; charset=utf-8");
     if (response.status != 200)
         return;
     if (request.path == "/")
