@@ -4,14 +4,15 @@ file(MAKE_DIRECTORY ${folder})
 
 file(READ ${SOURCE_DIR}/LICENSE copyright)
 string(APPEND copyright "
-The program rtrange contains code from the headers of CLI11, fmt and JSON for Modern C++, and its
-reports contain uPlot. Their licences follow.
+The program rtrange contains code from the headers of CLI11, cpp-httplib, fmt and JSON for Modern
+C++, and its pages contain uPlot. Their licences follow.
 ")
 set(CLI11 /usr/share/doc/libcli11-dev/copyright)
+set(cpp-httplib /usr/share/doc/libcpp-httplib-dev/copyright)
 set(fmt /usr/share/doc/libfmt-dev/copyright)
 set(JSON /usr/share/doc/nlohmann-json3-dev/copyright)
 set(uPlot ${SOURCE_DIR}/third_party/uplot/LICENSE)
-foreach(library CLI11 fmt JSON uPlot)
+foreach(library CLI11 cpp-httplib fmt JSON uPlot)
   file(READ ${${library}} text)
   string(APPEND copyright "\n== ${library} ==\n\n${text}")
 endforeach()

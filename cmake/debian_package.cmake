@@ -6,9 +6,10 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/bin)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "Decoder of network captures of an RT-Range hunter/target system
-rtrange decodes NCOM and RCOM traffic, captured or live, into tables (CSV or
-HDF5), and plots it on one HTML page. It works with a formatter plug-in, which
-is included, as are the headers and an example for hosts of the plug-in.")
+rtrange decodes NCOM and RCOM traffic, captured or live, into tables (CSV,
+HDF5 or MAT files), plots it on one HTML page, and shows it live in a browser.
+It works with a formatter plug-in, which is included, as are the headers and
+an example for hosts of the plug-in.")
 if(NOT CPACK_PACKAGE_CONTACT)
   set(CPACK_PACKAGE_CONTACT "The RT-Range formatter authors <rtrange@example.org>")
 endif()

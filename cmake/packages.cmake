@@ -55,6 +55,8 @@ if(ZEL_BUILD_TOOLS AND WIN32)
 elseif(ZEL_BUILD_TOOLS)
   # Of these, code from the headers is in the program; the other libraries are the machine's.
   install(FILES /usr/share/doc/libcli11-dev/copyright DESTINATION licenses RENAME CLI11.txt)
+  install(FILES /usr/share/doc/libcpp-httplib-dev/copyright DESTINATION licenses
+    RENAME cpp-httplib.txt)
   install(FILES /usr/share/doc/nlohmann-json3-dev/copyright DESTINATION licenses
     RENAME nlohmann-json.txt)
   install(FILES /usr/share/doc/libfmt-dev/copyright DESTINATION licenses RENAME fmtlib.txt)

@@ -80,7 +80,7 @@ command add_watch(CLI::App& app) {
         ->capture_default_str()
         ->excludes("--interface");
     add_tables(*parser, options->decode, "Also write tables: folder of the CSV files, or file");
-    for (const char* const name : {"--as", "--samples", "--overwrite"})
+    for (const char* const name : {"--as", "--samples"})
         parser->get_option(name)->needs("--output");
     add_content(*parser, options->decode.run.selection);
     add_decoder(*parser, options->decode.run);

@@ -30,13 +30,13 @@ namespace {
 /// Paces captures, and tells the page of each frame.
 class watch_follower final : public run_follower {
 public:
-    watch_follower(replay_clock& clock, live_history& history, bool has_tables)
-        : clock_(clock), history_(history), has_tables_(has_tables) {}
+    watch_follower(replay_clock& clock, live_history& history, bool has_result)
+        : clock_(clock), history_(history), has_result_(has_result) {}
 
     bool wait_for(const captured_frame& frame) override {
         clock_.wait_for(frame);
-        // Without tables, nothing is lost when the run ends here.
-        return has_tables_ || !interrupted();
+        // Without tables and summary, nothing is lost when the run ends here.
+        return has_result_ || !interrupted();
     }
 
     void finish(const captured_frame& frame) override { history_.finish_frame(frame.time_ns); }
@@ -44,7 +44,7 @@ public:
 private:
     replay_clock& clock_;
     live_history& history_;
-    bool has_tables_;
+    bool has_result_;
 };
 
 std::string title_of(const decode_options& options) {
@@ -84,6 +84,7 @@ void show_end_until_interrupted() {
 int watch_into(run_state& state, const watch_options& options) {
     const decode_options& tables = options.decode;
     const bool has_tables = !tables.output.empty();
+    const bool has_result = has_tables || !tables.run.summary.empty();
     const auto file = has_tables ? output_of(tables) : std::filesystem::path();
     auto captures = open_captures(tables.run.captures);
     if (has_tables)
@@ -102,12 +103,12 @@ int watch_into(run_state& state, const watch_options& options) {
     const auto written = has_tables ? create_output(file, tables, columns) : nullptr;
     watch_output output(history, written.get(), columns);
     with_key_figures rows(output, decoder.columns());
-    watch_follower follower(feed.clock(), history, has_tables);
+    watch_follower follower(feed.clock(), history, has_result);
     server.start();
     announce(server.address());
     state.faults = live ? decode_live(*live, decoder, rows, &follower)
                         : decode_captures(captures, decoder, rows, &follower);
-    if (has_tables || !interrupted())
+    if (has_result || !interrupted())
         end_without_rows(decoder, tables.run, state.faults);
     output.close();
     state.tables = output.tables();

@@ -62,10 +62,8 @@ double key_figure_collector::value_in(const table_row& row, const figure_source&
     if (source.how == derivation::none)
         return first;
     const double second = number_in(row.cells[source.second_column]);
-    if (source.how == derivation::distance)
-        return std::sqrt(first * first + second * second);
-    const double sign = first > 0.0 ? 1.0 : first < 0.0 ? -1.0 : first;
-    return -second * sign;
+    return source.how == derivation::distance ? distance_of(first, second)
+                                              : closing_speed_of(first, second);
 }
 
 void key_figure_collector::take(const table_row& row) {

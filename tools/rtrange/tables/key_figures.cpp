@@ -34,6 +34,15 @@ double rank_of(double value, extreme which) {
     return std::abs(value);
 }
 
+double distance_of(double longitudinal, double lateral) {
+    return std::sqrt(longitudinal * longitudinal + lateral * lateral);
+}
+
+double closing_speed_of(double range, double rate) {
+    const double sign = range > 0.0 ? 1.0 : range < 0.0 ? -1.0 : range;
+    return -rate * sign;
+}
+
 std::span<const key_figure> key_figures() {
     using enum extreme;
     constexpr row_kind range = row_kind::range, navigation = row_kind::navigation;

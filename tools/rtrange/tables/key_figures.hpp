@@ -20,6 +20,13 @@ std::string_view name_of(extreme which);
 /// Higher for values that come closer to the extreme; NaN for an unknown value.
 double rank_of(double value, extreme which);
 
+/// The total distance of a target with these longitudinal and lateral ranges.
+double distance_of(double longitudinal, double lateral);
+
+/// The closing speed of a target at this longitudinal range, which changes at this rate: positive
+/// while it comes closer. NaN if one of them is unknown.
+double closing_speed_of(double range, double rate);
+
 /// One figure of a unit over a run, or over a part of it.
 struct key_figure {
     std::string_view name;  ///< for example "smallest_time_to_collision"

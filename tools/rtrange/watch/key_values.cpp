@@ -1,7 +1,6 @@
 #include "tools/rtrange/watch/key_values.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <limits>
 #include <string_view>
@@ -24,11 +23,11 @@ row_rating value_of(const key_figure& figure, std::span<const std::string> colum
     const row_rating x = value_of("range_longitudinal", columns);
     if (figure.value == "distance")
         return [x, y = value_of("range_lateral", columns)](std::span<const double> row) {
-            return std::sqrt(x(row) * x(row) + y(row) * y(row));
+            return distance_of(x(row), y(row));
         };
     if (figure.value == "closing_speed")
         return [x, rate = value_of("range_rate_longitudinal", columns)](
-                   std::span<const double> row) { return x(row) < 0.0 ? rate(row) : -rate(row); };
+                   std::span<const double> row) { return closing_speed_of(x(row), rate(row)); };
     return value_of(figure.value, columns);
 }
 
