@@ -200,6 +200,7 @@ std::string first_name(const std::vector<std::string>& arguments) {
 std::string fault_of_command(const std::string& given, const CLI::App& app) {
     const auto commands = app.get_subcommands({});
     std::vector<std::string_view> names;
+    names.reserve(commands.size());
     for (const CLI::App* const command : commands)
         names.push_back(command->get_name());
     return fault_of_name("command", given, names);
@@ -226,7 +227,7 @@ std::string message_for(const CLI::ParseError& error, const CLI::App& app,
 
 /// The option that names a result after a compressed capture, as if it had been read unpacked.
 std::string named_result(const std::string& command, const compressed_capture& capture) {
-    const std::string name = capture.unpacked_name();
+    const std::string& name = capture.unpacked_name();
     if (command == "watch" || name.empty())
         return {};
     return " --output " + shell_argument(name + (command == "report" ? ".html" : ""));
