@@ -93,7 +93,7 @@ TEST_F(linux_package, works_as_its_readme_says) {
     EXPECT_EQ(result.exit_code, 0) << result.output;
     expect_files(package, {"following.html", "following/hunter.csv"});
     for (std::size_t at = 0; (at = page.find("](", at)) != page.npos; at += 2)
-        expect_files(package, {page.substr(at + 2, page.find(')', at) - at - 2)});
+        expect_files(package, {page.substr(at + 2, page.find_first_of(")#", at) - at - 2)});
     fs::remove(package / "following.html");
     fs::remove_all(package / "following");
 }
