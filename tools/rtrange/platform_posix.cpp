@@ -84,6 +84,8 @@ std::vector<std::uint8_t> bytes_of_ip_address(const std::string& text) {
 void prepare_listening_socket(std::intptr_t socket) {
     const int yes = 1;
     ::setsockopt(static_cast<int>(socket), SOL_SOCKET, SO_REUSEADDR, &yes, sizeof(yes));
+    ::setsockopt(static_cast<int>(socket), SOL_SOCKET, SO_SNDBUF, &send_buffer_size,
+                 sizeof(send_buffer_size));
 }
 
 std::error_code last_socket_error() {

@@ -106,6 +106,8 @@ void prepare_listening_socket(std::intptr_t socket) {
     const BOOL yes = 1;
     ::setsockopt(static_cast<SOCKET>(socket), SOL_SOCKET, SO_EXCLUSIVEADDRUSE,
                  reinterpret_cast<const char*>(&yes), sizeof(yes));
+    ::setsockopt(static_cast<SOCKET>(socket), SOL_SOCKET, SO_SNDBUF,
+                 reinterpret_cast<const char*>(&send_buffer_size), sizeof(send_buffer_size));
 }
 
 std::error_code last_socket_error() {
