@@ -1,6 +1,7 @@
 // Functions that differ between operating systems. File names in strings are UTF-8.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -46,6 +47,13 @@ constexpr int send_buffer_size = 65536;
 
 /// Lets a socket listen on a port that was in use until now, and keeps others off that port.
 void prepare_listening_socket(std::intptr_t socket);
+
+/// Waits until a socket can be read or written, or has failed. Returns false if neither happens.
+bool wait_to_read(std::intptr_t socket, std::chrono::milliseconds wait);
+bool wait_to_write(std::intptr_t socket, std::chrono::milliseconds wait);
+
+/// Ends a connection.
+void close_connection(std::intptr_t socket);
 
 /// Why the last call of a socket function failed.
 std::error_code last_socket_error();
