@@ -1,6 +1,7 @@
 // A client of the live page that writes what it likes, and reads as slowly as it likes.
 #pragma once
 
+#include <chrono>
 #include <cstdlib>
 #include <map>
 #include <optional>
@@ -20,7 +21,12 @@ namespace rtrange_test {
 /// A TCP connection to this machine.
 class connection {
 public:
-    explicit connection(int port) : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
+    /// With a size, the system holds back about so many bytes that have not been read.
+    explicit connection(int port, int receive_buffer_size = 0)
+        : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
+        if (receive_buffer_size > 0)
+            ::setsockopt(socket_, SOL_SOCKET, SO_RCVBUF, &receive_buffer_size,
+                         sizeof(receive_buffer_size));
         sockaddr_in address{};
         address.sin_family = AF_INET;
         address.sin_port = htons(static_cast<std::uint16_t>(port));
@@ -34,13 +40,15 @@ public:
     connection& operator=(const connection&) = delete;
     ~connection() { ::close(socket_); }
 
-    void send(const std::string& text) const {
+    /// Returns false when the other side reads no more.
+    bool send(const std::string& text) const {
         for (std::size_t at = 0; at < text.size();) {
             const auto sent = ::send(socket_, text.data() + at, text.size() - at, MSG_NOSIGNAL);
             if (sent <= 0)
-                return; // the other side has read enough
+                return false;
             at += static_cast<std::size_t>(sent);
         }
+        return true;
     }
 
     /// At most so many bytes; none at the end.
@@ -55,13 +63,17 @@ private:
     int socket_;
 };
 
-/// Everything that is answered to a request.
+/// Everything that is answered to a request within half a minute.
 inline std::string answer_to(int port, const std::string& request) {
     const connection connection(port);
     connection.send(request);
     std::string answer;
-    for (std::string part = connection.read(); !part.empty(); part = connection.read())
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    for (std::string part = connection.read(); !part.empty(); part = connection.read()) {
         answer += part;
+        if (std::chrono::steady_clock::now() > end)
+            break; // it goes on for ever
+    }
     return answer;
 }
 

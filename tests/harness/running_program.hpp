@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include <sys/wait.h>
 
@@ -25,10 +26,23 @@ public:
         process_ = std::stoi(line());
     }
 
+    running_program(const running_program&) = delete;
+    running_program& operator=(const running_program&) = delete;
+
+    /// A test that gave up leaves no program behind.
+    ~running_program() {
+        if (pipe_ == nullptr)
+            return;
+        signal(SIGKILL);
+        pclose(pipe_);
+    }
+
     std::string line() {
         std::array<char, 4096> text{};
         return std::fgets(text.data(), text.size(), pipe_) != nullptr ? text.data() : "";
     }
+
+    pid_t process() const { return process_; }
 
     void signal(int number) const { kill(process_, number); }
 
@@ -36,7 +50,7 @@ public:
         result result{-1, {}};
         for (std::string text = line(); !text.empty(); text = line())
             result.output += text;
-        const int status = pclose(pipe_);
+        const int status = pclose(std::exchange(pipe_, nullptr));
         result.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
         return result;
     }

@@ -1,6 +1,7 @@
 // Functions that differ between operating systems. File names in strings are UTF-8.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -40,8 +41,19 @@ std::int64_t position_in(std::FILE* file);
 /// The bytes of an IPv4 or IPv6 address, 4 or 16 in network order; none for other text.
 std::vector<std::uint8_t> bytes_of_ip_address(const std::string& text);
 
+/// How many bytes the system holds back for each connection that prepare_listening_socket's socket
+/// accepts. A slow reader shall be noticed soon, not after the megabytes of the usual buffer.
+constexpr int send_buffer_size = 65536;
+
 /// Lets a socket listen on a port that was in use until now, and keeps others off that port.
 void prepare_listening_socket(std::intptr_t socket);
+
+/// Waits until a socket can be read or written, or has failed. Returns false if neither happens.
+bool wait_to_read(std::intptr_t socket, std::chrono::milliseconds wait);
+bool wait_to_write(std::intptr_t socket, std::chrono::milliseconds wait);
+
+/// Ends a connection.
+void close_connection(std::intptr_t socket);
 
 /// Why the last call of a socket function failed.
 std::error_code last_socket_error();

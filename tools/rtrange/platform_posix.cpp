@@ -12,6 +12,7 @@
 #include <arpa/inet.h>
 #include <fcntl.h>
 #include <netinet/in.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -84,6 +85,23 @@ std::vector<std::uint8_t> bytes_of_ip_address(const std::string& text) {
 void prepare_listening_socket(std::intptr_t socket) {
     const int yes = 1;
     ::setsockopt(static_cast<int>(socket), SOL_SOCKET, SO_REUSEADDR, &yes, sizeof(yes));
+    ::setsockopt(static_cast<int>(socket), SOL_SOCKET, SO_SNDBUF, &send_buffer_size,
+                 sizeof(send_buffer_size));
+}
+
+bool wait_to_read(std::intptr_t socket, std::chrono::milliseconds wait) {
+    pollfd asked{static_cast<int>(socket), POLLIN, 0};
+    return ::poll(&asked, 1, static_cast<int>(wait.count())) > 0;
+}
+
+bool wait_to_write(std::intptr_t socket, std::chrono::milliseconds wait) {
+    pollfd asked{static_cast<int>(socket), POLLOUT, 0};
+    return ::poll(&asked, 1, static_cast<int>(wait.count())) > 0;
+}
+
+void close_connection(std::intptr_t socket) {
+    ::shutdown(static_cast<int>(socket), SHUT_RDWR);
+    ::close(static_cast<int>(socket));
 }
 
 std::error_code last_socket_error() {

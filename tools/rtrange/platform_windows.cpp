@@ -106,6 +106,23 @@ void prepare_listening_socket(std::intptr_t socket) {
     const BOOL yes = 1;
     ::setsockopt(static_cast<SOCKET>(socket), SOL_SOCKET, SO_EXCLUSIVEADDRUSE,
                  reinterpret_cast<const char*>(&yes), sizeof(yes));
+    ::setsockopt(static_cast<SOCKET>(socket), SOL_SOCKET, SO_SNDBUF,
+                 reinterpret_cast<const char*>(&send_buffer_size), sizeof(send_buffer_size));
+}
+
+bool wait_to_read(std::intptr_t socket, std::chrono::milliseconds wait) {
+    WSAPOLLFD asked{static_cast<SOCKET>(socket), POLLIN, 0};
+    return WSAPoll(&asked, 1, static_cast<int>(wait.count())) > 0;
+}
+
+bool wait_to_write(std::intptr_t socket, std::chrono::milliseconds wait) {
+    WSAPOLLFD asked{static_cast<SOCKET>(socket), POLLOUT, 0};
+    return WSAPoll(&asked, 1, static_cast<int>(wait.count())) > 0;
+}
+
+void close_connection(std::intptr_t socket) {
+    ::shutdown(static_cast<SOCKET>(socket), SD_BOTH);
+    ::closesocket(static_cast<SOCKET>(socket));
 }
 
 std::error_code last_socket_error() {

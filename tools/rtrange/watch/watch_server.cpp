@@ -12,6 +12,7 @@
 
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/platform.hpp"
+#include "tools/rtrange/watch/bounded_server.hpp"
 #include "tools/rtrange/watch/watch_page.hpp"
 
 namespace rtrange {
@@ -43,18 +44,8 @@ std::string reason_not_to_listen(const listen_address& address) {
     return fmt::format("cannot listen on {}: {}", text_of(address), error.message());
 }
 
-std::size_t size_of_headers(const httplib::Request& request) {
-    std::size_t size = request.target.size();
-    for (const auto& [name, value] : request.headers)
-        size += name.size() + value.size();
-    return size;
-}
-
 /// The status of the answer: 200, or why there is none.
 int status_for(const httplib::Request& request, const listen_address& address) {
-    constexpr std::size_t largest_headers = 16384;
-    if (size_of_headers(request) > largest_headers)
-        return 431;
     if (request.get_header_value_count("Host") != 1 ||
         !accepts_host(address, request.get_header_value("Host")))
         return 403;
@@ -75,18 +66,10 @@ std::string how_to_open(const listen_address& address) {
 } // namespace
 
 watch_server::watch_server(const listen_address& address, update_feed& feed)
-    : address_(address), feed_(feed), server_(std::make_unique<httplib::Server>()) {
-    server_->new_task_queue = [] {
-        return new httplib::ThreadPool(most_streams + further_threads); // which the server deletes
-    };
+    : address_(address), feed_(feed), server_(make_bounded_server(most_streams + further_threads)) {
     server_->set_socket_options(
         [](auto socket) { prepare_listening_socket(static_cast<std::intptr_t>(socket)); });
     server_->set_tcp_nodelay(true);
-    // One request per connection, so that no idle browser occupies a thread.
-    server_->set_keep_alive_max_count(1);
-    server_->set_keep_alive_timeout(2);
-    server_->set_read_timeout(2);
-    server_->set_write_timeout(0, 200'000); // of one attempt, see send()
     server_->set_default_headers({{"Content-Security-Policy", content_security_policy},
                                   {"X-Content-Type-Options", "nosniff"},
                                   {"Referrer-Policy", "no-referrer"},
@@ -112,9 +95,15 @@ watch_server::~watch_server() {
 }
 
 void watch_server::start() {
-    thread_ = std::thread([this] { server_->listen_after_bind(); });
+    thread_ = std::thread([this] {
+        try {
+            server_->listen_after_bind();
+        } catch (...) { // for want of memory or threads: the run goes on without its page
+        }
+        has_ended_ = true;
+    });
     // A server that does not run yet cannot be stopped.
-    while (!server_->is_running())
+    while (!server_->is_running() && !has_ended_)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
@@ -171,24 +160,9 @@ void watch_server::send_events(httplib::DataSink& browser) {
     } while (pause());
 }
 
-/// Returns false when the browser does not read, is gone, or is to be disconnected. Writes in
-/// portions that a socket takes at once when it takes any, so that no write lasts long.
+/// Returns false when the browser is gone, or is to be disconnected.
 bool watch_server::send(httplib::DataSink& browser, std::string_view text) {
-    constexpr std::size_t portion = 4096;
-    constexpr std::chrono::seconds patience(5);
-    constexpr std::chrono::milliseconds shortest_attempt(100);
-    for (; !text.empty(); text.remove_prefix(std::min(portion, text.size()))) {
-        const auto start = clock::now();
-        for (auto attempt = start; !browser.is_writable(); attempt = clock::now()) {
-            const auto now = clock::now();
-            // An attempt that ends early fails because the browser is gone.
-            if (now - attempt < shortest_attempt || now - start > patience || is_stopping())
-                return false;
-        }
-        if (!browser.write(text.data(), std::min(portion, text.size())))
-            return false;
-    }
-    return !is_stopping();
+    return browser.write(text.data(), text.size()) && !is_stopping();
 }
 
 /// Waits for the next update. Returns false when the server stops.

@@ -20,8 +20,7 @@ class Server;
 
 namespace rtrange {
 
-/// Serves the page and its events, and nothing else, by threads of its own. A browser that does not
-/// read for five seconds is disconnected.
+/// Serves the page and its events, and nothing else, by threads of its own.
 class watch_server {
 public:
     /// Begins to listen; answers come after start(). Throws failure when the address cannot be
@@ -51,6 +50,7 @@ private:
     update_feed& feed_;
     std::unique_ptr<httplib::Server> server_;
     std::thread thread_;
+    std::atomic<bool> has_ended_ = false;
     std::atomic<int> streams_ = 0; ///< browsers that are sent events
     std::mutex mutex_;             ///< of all that follows
     std::condition_variable stops_;
