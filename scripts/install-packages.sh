@@ -13,7 +13,7 @@ for option in "$@"; do
   --with-windows)
     packages+=(g++-mingw-w64-x86-64-posix wine64 libz-mingw-w64-dev zip flex bison)
     ;;
-  --with-clang) packages+=(clang libclang-rt-dev clang-tidy) ;;
+  --with-clang) packages+=(clang libclang-rt-dev clang-tidy llvm) ;;
   --with-browser)
     packages+=(chromium)
     # Whoever has npm from elsewhere has Node with it.

@@ -5,7 +5,7 @@
 set -euo pipefail
 
 skip() {
-  echo "SKIPPED: there is no $1; scripts/install-packages.sh --with-wireshark installs it"
+  echo "SKIPPED: there is no $1; scripts/install-packages.sh --with-test-tools installs it"
   exit 77
 }
 command -v python3 >/dev/null || skip Python
