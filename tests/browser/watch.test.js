@@ -465,6 +465,24 @@ test("says when the connection is lost, and connects again", async () => {
   }
 });
 
+test("keeps rows, view and pause when it connects to the same run again", () =>
+  with_live(capture, ["--speed", "1"], async (page) => {
+    await reached(page, 3);
+    await page.click("#pause");
+    const view = () => page.evaluate(() => [watch.is_paused, watch.axis.from, watch.axis.to]);
+    const times = () => page.evaluate(() => [...watch.streams.get("hunter navigation").values.time]);
+    const [view_before, times_before] = [await view(), await times()];
+    await page.evaluate(() => watch.connection.connect());
+    await page.waitForFunction(
+      (time) => watch.streams.get("hunter navigation").values.time.at(-1) > time,
+      times_before.at(-1) + 0.5,
+    );
+    assert.deepEqual(await view(), view_before);
+    const all = await times();
+    assert.deepEqual(all.slice(0, times_before.length), times_before);
+    assert.ok(all.every((time, i) => i === 0 || time > all[i - 1]));
+  }));
+
 test("keeps ten minutes of rows, and traces that are as if made at once", () =>
   with_live(capture, ["--speed", "0"], async (page) => {
     const result = await page.evaluate(() => {

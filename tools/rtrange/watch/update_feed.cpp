@@ -83,13 +83,16 @@ const char* state_of(const run_status& status) {
 
 } // namespace
 
-std::string update_feed::start() const {
-    return event("start", {{"version", ZEL_VERSION},
-                           {"title", run_.title},
-                           {"live", run_.live},
-                           {"speed", run_.speed},
-                           {"value_names", value_names_as_json()},
-                           {"key_figures", key_figures_as_json("measured")}});
+update_feed::update_feed(const live_history& history, watched_run run)
+    : history_(history), run_(std::move(run)), clock_(run_.speed) {
+    const auto begin = std::chrono::system_clock::now().time_since_epoch();
+    start_ = event("start", {{"version", ZEL_VERSION},
+                             {"run", std::to_string(begin.count())},
+                             {"title", run_.title},
+                             {"live", run_.live},
+                             {"speed", run_.speed},
+                             {"value_names", value_names_as_json()},
+                             {"key_figures", key_figures_as_json("measured")}});
 }
 
 std::shared_ptr<const update> update_feed::next(std::uint64_t after) {

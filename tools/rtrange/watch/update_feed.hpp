@@ -35,14 +35,13 @@ public:
     static constexpr std::chrono::milliseconds interval{40};
 
     /// The history must outlive the feed.
-    update_feed(const live_history& history, watched_run run)
-        : history_(history), run_(std::move(run)), clock_(run_.speed) {}
+    update_feed(const live_history& history, watched_run run);
 
     /// The clock of captures.
     replay_clock& clock() { return clock_; }
 
-    /// The first event.
-    std::string start() const;
+    /// The first event. Browsers that connect again see by it that the run is the same.
+    const std::string& start() const { return start_; }
 
     /// The update of the current interval for a browser that has all rows up to `after`.
     std::shared_ptr<const update> next(std::uint64_t after);
@@ -54,6 +53,7 @@ private:
     const live_history& history_;
     watched_run run_;
     replay_clock clock_;
+    std::string start_;
 
     std::mutex mutex_; ///< of all that follows
     std::chrono::steady_clock::time_point next_interval_;

@@ -35,9 +35,17 @@ class LiveStream {
     this.names.forEach((name, i) => (this.values[name] = this.columns[i].subarray(0, this.rows)));
   }
 
+  /** Those of some rows, given by column, that are later than all rows of the stream. */
+  new_rows(columns) {
+    const latest = this.rows > 0 ? this.values.time[this.rows - 1] : -Infinity;
+    const known = columns[0].filter((time) => time <= latest).length;
+    return columns.map((column) => column.slice(known));
+  }
+
   /** Appends rows, given by column. */
   append(columns) {
     const count = columns[0].length;
+    if (count === 0) return;
     const growth = 1.25;
     if (this.rows + count > this.capacity) this.reserve(Math.ceil(growth * (this.rows + count)));
     columns.forEach((column, i) => {

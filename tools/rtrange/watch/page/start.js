@@ -42,8 +42,10 @@ class Watch {
     if (this.is_paused) this.resume();
   }
 
+  /** After a lost connection to the same run, rows, view and pause stay. */
   start(data) {
-    this.forget();
+    this.is_same_run = data.run === this.data?.run;
+    if (!this.is_same_run) this.forget();
     this.data = data;
     document.title = `${data.title} – RT-Range live`;
     document.getElementById("title").textContent = data.title;
@@ -56,6 +58,7 @@ class Watch {
     const ends = status.state === "ended" && this.status?.state !== "ended";
     this.status = status;
     for (const rows of status.streams) this.append(rows);
+    this.is_same_run = false;
     const kept = this.is_paused ? 2 * length_s : length_s;
     if (status.now !== null) for (const stream of this.streams.values()) stream.forget_before(status.now - kept);
     this.show_state(); // a warning must not outlive its cause
@@ -72,7 +75,8 @@ class Watch {
   append(rows) {
     const key = `${rows.unit} ${rows.kind}`;
     if (!this.streams.has(key)) this.streams.set(key, new LiveStream(rows));
-    this.streams.get(key).append(rows.values);
+    const stream = this.streams.get(key);
+    stream.append(this.is_same_run ? stream.new_rows(rows.values) : rows.values);
   }
 
   /** Whether a sender is shown: addresses of units are those units' from before they were identified. */
