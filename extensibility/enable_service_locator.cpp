@@ -28,7 +28,8 @@ void enable_service_locator::unregister_service(const char* service_type) noexce
     try {
         services_.erase(service_type);
     } catch (const std::exception&) {
-        // A destructor cannot report a failure, and the map is destroyed next.
+        // Unreachable unless memory runs out for the copy of the name. A destructor cannot report
+        // that, and the map is destroyed next.
     }
 }
 

@@ -1,5 +1,6 @@
 // Log records as the host receives them.
 
+#include "extensibility/module_name.hpp"
 #include "tests/harness/expectations.hpp"
 
 namespace harness {
@@ -31,6 +32,15 @@ TEST(logging, a_record_names_its_origin) {
         EXPECT_EQ(record.reserved, 0U);
     }
     EXPECT_LT(logs[0].line, logs[1].line);
+}
+
+TEST(logging, a_source_file_is_named_without_its_folder) {
+    using zel::extensibility::log::last_path_component;
+    EXPECT_STREQ(last_path_component("/src/formatter.cpp"), "formatter.cpp");
+    EXPECT_STREQ(last_path_component("C:\\src\\formatter.cpp"), "formatter.cpp");
+    EXPECT_STREQ(last_path_component("C:\\src/a\\b/formatter.cpp"), "formatter.cpp");
+    EXPECT_STREQ(last_path_component("formatter.cpp"), "formatter.cpp");
+    EXPECT_STREQ(last_path_component("src/"), "");
 }
 
 TEST(logging, a_message_is_the_hosts_format_cut_after_1023_characters) {

@@ -253,6 +253,13 @@ TEST_F(rtrange_program, refuses_wrong_arguments_in_one_line) {
     EXPECT_EQ(content(folder / "following.pcap"), content(example));
 }
 
+TEST_F(rtrange_program, helps_with_views_where_a_command_has_them) {
+    for (const std::string command : {"decode", "report", "watch", "simulate", "info"}) {
+        const std::string help = succeed(command + " --help");
+        EXPECT_EQ(contains(help, "the view record"), contains(help, "--view")) << help;
+    }
+}
+
 TEST_F(rtrange_program, refuses_in_one_line_what_it_cannot_read_or_write) {
     write(folder / "run.pcap.gz", "\x1f\x8b, and so on, and so on");
     write(folder / "empty.pcap", "");

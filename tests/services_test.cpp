@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "extensibility/service_locator.hpp"
 #include "tests/harness/plugin_under_test.hpp"
 
 namespace harness {
@@ -158,6 +159,15 @@ TEST(services, a_host_may_offer_no_logging) {
     without_question.locator.can_resolve = nullptr;
     EXPECT_EQ(create(&without_question.locator).code, 0U);
     EXPECT_EQ(create(nullptr).code, 0U);
+}
+
+TEST(services, a_host_without_a_record_offers_nothing) {
+    zel::runtime::service_locator none(nullptr);
+    int marker = 0;
+    void* target = &marker;
+    EXPECT_FALSE(none.can_resolve("zel_log_t"));
+    none.resolve("zel_log_t", &target);
+    EXPECT_EQ(target, &marker);
 }
 
 TEST(services, an_unusable_logging_service_ends_the_creation) {

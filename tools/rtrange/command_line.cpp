@@ -43,7 +43,8 @@ command add_decode(CLI::App& app) {
         "decode", "Decode captures, or live traffic, into CSV, HDF5 or MATLAB tables");
     add_source(*parser, *options);
     add_tables(*parser, *options,
-               "Folder of the CSV files, or file (default: run, run.h5 or run.mat for run.pcap)");
+               "Folder of the CSV files, or file (default: run, run.h5 or run.mat for run.pcap)",
+               "Also write the tables of filtered samples (always in the view record)");
     add_run(*parser, options->run);
     return {parser, [options] { return decode(*options); }};
 }
@@ -79,11 +80,14 @@ command add_watch(CLI::App& app) {
         ->type_name("FACTOR")
         ->capture_default_str()
         ->excludes("--interface");
-    add_tables(*parser, options->decode, "Also write tables: folder of the CSV files, or file");
+    add_tables(*parser, options->decode, "Also write tables: folder of the CSV files, or file",
+               "Also write the tables of filtered samples");
     for (const char* const name : {"--as", "--samples"})
         parser->get_option(name)->needs("--output");
-    add_content(*parser, options->decode.run.selection);
-    add_decoder(*parser, options->decode.run);
+    add_content(*parser, options->decode.run.selection,
+                "Only these fields in the tables; the page shows them beside its own");
+    add_decoder(*parser, options->decode.run,
+                "Start a new decoder after a gap of this many seconds; 0: never (default: 5)");
     return {parser, [options] { return watch(*options); }};
 }
 

@@ -80,7 +80,8 @@ void add_source(CLI::App& parser, decode_options& options) {
     });
 }
 
-void add_tables(CLI::App& parser, decode_options& options, const char* output_help) {
+void add_tables(CLI::App& parser, decode_options& options, const char* output_help,
+                const char* samples_help) {
     parser
         .add_option("--as", options.kind,
                     "Output format: a folder of CSV files, an HDF5 file, or a MAT file")
@@ -92,29 +93,24 @@ void add_tables(CLI::App& parser, decode_options& options, const char* output_he
             "{csv,hdf5,mat}")
         ->capture_default_str();
     parser.add_option("-o,--output", options.output, output_help)->type_name("PATH");
-    parser.add_flag("--samples", options.run.samples,
-                    "Also write the tables of filtered samples (always in the view record)");
+    parser.add_flag("--samples", options.run.samples, samples_help);
     add_overwrite(parser, options.overwrite);
 }
 
-void add_content(CLI::App& parser, selection_options& options) {
-    add_names(parser, "--fields", options.fields, "Only these fields, for example heading,roll")
-        ->check(fault_of_field, "");
+void add_content(CLI::App& parser, selection_options& options, const char* fields_help) {
+    add_names(parser, "--fields", options.fields, fields_help)->check(fault_of_field, "");
     add_names(parser, "--units", options.units,
               "Only these units: hunter, target1 to target4, rcom, unidentified")
         ->check(fault_of_unit, "");
 }
 
-void add_decoder(CLI::App& parser, run_options& options) {
+void add_decoder(CLI::App& parser, run_options& options, const char* restart_gap_help) {
     parser
         .add_option("--format", options.format,
                     "Format type of the raw packages that the plug-in is given")
         ->check(CLI::IsMember({ZEL_FORMAT_TYPE_RTRANGE, ZEL_FORMAT_TYPE_ETH_RTRANGE}))
         ->capture_default_str();
-    parser
-        .add_option("--restart-gap", options.restart_gap_s,
-                    "Start a new decoder after a gap of this many seconds; 0: never (default: 5; "
-                    "0 in the view record)")
+    parser.add_option("--restart-gap", options.restart_gap_s, restart_gap_help)
         ->check(fault_of_gap, "")
         ->type_name("SECONDS");
     parser.add_option("--plugin", options.plugin, plugin_help)->type_name("FILE");
@@ -126,9 +122,11 @@ void add_decoder(CLI::App& parser, run_options& options) {
 }
 
 void add_run(CLI::App& parser, run_options& options) {
-    add_content(parser, options.selection);
+    add_content(parser, options.selection, "Only these fields, for example heading,roll");
     add_times(parser, options.selection);
-    add_decoder(parser, options);
+    add_decoder(parser, options,
+                "Start a new decoder after a gap of this many seconds; 0: never (default: 5; 0 in "
+                "the view record)");
     parser
         .add_option("--view", options.view,
                     "measured: what the packets say, unknown values empty; record: the plug-in's "

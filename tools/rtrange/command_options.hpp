@@ -27,14 +27,15 @@ CLI::Option* add_captures(CLI::App& parser, run_options& options);
 /// The frames to decode: those of captures, or of an interface.
 void add_source(CLI::App& parser, decode_options& options);
 
-/// Which tables are written, and where.
-void add_tables(CLI::App& parser, decode_options& options, const char* output_help);
+/// Which tables are written, and where. What the texts say depends on the command, here and below.
+void add_tables(CLI::App& parser, decode_options& options, const char* output_help,
+                const char* samples_help);
 
 /// Which fields and units are shown.
-void add_content(CLI::App& parser, selection_options& options);
+void add_content(CLI::App& parser, selection_options& options, const char* fields_help);
 
 /// How frames are decoded, and what is told of it.
-void add_decoder(CLI::App& parser, run_options& options);
+void add_decoder(CLI::App& parser, run_options& options, const char* restart_gap_help);
 
 /// Everything about a run of captures: content, times, decoder and view.
 void add_run(CLI::App& parser, run_options& options);

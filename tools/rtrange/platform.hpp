@@ -38,9 +38,6 @@ unsigned long process_id();
 /// The current offset in bytes; -1 for a stream without one, such as a pipe.
 std::int64_t position_in(std::FILE* file);
 
-/// The bytes of an IPv4 or IPv6 address, 4 or 16 in network order; none for other text.
-std::vector<std::uint8_t> bytes_of_ip_address(const std::string& text);
-
 /// How many bytes the system holds back for each connection that prepare_listening_socket's socket
 /// accepts. A slow reader shall be noticed soon, not after the megabytes of the usual buffer.
 constexpr int send_buffer_size = 65536;

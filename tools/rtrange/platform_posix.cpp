@@ -9,9 +9,7 @@
 #include <system_error>
 #include <vector>
 
-#include <arpa/inet.h>
 #include <fcntl.h>
-#include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -70,16 +68,6 @@ unsigned long process_id() {
 
 std::int64_t position_in(std::FILE* file) {
     return ftello(file);
-}
-
-std::vector<std::uint8_t> bytes_of_ip_address(const std::string& text) {
-    std::vector<std::uint8_t> bytes(sizeof(in_addr));
-    if (inet_pton(AF_INET, text.c_str(), bytes.data()) == 1)
-        return bytes;
-    bytes.resize(sizeof(in6_addr));
-    if (inet_pton(AF_INET6, text.c_str(), bytes.data()) == 1)
-        return bytes;
-    return {};
 }
 
 void prepare_listening_socket(std::intptr_t socket) {

@@ -12,7 +12,6 @@
 #include <sys/stat.h>
 #include <windows.h>
 #include <winsock2.h>
-#include <ws2tcpip.h>
 
 #include <shellapi.h>
 
@@ -90,16 +89,6 @@ unsigned long process_id() {
 
 std::int64_t position_in(std::FILE* file) {
     return _ftelli64(file);
-}
-
-std::vector<std::uint8_t> bytes_of_ip_address(const std::string& text) {
-    std::vector<std::uint8_t> bytes(sizeof(in_addr));
-    if (inet_pton(AF_INET, text.c_str(), bytes.data()) == 1)
-        return bytes;
-    bytes.resize(sizeof(in6_addr));
-    if (inet_pton(AF_INET6, text.c_str(), bytes.data()) == 1)
-        return bytes;
-    return {};
 }
 
 void prepare_listening_socket(std::intptr_t socket) {

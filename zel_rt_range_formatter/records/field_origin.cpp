@@ -6,7 +6,7 @@ namespace {
 std::string name_of(origin_packet packet) {
     switch (packet) {
     case origin_packet::none:
-        break;
+        break; // Unreachable, like the end: each part that a rule uses has a packet.
     case origin_packet::ncom:
         return "NCOM";
     case origin_packet::hunter_ncom:
@@ -31,7 +31,7 @@ std::string name_of(const packet_part& part) {
 } // namespace
 
 std::string text_of(const field_origin& origin) {
-    switch (origin.rule) {
+    switch (origin.rule) { // Unreachable: another value. Each rule has a case.
     case origin_rule::never:
         break;
     case origin_rule::first:

@@ -53,13 +53,13 @@ inline constexpr field_origin lane{origin_rule::first, lane_packet};
 inline constexpr field_origin rcom{origin_rule::first, {origin_packet::rcom}};
 
 /// A status channel of the NCOM, extended range or lane packet.
-constexpr field_origin ncom_channel(std::int16_t channel) {
+consteval field_origin ncom_channel(std::int16_t channel) {
     return {origin_rule::first, {origin_packet::ncom, channel}};
 }
-constexpr field_origin range_channel(std::int16_t channel) {
+consteval field_origin range_channel(std::int16_t channel) {
     return {origin_rule::first, {origin_packet::ext_range, channel}};
 }
-constexpr field_origin lane_channel(std::int16_t channel) {
+consteval field_origin lane_channel(std::int16_t channel) {
     return {origin_rule::first, {origin_packet::lane, channel}};
 }
 
@@ -67,16 +67,16 @@ inline constexpr field_origin lane_or_ext_range{origin_rule::either, lane_packet
 inline constexpr field_origin ncom_and_hunter_ncom{
     origin_rule::both, ncom_packet, {origin_packet::hunter_ncom}};
 
-constexpr field_origin ncom_or_range_channel(std::int16_t channel) {
+consteval field_origin ncom_or_range_channel(std::int16_t channel) {
     return {origin_rule::either, ncom_packet, {origin_packet::ext_range, channel}};
 }
-constexpr field_origin ncom_and_channel(std::int16_t channel) {
+consteval field_origin ncom_and_channel(std::int16_t channel) {
     return {origin_rule::both, ncom_packet, {origin_packet::ncom, channel}};
 }
-constexpr field_origin ncom_channels(std::int16_t first, std::int16_t second) {
+consteval field_origin ncom_channels(std::int16_t first, std::int16_t second) {
     return {origin_rule::both, {origin_packet::ncom, first}, {origin_packet::ncom, second}};
 }
-constexpr field_origin range_channel_by_unit(std::int16_t of_targets, std::int16_t of_hunter) {
+consteval field_origin range_channel_by_unit(std::int16_t of_targets, std::int16_t of_hunter) {
     return {origin_rule::by_unit,
             {origin_packet::ext_range, of_targets},
             {origin_packet::ext_range, of_hunter}};

@@ -67,6 +67,7 @@ constexpr std::uint8_t bit_of(std::uint8_t byte, unsigned n) {
 /// its rounding error never moves a quotient across the midpoint between two doubles.
 class short_divisor {
 public:
+    // Unreachable at run time: the compiler calculates both parts.
     consteval short_divisor(double divisor)
         : upper_(
               std::bit_cast<double>(std::bit_cast<std::uint64_t>(1.0 / divisor) & upper_29_bits)),

@@ -14,7 +14,7 @@ std::uint32_t whole_part(double heading) {
 
 } // namespace
 
-double heading_filter::filter(double heading, double stored) {
+double heading_filter::filter(double heading) {
     if (seen_ == 0) {
         first_ = heading;
         seen_ = 1;
@@ -24,7 +24,7 @@ double heading_filter::filter(double heading, double stored) {
         seen_ = 2;
         return second(heading);
     }
-    return later(heading, stored);
+    return later(heading);
 }
 
 double heading_filter::second(double heading) {
@@ -34,13 +34,10 @@ double heading_filter::second(double heading) {
     return value_;
 }
 
-double heading_filter::later(double heading, double stored) {
+double heading_filter::later(double heading) {
     const double step = std::abs(std::abs(heading) - std::abs(value_));
-    if (!(step < largest_step) || whole_part(heading) == whole_)
-        return value_;
-    if (heading - step > heading || heading + step < heading)
-        return stored;
-    value_ = heading;
+    if (step < largest_step && whole_part(heading) != whole_)
+        value_ = heading;
     return value_;
 }
 

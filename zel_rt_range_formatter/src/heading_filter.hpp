@@ -10,13 +10,12 @@ namespace zel::toolbox::rt_range {
 /// heading has set. Of the history of headings only the first one since the last reset is needed.
 class heading_filter {
 public:
-    /// The heading to store for a packet with the heading `heading`; `stored` is the heading that
-    /// the record holds before the packet.
-    double filter(double heading, double stored);
+    /// The heading to store for a packet with the heading `heading`.
+    double filter(double heading);
 
 private:
     double second(double heading);
-    double later(double heading, double stored);
+    double later(double heading);
 
     double value_ = 0.0;      ///< last accepted heading
     std::uint32_t whole_ = 0; ///< whole-number part, set by the second heading only

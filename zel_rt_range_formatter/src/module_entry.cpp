@@ -21,7 +21,7 @@ namespace {
 constexpr std::size_t slot_count = 70;
 using registration_slots = std::array<const zel_formatter_dispatch_table_t*, slot_count>;
 
-constexpr registration_slots make_slots() {
+consteval registration_slots make_slots() {
     registration_slots slots{};
     slots[34] = &rt_range_formatter_dispatch_table;
     slots[36] = &rt_range_ethernet_formatter_dispatch_table;

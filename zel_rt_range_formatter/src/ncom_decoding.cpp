@@ -100,7 +100,7 @@ void rt_range_formatter_base::decode_position_and_orientation(const std::uint8_t
     record.velocity_down = scaled_signed(velocity + 6, 3, velocity_scale);
 
     const double heading = to_degrees(scaled_signed(ncom + ncom_byte::heading, 3, angle_scale));
-    record.heading = heading_filter_.filter(heading, record.heading);
+    record.heading = heading_filter_.filter(heading);
     record.pitch = to_degrees(scaled_signed(ncom + ncom_byte::pitch, 3, angle_scale));
     record.roll = to_degrees(scaled_signed(ncom + ncom_byte::roll, 3, angle_scale));
 }

@@ -7,7 +7,12 @@
 
 #include <fmt/format.h>
 
-#include "tools/rtrange/platform.hpp"
+#ifdef _WIN32
+#include <winsock2.h>
+#include <ws2tcpip.h>
+#else
+#include <arpa/inet.h>
+#endif
 
 namespace rtrange {
 namespace {
@@ -20,6 +25,17 @@ struct host_and_port {
     std::string host;                  ///< without brackets
     std::optional<int> port;
 };
+
+/// The bytes of an IPv4 or IPv6 address, 4 or 16 in network order; none for other text.
+std::vector<std::uint8_t> bytes_of_ip_address(const std::string& text) {
+    std::vector<std::uint8_t> bytes(sizeof(in_addr));
+    if (inet_pton(AF_INET, text.c_str(), bytes.data()) == 1)
+        return bytes;
+    bytes.resize(sizeof(in6_addr));
+    if (inet_pton(AF_INET6, text.c_str(), bytes.data()) == 1)
+        return bytes;
+    return {};
+}
 
 std::optional<int> parse_port(std::string_view text) {
     int port = 0;
