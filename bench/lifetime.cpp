@@ -1,4 +1,4 @@
-// Time and memory of a long-lived instance: one instance decodes ten million frames of mixed
+// Time and memory of a long-lived instance: one instance decodes a hundred million frames of mixed
 // traffic and resets once per round of traffic. Prints the time per frame at each power of ten up
 // to FRAMES and fails if the memory in use has changed at the end. usage: lifetime [FRAMES]
 
@@ -45,7 +45,7 @@ std::size_t bytes_in_use() {
 
 int main(int argc, char** argv) {
     constexpr std::uint64_t first_mark = 10'000;
-    const std::uint64_t total = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 10'000'000;
+    const std::uint64_t total = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 100'000'000;
     if (total < first_mark) {
         std::fprintf(stderr, "usage: lifetime [FRAMES], 10000 or more\n");
         return 2;

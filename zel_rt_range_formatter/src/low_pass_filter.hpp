@@ -6,9 +6,8 @@
 
 namespace zel::toolbox::rt_range {
 
-/// Samples of one NCOM packet: seven, in the order of the record's sample slots, and an unused one
-/// that makes the row fit vector registers.
-using sample_row = std::array<double, 8>;
+/// Samples of one NCOM packet, in the order of the record's sample slots.
+using sample_row = std::array<double, 7>;
 
 /// Rows of one batch.
 using sample_rows = std::array<sample_row, 30>;

@@ -46,14 +46,14 @@ void decode_ext_range(const std::uint8_t* frame, rcom_unit_record& record) {
     record.ext_range_word_4 = read_unsigned(frame + 4, 2);
     record.target_number = frame[6];
     record.ext_range_byte_7 = frame[7];
-    record.range_lateral = scaled_signed_32(frame + 8, -1000.0);
-    record.range_longitudinal = scaled_signed_32(frame + 12, 1000.0);
+    record.range_lateral = scaled_signed(frame + 8, 4, -1000.0);
+    record.range_longitudinal = scaled_signed(frame + 12, 4, 1000.0);
     record.range_rate_lateral = scaled_signed(frame + 16, 2, -100.0);
     record.range_rate_longitudinal = scaled_signed(frame + 18, 2, 100.0);
-    record.hunter_value_a = scaled_signed_32(frame + 20, 1000.0);
-    record.hunter_value_b = scaled_signed_32(frame + 24, 1000.0);
-    record.target_value_a = scaled_signed_32(frame + 28, 1000.0);
-    record.target_value_b = scaled_signed_32(frame + 32, 1000.0);
+    record.hunter_value_a = scaled_signed(frame + 20, 4, 1000.0);
+    record.hunter_value_b = scaled_signed(frame + 24, 4, 1000.0);
+    record.target_value_a = scaled_signed(frame + 28, 4, 1000.0);
+    record.target_value_b = scaled_signed(frame + 32, 4, 1000.0);
     record.hunter_value_c = scaled_unsigned(frame + 36, 2, 100.0);
     record.target_value_c = scaled_unsigned(frame + 38, 2, 100.0);
     record.ext_range_byte_40 = frame[40];
@@ -90,7 +90,7 @@ bool rt_range_formatter_base::rcom_process_frame_ext_range(const std::uint8_t* f
         return false;
     // Deliberate: nothing of an implausible frame is stored, but it is still handled, with the
     // values of the previous frame.
-    const double range = scaled_signed_32(frame + ext_range_byte::range_longitudinal, 1000.0);
+    const double range = scaled_signed(frame + ext_range_byte::range_longitudinal, 4, 1000.0);
     if (std::abs(range) > largest_range)
         return true;
     decode_ext_range(frame, rcom_record_);

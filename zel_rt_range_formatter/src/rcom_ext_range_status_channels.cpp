@@ -61,24 +61,24 @@ bool decode_ext_range_status_channel(std::uint8_t channel, const std::uint8_t* d
         record.channel_7_byte_6 = data[6];
         return true;
     case 8:
-        record.target_latitude = scaled_signed_32(data, 1e7);
-        record.target_longitude = scaled_signed_32(data + 4, 1e7);
+        record.target_latitude = scaled_signed(data, 4, 1e7);
+        record.target_longitude = scaled_signed(data + 4, 4, 1e7);
         return true;
     case 9:
         record.hunter_address = read_unsigned(data, 4);
         record.target_address = read_unsigned(data + 4, 4);
         return true;
     case 10:
-        record.target_altitude = scaled_signed_32(data, 1000.0);
-        record.target_heading = scaled_unsigned_32(data + 4, 1e7);
+        record.target_altitude = scaled_signed(data, 4, 1000.0);
+        record.target_heading = scaled_unsigned(data + 4, 4, 1e7);
         return true;
     case 11:
-        record.channel_11_a = scaled_signed_32(data, 1e7);
-        record.channel_11_b = scaled_signed_32(data + 4, 1e7);
+        record.channel_11_a = scaled_signed(data, 4, 1e7);
+        record.channel_11_b = scaled_signed(data + 4, 4, 1e7);
         return true;
     case 12:
-        record.channel_12_a = scaled_signed_32(data, 1000.0);
-        record.channel_12_b = scaled_signed_32(data + 4, 1e7);
+        record.channel_12_a = scaled_signed(data, 4, 1000.0);
+        record.channel_12_b = scaled_signed(data + 4, 4, 1e7);
         return true;
     case 13:
         record.channel_13_a = scaled_signed(data, 3, 1000.0);
@@ -116,12 +116,12 @@ bool decode_ext_range_status_channel(std::uint8_t channel, const std::uint8_t* d
         record.channel_19_b = read_float(data + 4, 4);
         return true;
     case 20:
-        record.channel_20_a = scaled_signed_32(data, 1e7);
-        record.channel_20_b = scaled_signed_32(data + 4, 1e7);
+        record.channel_20_a = scaled_signed(data, 4, 1e7);
+        record.channel_20_b = scaled_signed(data + 4, 4, 1e7);
         return true;
     case 21:
-        record.channel_21_a = scaled_signed_32(data, 1000.0);
-        record.channel_21_b = scaled_signed_32(data + 4, 1e7);
+        record.channel_21_a = scaled_signed(data, 4, 1000.0);
+        record.channel_21_b = scaled_signed(data + 4, 4, 1e7);
         return true;
     default:
         return false;

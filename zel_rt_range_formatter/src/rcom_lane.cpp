@@ -50,7 +50,7 @@ void decode_lane_packet(const std::uint8_t* frame, rcom_unit_record& record) {
     record.lane_word_4 = read_unsigned(frame + 4, 2);
     record.lane_byte_6 = frame[6];
     record.lane_byte_7 = frame[7];
-    record.lane_values[0] = scaled_signed_32(frame + 8, -1000.0);
+    record.lane_values[0] = scaled_signed(frame + 8, 4, -1000.0);
     decode_run(frame + 12, 1, -1000.0, 1, record);
     decode_with_multiple(frame + 14, -100.0, kmh_per_mps, 29, record);
     decode_with_thousandth(frame + 16, -10.0, 49, record);

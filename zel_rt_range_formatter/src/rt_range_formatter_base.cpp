@@ -67,7 +67,7 @@ bool rt_range_formatter_base::is_for_decoder(const std::uint8_t* frame, std::uin
     const std::uint64_t udp_size = ip_size - ip_header_size;
     if (!has_size(logger_, site(79), "UDP frame size", udp_header_size, udp_size))
         return false;
-    const std::uint16_t port = destination_port_of(frame);
+    const std::uint16_t port = read_datagram(frame, frame_size).destination_port;
     if (port != ncom_port && port != rcom_port) {
         if (not_rt_range_port_log_counter_.is_due())
             log::write(logger_, ZEL_LOG_LEVEL_SKIPPED, site(102),

@@ -10,10 +10,8 @@ bool sample_batch::add(const ncom_unit_record& record) {
                       record.vehicle_velocity_y,
                       record.vehicle_velocity_y_kmh,
                       record.rate_z_copy};
-    if (++filled_ < rows_.size())
-        return false;
-    filled_ = 0;
-    return true;
+    filled_ = (filled_ + 1) % rows_.size();
+    return filled_ == 0;
 }
 
 sample_rows sample_batch::filtered() const {

@@ -11,10 +11,6 @@ std::uint16_t read_big_endian_u16(const std::uint8_t* bytes) {
 
 } // namespace
 
-std::uint16_t destination_port_of(const std::uint8_t* frame) {
-    return read_big_endian_u16(frame + ethernet_header_size + ip_header_size + 2);
-}
-
 //  Ethernet II              IPv4                                        UDP
 //  0        6        12     14        23        26      30      34     36     42
 //  +--------+--------+------+---------+---------+-------+-------+------+------+---------
@@ -27,7 +23,7 @@ udp_datagram read_datagram(const std::uint8_t* frame, std::uint64_t frame_size) 
         .source_ip = read_unsigned(ip + 12, 4),
         .destination_ip = read_unsigned(ip + 16, 4),
         .source_port = read_big_endian_u16(udp),
-        .destination_port = destination_port_of(frame),
+        .destination_port = read_big_endian_u16(udp + 2),
         .payload = udp + udp_header_size,
         .payload_size = frame_size - ethernet_header_size - ip_header_size - udp_header_size,
     };

@@ -26,9 +26,6 @@ struct udp_datagram {
     std::uint64_t payload_size;
 };
 
-/// UDP destination port, in host byte order, of a frame that contains all three headers.
-std::uint16_t destination_port_of(const std::uint8_t* frame);
-
 /// The datagram of a frame that contains all three headers.
 udp_datagram read_datagram(const std::uint8_t* frame, std::uint64_t frame_size);
 
