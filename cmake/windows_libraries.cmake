@@ -17,7 +17,7 @@ set_target_properties(hdf5::hdf5 PROPERTIES
   INTERFACE_INCLUDE_DIRECTORIES ${windows_libraries}/include
   INTERFACE_LINK_LIBRARIES "${ZEL_ZLIB};ws2_32")
 
-add_library(httplib::httplib INTERFACE IMPORTED)
+add_library(httplib::httplib INTERFACE IMPORTED GLOBAL)
 set_target_properties(httplib::httplib PROPERTIES
   INTERFACE_INCLUDE_DIRECTORIES ${windows_libraries}/include
   INTERFACE_LINK_LIBRARIES ws2_32)
