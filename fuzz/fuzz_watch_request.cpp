@@ -202,7 +202,9 @@ void expect_sound(std::string_view answer, std::string_view request,
     constexpr std::array statuses{200, 400, 403, 404, 405, 414, 416, 431};
     EXPECT_TRUE(std::ranges::find(statuses, parts.status) != statuses.end()) << answer;
     if (parts.status == 200) {
-        EXPECT_TRUE(request.starts_with("GET ")) << request;
+        // The library drops blanks before the method.
+        const std::size_t start = std::min(request.find_first_not_of(" \t"), request.size());
+        EXPECT_TRUE(request.substr(start).starts_with("GET")) << request;
         EXPECT_TRUE(has_own_host(request, address)) << request;
         EXPECT_TRUE(parts.content == page_text || parts.content == events_text) << parts.content;
     } else if (parts.status == 403 && !is_compressed(parts)) {
