@@ -50,18 +50,25 @@ void expect_same_since_start(const run_time& time) {
         expect_time(fmt::format("{}:{:02}.{:09}", seconds / 60, seconds % 60, decimals), time);
 }
 
+/// "2023-11-14 22:13:20.000+01:00" for the time that clocks show in a zone.
+std::string with_zone(std::uint64_t shown_ns, const std::string& zone) {
+    std::string text = utc_text(shown_ns);
+    return text.replace(text.find(" UTC"), std::string::npos, zone);
+}
+
 /// Parses a time in UTC, cut to the milliseconds that are printed, in the other ways to write it.
 void expect_same_utc(const run_time& time) {
-    constexpr std::uint64_t longest_offset = 14 * hour_ns;
     const run_time cut{time.time_ns - time.time_ns % 1'000'000, false};
     const std::string text = utc_text(cut.time_ns);
     EXPECT_EQ(utc_text(time.time_ns), text);
     expect_time(text, cut);
-    if (cut.time_ns < longest_offset)
+    // In one of the zones to the west, and in its counterpart to the east.
+    const std::uint64_t offset = cut.time_ns / minute_ns % (15 * 60) * minute_ns;
+    if (cut.time_ns < offset)
         return;
-    std::string local = utc_text(cut.time_ns - longest_offset);
-    local.replace(local.find(" UTC"), 4, "-14:00");
-    expect_time(local, cut);
+    const std::string zone = fmt::format("{:02}:{:02}", offset / hour_ns, offset / minute_ns % 60);
+    expect_time(with_zone(cut.time_ns - offset, "-" + zone), cut);
+    expect_time(with_zone(cut.time_ns + offset, "+" + zone), cut);
 }
 
 std::optional<run_time> expect_sound(const std::string& text) {
