@@ -1,26 +1,8 @@
 #include "fuzz/fuzz_host.hpp"
 
-#include <algorithm>
-
 #include "tests/harness/expectations.hpp"
 
 namespace fuzz {
-
-input::input(std::span<const std::uint8_t> bytes) : rest_(bytes) {
-    // A failed expectation ends the program, as a fuzzer wants it.
-    GTEST_FLAG_SET(break_on_failure, true);
-}
-
-std::uint8_t input::byte() {
-    const auto taken = take(1);
-    return taken.empty() ? std::uint8_t{0} : taken[0];
-}
-
-harness::bytes input::take(std::size_t size) {
-    const auto taken = rest_.first(std::min(size, rest_.size()));
-    rest_ = rest_.subspan(taken.size());
-    return {taken.begin(), taken.end()};
-}
 
 harness::outcome transform_next(harness::instance& instance, input& input,
                                 std::uint64_t& timestamp) {

@@ -1,25 +1,13 @@
 // Feeds one instance of the plug-in, and stops the program at the first thing that must not be.
 #pragma once
 
+#include <cstdint>
 #include <span>
 
+#include "fuzz/input.hpp"
 #include "tests/harness/plugin_under_test.hpp"
 
 namespace fuzz {
-
-/// Takes an input apart, byte after byte; gives zeros when it has come to its end.
-class input {
-public:
-    explicit input(std::span<const std::uint8_t> bytes);
-
-    bool empty() const { return rest_.empty(); }
-    std::uint8_t byte();
-    /// The next `size` bytes, or what is left of them.
-    harness::bytes take(std::size_t size);
-
-private:
-    std::span<const std::uint8_t> rest_;
-};
 
 /// Reads one raw package from the input and transforms it; checks everything that comes out. A raw
 /// package is the step of its timestamp, which can go backwards, two bytes of size, and the data.

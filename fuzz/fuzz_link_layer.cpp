@@ -3,16 +3,18 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
-#include "fuzz/fuzz_host.hpp"
-#include "tests/harness/expectations.hpp"
+#include <gtest/gtest.h>
+
+#include "fuzz/input.hpp"
 #include "tools/rtrange/captures/link_layer.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace rtrange;
     fuzz::input input({data, size});
     const auto layer = static_cast<link_layer>(input.byte() % 4);
-    const harness::bytes captured = input.take(size);
+    const std::vector<std::uint8_t> captured = input.take(size);
     frame_unwrapper unwrapper(layer);
     const captured_frame frame = unwrapper.unwrap({1, captured, true, 2, ""});
     EXPECT_TRUE(frame.cut && frame.layer == layer && frame.time_ns == 1 && frame.number == 2);

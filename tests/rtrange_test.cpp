@@ -233,6 +233,8 @@ TEST_F(rtrange_program, refuses_wrong_arguments_in_one_line) {
             {decode + "--to 2026-01-05T10:00:00+15:00", 2, "is not a valid time"},
             {decode + "--to 2026-01-05T10:00:00Z+01:00", 2, "is not a valid time"},
             {decode + "--to 1970-01-01T00:30:00+01:00", 2, "is not a valid time"},
+            {decode + "--to 2500-12-31T23:30:00-01:00", 2, "is not a valid time"},
+            {decode + "--to 9999-12-31T23:30:00", 2, "is not a valid time"},
             {decode + "--format zel.can", 2, "--format"},
             {decode + "-o file", 1, "cannot create the folder"},
             {decode + "--plugin file", 1, "cannot load"},

@@ -36,11 +36,21 @@ std::string lower_case(std::string_view text) {
 /// The name with the smallest distance, unless more than a third of the characters differ.
 std::vector<std::string_view> similar_name(std::string_view wanted,
                                            const std::vector<std::string_view>& names) {
-    const auto distance_to = [&](std::string_view name) {
-        return distance(wanted, lower_case(name));
-    };
-    const std::string_view nearest = *std::ranges::min_element(names, {}, distance_to);
-    if (distance_to(nearest) > (wanted.size() + 1) / 3)
+    const std::size_t most = (wanted.size() + 1) / 3;
+    std::size_t smallest = most + 1;
+    std::string_view nearest;
+    for (const std::string_view name : names) {
+        // The distance is at least the difference in length, which takes no time to compare,
+        // however long the given name is.
+        if (name.size() > wanted.size() + most || wanted.size() > name.size() + most)
+            continue;
+        const std::size_t found = distance(wanted, lower_case(name));
+        if (found < smallest) {
+            smallest = found;
+            nearest = name;
+        }
+    }
+    if (smallest > most)
         return {};
     return {nearest};
 }

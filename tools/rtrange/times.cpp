@@ -117,12 +117,15 @@ std::optional<std::uint64_t> parse_utc(std::string_view text) {
     const std::chrono::year_month_day date(std::chrono::year(*year),
                                            std::chrono::month(static_cast<unsigned>(*month)),
                                            std::chrono::day(static_cast<unsigned>(*day)));
-    if (!date.ok() || *year < 1970 || *year > 2500 || *hour > 23 || *minute > 59)
+    if (!date.ok() || *hour > 23 || *minute > 59)
         return std::nullopt;
     const auto days = std::chrono::sys_days(date).time_since_epoch().count();
     const auto minutes =
         (std::int64_t{days} * 24 + *hour) * 60 + *minute - offset_minutes.value_or(0);
-    if (minutes < 0)
+    // In UTC, and with seconds that may have been rounded up to the next minute.
+    constexpr auto end = std::chrono::sys_days(std::chrono::year(2501) / 1 / 1);
+    const auto seconds = minutes * 60 + static_cast<std::int64_t>(*second / nanoseconds_per_second);
+    if (minutes < 0 || seconds >= std::chrono::seconds(end.time_since_epoch()).count())
         return std::nullopt;
     return static_cast<std::uint64_t>(minutes) * 60 * nanoseconds_per_second + *second;
 }

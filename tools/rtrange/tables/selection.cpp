@@ -25,9 +25,7 @@ bool is_always_written(std::string_view name) {
            name == "source";
 }
 
-} // namespace
-
-std::vector<std::string_view> selectable_fields() {
+std::vector<std::string_view> make_selectable_fields() {
     std::vector<std::string_view> all;
     const auto add = [&all](const std::string_view name) {
         if (!is_always_written(name) && std::ranges::find(all, name) == all.end())
@@ -42,11 +40,23 @@ std::vector<std::string_view> selectable_fields() {
     return all;
 }
 
-std::vector<std::string_view> selectable_units() {
+std::vector<std::string_view> make_selectable_units() {
     std::vector<std::string_view> all;
     for (const table_description& table : table_descriptions())
         if (!table.unit.empty() && std::ranges::find(all, table.unit) == all.end())
             all.push_back(table.unit);
+    return all;
+}
+
+} // namespace
+
+const std::vector<std::string_view>& selectable_fields() {
+    static const std::vector<std::string_view> all = make_selectable_fields();
+    return all;
+}
+
+const std::vector<std::string_view>& selectable_units() {
+    static const std::vector<std::string_view> all = make_selectable_units();
     return all;
 }
 

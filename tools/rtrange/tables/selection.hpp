@@ -24,8 +24,8 @@ struct selection_options {
 };
 
 /// The names that can be selected, each once.
-std::vector<std::string_view> selectable_fields();
-std::vector<std::string_view> selectable_units();
+const std::vector<std::string_view>& selectable_fields();
+const std::vector<std::string_view>& selectable_units();
 
 /// A message that says what is wrong with an argument; empty if it is valid.
 std::string fault_of_field(const std::string& name);

@@ -10,7 +10,6 @@
 #include <functional>
 #include <mutex>
 #include <stop_token>
-#include <string>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -18,6 +17,7 @@
 #include <httplib.h>
 
 #include "tools/rtrange/platform.hpp"
+#include "tools/rtrange/watch/stream_server.hpp"
 
 namespace rtrange {
 namespace {
@@ -175,34 +175,17 @@ private:
     std::size_t received_ = 0;
 };
 
-class bounded_server : public httplib::Server {
+class bounded_server : public stream_server {
 private:
-    using setup = std::function<void(httplib::Request&)>;
-
     bool process_and_close_socket(socket_t socket) override {
         bool is_answered = false;
         try {
             bounded_stream stream(socket, [this] { return svr_sock_ == INVALID_SOCKET; });
-            is_answered = answer(stream, &bounded_server::process_request);
+            is_answered = answer(stream);
         } catch (...) { // mostly for want of memory: the browser asks again
         }
         close_connection(static_cast<std::intptr_t>(socket));
         return is_answered;
-    }
-
-    bool answer(httplib::Stream& stream,
-                bool (httplib::Server::*process)(httplib::Stream&, bool, bool&, const setup&)) {
-        bool is_closed = false;
-        return (this->*process)(stream, true, is_closed, nullptr);
-    }
-
-    /// Later versions of the library keep the addresses, which nobody here asks for.
-    bool answer(httplib::Stream& stream,
-                bool (httplib::Server::*process)(httplib::Stream&, const std::string&, int,
-                                                 const std::string&, int, bool, bool&,
-                                                 const setup&)) {
-        bool is_closed = false;
-        return (this->*process)(stream, "", 0, "", 0, true, is_closed, nullptr);
     }
 };
 

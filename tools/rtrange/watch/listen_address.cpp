@@ -26,17 +26,6 @@ struct host_and_port {
     std::optional<int> port;
 };
 
-/// The bytes of an IPv4 or IPv6 address, 4 or 16 in network order; none for other text.
-std::vector<std::uint8_t> bytes_of_ip_address(const std::string& text) {
-    std::vector<std::uint8_t> bytes(sizeof(in_addr));
-    if (inet_pton(AF_INET, text.c_str(), bytes.data()) == 1)
-        return bytes;
-    bytes.resize(sizeof(in6_addr));
-    if (inet_pton(AF_INET6, text.c_str(), bytes.data()) == 1)
-        return bytes;
-    return {};
-}
-
 std::optional<int> parse_port(std::string_view text) {
     int port = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), port);
@@ -79,6 +68,16 @@ bool is_loopback(const std::vector<std::uint8_t>& address) {
 }
 
 } // namespace
+
+std::vector<std::uint8_t> bytes_of_ip_address(const std::string& text) {
+    std::vector<std::uint8_t> bytes(sizeof(in_addr));
+    if (inet_pton(AF_INET, text.c_str(), bytes.data()) == 1)
+        return bytes;
+    bytes.resize(sizeof(in6_addr));
+    if (inet_pton(AF_INET6, text.c_str(), bytes.data()) == 1)
+        return bytes;
+    return {};
+}
 
 std::optional<listen_address> parse_listen_address(std::string_view text) {
     const auto parsed = parse_host(text);

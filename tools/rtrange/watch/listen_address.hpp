@@ -1,9 +1,11 @@
 // The address that a live page is served at.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace rtrange {
 
@@ -12,6 +14,9 @@ struct listen_address {
     std::string host; ///< without brackets
     int port;         ///< 0 for any free one
 };
+
+/// The bytes of an IPv4 or IPv6 address, 4 or 16 in network order; none for other text.
+std::vector<std::uint8_t> bytes_of_ip_address(const std::string& text);
 
 /// Parses "127.0.0.1:8080", "[::1]:8080" or "localhost:8080". Returns nothing for other text.
 std::optional<listen_address> parse_listen_address(std::string_view text);

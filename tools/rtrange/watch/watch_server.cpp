@@ -13,6 +13,7 @@
 #include "tools/rtrange/failure.hpp"
 #include "tools/rtrange/platform.hpp"
 #include "tools/rtrange/watch/bounded_server.hpp"
+#include "tools/rtrange/watch/page_requests.hpp"
 #include "tools/rtrange/watch/watch_page.hpp"
 
 namespace rtrange {
@@ -23,11 +24,6 @@ using clock = std::chrono::steady_clock;
 constexpr int most_streams = 32;
 /// Beside the streams, for pages and refusals.
 constexpr int further_threads = 8;
-
-/// The page brings all of its parts along, and nobody may put it into a page of their own.
-constexpr const char* content_security_policy =
-    "default-src 'none'; script-src 'unsafe-inline'; style-src 'unsafe-inline'; img-src data:; "
-    "connect-src 'self'; base-uri 'none'; form-action 'none'; frame-ancestors 'none'";
 
 std::string reason_not_to_listen(const listen_address& address) {
     const std::error_code error = last_socket_error();
@@ -44,25 +40,6 @@ std::string reason_not_to_listen(const listen_address& address) {
     return fmt::format("cannot listen on {}: {}", text_of(address), error.message());
 }
 
-/// The status of the answer: 200, or why there is none.
-int status_for(const httplib::Request& request, const listen_address& address) {
-    if (request.get_header_value_count("Host") != 1 ||
-        !accepts_host(address, request.get_header_value("Host")))
-        return 403;
-    if (request.method != "GET")
-        return 405;
-    if (request.path != "/" && request.path != "/events")
-        return 404;
-    return request.has_header("Range") ? 416 : 200; // the events have no length
-}
-
-/// For those who have opened the page under another name.
-std::string how_to_open(const listen_address& address) {
-    if (is_wildcard(address))
-        return "Open this page by the IP address of this machine, not by a name.\n";
-    return fmt::format("Open this page by the address {}, not by a name.\n", text_of(address));
-}
-
 } // namespace
 
 watch_server::watch_server(const listen_address& address, update_feed& feed)
@@ -70,17 +47,12 @@ watch_server::watch_server(const listen_address& address, update_feed& feed)
     server_->set_socket_options(
         [](auto socket) { prepare_listening_socket(static_cast<std::intptr_t>(socket)); });
     server_->set_tcp_nodelay(true);
-    server_->set_default_headers({{"Content-Security-Policy", content_security_policy},
-                                  {"X-Content-Type-Options", "nosniff"},
-                                  {"Referrer-Policy", "no-referrer"},
-                                  {"Cache-Control", "no-store"}});
-    server_->set_pre_routing_handler([this](const auto& request, auto& response) {
-        answer(request, response);
-        return httplib::Server::HandlerResponse::Handled;
-    });
     if (address_.port != 0 ? !server_->bind_to_port(address_.host, address_.port)
                            : (address_.port = server_->bind_to_any_port(address_.host)) < 0)
         throw failure(reason_not_to_listen(address));
+    answer_requests(*server_, address_,
+                    {[this](auto& response) { answer_with_page(response); },
+                     [this](auto& response) { answer_with_events(response); }});
 }
 
 watch_server::~watch_server() {
@@ -105,20 +77,6 @@ void watch_server::start() {
     // A server that does not run yet cannot be stopped.
     while (!server_->is_running() && !has_ended_)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
-}
-
-void watch_server::answer(const httplib::Request& request, httplib::Response& response) {
-    response.status = status_for(request, address_);
-    if (response.status == 405)
-        response.set_header("Allow", "GET");
-    if (response.status == 403)
-        response.set_content(how_to_open(address_), "text/plain; charset=utf-8");
-    if (response.status != 200)
-        return;
-    if (request.path == "/")
-        answer_with_page(response);
-    else
-        answer_with_events(response);
 }
 
 void watch_server::answer_with_page(httplib::Response& response) {

@@ -13,7 +13,6 @@
 
 namespace httplib {
 class DataSink;
-struct Request;
 struct Response;
 class Server;
 } // namespace httplib
@@ -38,7 +37,6 @@ public:
     const listen_address& address() const { return address_; }
 
 private:
-    void answer(const httplib::Request& request, httplib::Response& response);
     void answer_with_page(httplib::Response& response);
     void answer_with_events(httplib::Response& response);
     void send_events(httplib::DataSink& browser);

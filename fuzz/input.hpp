@@ -1,0 +1,29 @@
+// What a fuzz target is given.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace fuzz {
+
+/// Takes an input apart, byte after byte; gives zeros when it has come to its end. From the first
+/// one on, a failed expectation ends the program.
+class input {
+public:
+    explicit input(std::span<const std::uint8_t> bytes);
+
+    bool empty() const { return rest_.empty(); }
+    std::uint8_t byte();
+    /// The next `size` bytes, or what is left of them.
+    std::vector<std::uint8_t> take(std::size_t size);
+    /// The text up to the next zero byte, or to the end.
+    std::string text();
+
+private:
+    std::span<const std::uint8_t> rest_;
+};
+
+} // namespace fuzz
