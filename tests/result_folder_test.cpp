@@ -162,7 +162,7 @@ TEST_F(result_folders, are_whole_at_any_moment_of_a_kill) {
     expect_whole(new_tables);
     EXPECT_EQ(names_in(root), std::set<std::string>{"run"});
     EXPECT_EQ(names_in(run()), names_of(new_tables));
-    EXPECT_TRUE(kept >= 3 && kills - kept >= 3) << kept << " of " << kills;
+    EXPECT_TRUE(kept >= 2 && kills - kept >= 3) << kept << " of " << kills;
 }
 
 TEST_F(result_folders, never_mix_two_runs_where_folders_cannot_be_exchanged) {
@@ -220,7 +220,7 @@ TEST_F(result_folders, are_not_exchanged_where_the_difference_would_be_seen) {
         {"a folder above that is read-only",
          [&] {
              before_change = [first = true](const auto& call) mutable {
-                 return call == "rename" && std::exchange(first, false) ? EACCES : 0;
+                 return call == "mkdir" && std::exchange(first, false) ? EACCES : 0;
              };
          }},
     };

@@ -18,6 +18,7 @@
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -39,6 +40,30 @@ std::map<std::string, std::string> extended_attributes(const std::filesystem::pa
         attributes[name] = value;
     }
     return attributes;
+}
+
+/// What one sees of a folder besides its content.
+struct folder_status {
+    bool is_known = false; ///< a folder at which nothing is mounted
+    std::uint64_t device = 0;
+    unsigned mode = 0, owner = 0, group = 0;
+    std::map<std::string, std::string> attributes;
+
+    bool operator==(const folder_status&) const = default;
+};
+
+folder_status status_of(const std::filesystem::path& folder) {
+    struct statx status {};
+    if (::statx(AT_FDCWD, folder.c_str(), AT_SYMLINK_NOFOLLOW, STATX_BASIC_STATS, &status) != 0)
+        return {};
+    const bool is_mount = (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0 ||
+                          (status.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) == 0;
+    return {S_ISDIR(status.stx_mode) && !is_mount,
+            gnu_dev_makedev(status.stx_dev_major, status.stx_dev_minor),
+            status.stx_mode,
+            status.stx_uid,
+            status.stx_gid,
+            extended_attributes(folder)};
 }
 
 } // namespace
@@ -90,12 +115,8 @@ void rename_to_new(const std::filesystem::path& from, const std::filesystem::pat
 }
 
 bool folders_are_alike(const std::filesystem::path& one, const std::filesystem::path& other) {
-    struct stat first {
-    }, second{};
-    return ::lstat(one.c_str(), &first) == 0 && ::lstat(other.c_str(), &second) == 0 &&
-           S_ISDIR(first.st_mode) && first.st_mode == second.st_mode &&
-           first.st_uid == second.st_uid && first.st_gid == second.st_gid &&
-           extended_attributes(one) == extended_attributes(other);
+    const folder_status first = status_of(one);
+    return first.is_known && first == status_of(other);
 }
 
 void exchange_folders(const std::filesystem::path& one, const std::filesystem::path& other,

@@ -17,6 +17,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr const char* inner_name = "rtrange"; ///< of temporary folders in a folder that exists
 constexpr const char* replaced_folder = "replaced";
 
 /// "run" for "run/" and "run/.": the path from which names beside the folder are made.
@@ -87,11 +88,7 @@ result_folder::result_folder(const fs::path& target, const std::vector<std::stri
                                   target_.string()));
     if (!is_new_)
         check_files(names);
-    // Within a folder that exists: the one above it may be read-only, or on another disk.
-    staging_ = create_partial_folder(is_new_ ? target_ : inner_base(), target_);
-    // Two folders can be exchanged only if neither contains the other.
-    if (!is_new_ && is_exchangeable())
-        staging_ = move_partial_folder(staging_, target_);
+    create_staging();
 }
 
 result_folder::~result_folder() {
@@ -113,7 +110,7 @@ void result_folder::complete() {
         }
         if (!exchange_folder(written)) {
             if (staging_.parent_path() != target_)
-                staging_ = move_partial_folder(staging_, inner_base());
+                move_staging_into_target();
             exchange_tables(written);
         }
     } catch (const std::exception& error) { // failures, and errors of the file system
@@ -149,6 +146,27 @@ void result_folder::check_files(const std::vector<std::string>& names) {
         throw failure(fmt::format("'{}' contains the tables of an earlier run; add --overwrite to "
                                   "replace them, or choose another folder with -o",
                                   target_.string()));
+}
+
+void result_folder::create_staging() {
+    try {
+        staging_ = create_partial_folder(target_, target_);
+        if (is_new_ || is_exchangeable())
+            return;
+        fs::remove(staging_);
+    } catch (const failure&) {
+        if (is_new_)
+            throw;
+    }
+    // The folder above may be read-only, or on another disk.
+    staging_ = create_partial_folder(target_ / inner_name, target_);
+}
+
+/// Where tables may be missing, everybody is to see that a run has not ended.
+void result_folder::move_staging_into_target() {
+    const fs::path inner = create_partial_folder(target_ / inner_name, target_);
+    fs::rename(staging_, inner);
+    staging_ = inner;
 }
 
 /// Whether there is nothing that rtrange has not written, apart from the temporary folder.

@@ -42,8 +42,9 @@ public:
     void complete();
 
 private:
-    std::filesystem::path inner_base() const { return target_ / "rtrange"; }
     void check_files(const std::vector<std::string>& names);
+    void create_staging();
+    void move_staging_into_target();
     bool holds_only_tables(const std::filesystem::path& folder) const;
     bool is_exchangeable() const;
     bool exchange_folder(const std::vector<listed_file>& written);

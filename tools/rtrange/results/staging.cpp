@@ -12,12 +12,12 @@
 namespace rtrange {
 namespace {
 
-/// Tries names until one is free: a process that was killed may have left one behind. Returns an
-/// empty path when none can be created.
+/// Tries names until one is free: a process that was killed may have left one behind.
 std::filesystem::path
-create_partial(const std::filesystem::path& base, std::error_code& error,
+create_partial(const std::filesystem::path& base, const std::filesystem::path& target,
                const std::function<bool(const std::filesystem::path&, std::error_code&)>& create) {
     constexpr int most_names = 100;
+    std::error_code error;
     for (int i = 1; i <= most_names; ++i) {
         std::filesystem::path partial = base;
         partial += fmt::format(".partial-{}{}", process_id(), i > 1 ? fmt::format("-{}", i) : "");
@@ -26,15 +26,7 @@ create_partial(const std::filesystem::path& base, std::error_code& error,
         if (error && error != std::errc::file_exists)
             break;
     }
-    return {};
-}
-
-const std::filesystem::path& checked(const std::filesystem::path& partial,
-                                     const std::filesystem::path& target,
-                                     const std::error_code& error) {
-    if (partial.empty())
-        throw failure(fmt::format("cannot write '{}': {}", target.string(), error.message()));
-    return partial;
+    throw failure(fmt::format("cannot write '{}': {}", target.string(), error.message()));
 }
 
 } // namespace
@@ -51,30 +43,15 @@ std::filesystem::file_type type_of(const std::filesystem::path& path) {
 }
 
 std::filesystem::path create_partial_file(const std::filesystem::path& target) {
-    std::error_code error;
-    return checked(create_partial(target, error, create_file), target, error);
+    return create_partial(target, target, create_file);
 }
 
 std::filesystem::path create_partial_folder(const std::filesystem::path& base,
                                             const std::filesystem::path& target) {
-    std::error_code error;
-    return checked(
-        create_partial(base, error,
-                       [](const std::filesystem::path& folder, std::error_code& create_error) {
-                           return std::filesystem::create_directory(folder, create_error);
-                       }),
-        target, error);
-}
-
-std::filesystem::path move_partial_folder(const std::filesystem::path& partial,
-                                          const std::filesystem::path& base) {
-    std::error_code ignored;
-    const std::filesystem::path moved = create_partial(
-        base, ignored, [&](const std::filesystem::path& folder, std::error_code& error) {
-            rename_to_new(partial, folder, error);
-            return !error;
-        });
-    return moved.empty() ? partial : moved;
+    return create_partial(base, target,
+                          [](const std::filesystem::path& folder, std::error_code& error) {
+                              return std::filesystem::create_directory(folder, error);
+                          });
 }
 
 } // namespace rtrange

@@ -27,9 +27,4 @@ std::filesystem::path create_partial_file(const std::filesystem::path& target);
 std::filesystem::path create_partial_folder(const std::filesystem::path& base,
                                             const std::filesystem::path& target);
 
-/// Renames a temporary folder as if it had been created with this `base`. Returns its name, which
-/// is the earlier one when that is not possible.
-std::filesystem::path move_partial_folder(const std::filesystem::path& partial,
-                                          const std::filesystem::path& base);
-
 } // namespace rtrange
