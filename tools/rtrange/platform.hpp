@@ -32,6 +32,16 @@ bool create_file(const std::filesystem::path& file, std::error_code& error);
 void rename_to_new(const std::filesystem::path& from, const std::filesystem::path& to,
                    std::error_code& error);
 
+/// Whether one folder can take the place of another without a visible difference: same file system,
+/// owner, group, permissions and extended attributes, such as access control lists, and nothing
+/// mounted at either. False on Windows, which cannot exchange folders.
+bool folders_are_alike(const std::filesystem::path& one, const std::filesystem::path& other);
+
+/// Exchanges the names of two folders in one step. Sets the error when that is not possible, also
+/// because the file system cannot do it; then nothing has changed.
+void exchange_folders(const std::filesystem::path& one, const std::filesystem::path& other,
+                      std::error_code& error);
+
 /// Number of this process.
 unsigned long process_id();
 

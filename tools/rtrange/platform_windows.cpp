@@ -83,6 +83,15 @@ void rename_to_new(const std::filesystem::path& from, const std::filesystem::pat
         error.assign(static_cast<int>(GetLastError()), std::system_category());
 }
 
+bool folders_are_alike(const std::filesystem::path&, const std::filesystem::path&) {
+    return false;
+}
+
+void exchange_folders(const std::filesystem::path&, const std::filesystem::path&,
+                      std::error_code& error) {
+    error = std::make_error_code(std::errc::function_not_supported);
+}
+
 unsigned long process_id() {
     return GetCurrentProcessId();
 }

@@ -17,11 +17,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr const char* inner_name = "rtrange"; ///< of temporary folders in a folder that exists
 constexpr const char* replaced_folder = "replaced";
 
-/// "run" for "run/": the path from which names beside the folder are made.
+/// "run" for "run/" and "run/.": the path from which names beside the folder are made.
 fs::path without_trailing_separator(fs::path folder) {
-    while (!folder.has_filename() && folder.has_relative_path())
+    while ((!folder.has_filename() || folder.filename() == ".") && folder.has_parent_path() &&
+           folder.has_relative_path())
         folder = folder.parent_path();
     return folder;
 }
@@ -86,8 +88,7 @@ result_folder::result_folder(const fs::path& target, const std::vector<std::stri
                                   target_.string()));
     if (!is_new_)
         check_files(names);
-    // Within a folder that exists: the one above it may be read-only, or on another disk.
-    staging_ = create_partial_folder(is_new_ ? target_ : target_ / "rtrange", target_);
+    create_staging();
 }
 
 result_folder::~result_folder() {
@@ -107,7 +108,11 @@ void result_folder::complete() {
             renamed_files().rename(staging_, target_);
             return;
         }
-        exchange_tables(written);
+        if (!exchange_folder(written)) {
+            if (staging_.parent_path() != target_)
+                move_staging_into_target();
+            exchange_tables(written);
+        }
     } catch (const std::exception& error) { // failures, and errors of the file system
         throw failure(
             fmt::format("{}; the new tables are in '{}'", error.what(), staging_.string()));
@@ -141,6 +146,71 @@ void result_folder::check_files(const std::vector<std::string>& names) {
         throw failure(fmt::format("'{}' contains the tables of an earlier run; add --overwrite to "
                                   "replace them, or choose another folder with -o",
                                   target_.string()));
+}
+
+void result_folder::create_staging() {
+    try {
+        staging_ = create_partial_folder(target_, target_);
+        if (is_new_ || is_exchangeable())
+            return;
+        fs::remove(staging_);
+    } catch (const failure&) {
+        if (is_new_)
+            throw;
+    }
+    // The folder above may be read-only, or on another disk.
+    staging_ = create_partial_folder(target_ / inner_name, target_);
+}
+
+/// Where tables may be missing, everybody is to see that a run has not ended.
+void result_folder::move_staging_into_target() {
+    const fs::path inner = create_partial_folder(target_ / inner_name, target_);
+    fs::rename(staging_, inner);
+    staging_ = inner;
+}
+
+/// Whether there is nothing that rtrange has not written, apart from the temporary folder.
+bool result_folder::holds_only_tables(const fs::path& folder) const {
+    const auto is_own = [this](const fs::path& file) {
+        return file == staging_ || (type_of(file) == fs::file_type::regular &&
+                                    (file.filename() == manifest_name ||
+                                     std::ranges::count(earlier_, listed(file)) > 0));
+    };
+    try {
+        for (const auto& entry : fs::directory_iterator(folder))
+            if (!is_own(entry.path()))
+                return false;
+        return true;
+    } catch (const fs::filesystem_error&) {
+        return false;
+    }
+}
+
+bool result_folder::is_exchangeable() const {
+    // Whoever works in the folder, as with "-o .", is to find the new tables there.
+    std::error_code ignored;
+    return !fs::equivalent(target_, ".", ignored) && folders_are_alike(staging_, target_) &&
+           holds_only_tables(target_);
+}
+
+/// Returns false, with the earlier tables in place, when the folder cannot be exchanged.
+bool result_folder::exchange_folder(const std::vector<listed_file>& written) {
+    if (!is_exchangeable())
+        return false;
+    write_manifest(path_of(manifest_name), written);
+    std::error_code error;
+    exchange_folders(staging_, target_, error);
+    if (error)
+        return false;
+    // Now the temporary folder is the earlier one.
+    if (holds_only_tables(staging_))
+        return true;
+    exchange_folders(staging_, target_, error);
+    if (!error)
+        return false;
+    const fs::path earlier = std::exchange(staging_, target_);
+    throw failure(fmt::format("cannot bring back what was put into '{}' meanwhile, now in '{}': {}",
+                              target_.string(), earlier.string(), error.message()));
 }
 
 void result_folder::exchange_tables(const std::vector<listed_file>& written) const {

@@ -11,9 +11,11 @@
 namespace rtrange {
 
 /// Makes a folder of tables appear whole or not at all: the tables are written to a temporary
-/// folder. A new folder is that one, renamed. In a folder that exists, the tables of an earlier run
-/// are exchanged for the new ones, and everything else stays untouched. A manifest in the folder
-/// lists what rtrange has written there; nothing else is ever replaced or removed.
+/// folder. A new folder is that one, renamed. A folder that contains nothing but the tables of an
+/// earlier run is exchanged for it in one step where the system can do that. Otherwise, the tables
+/// of the earlier run are exchanged for the new ones file by file, and everything else stays
+/// untouched; if the program is killed meanwhile, tables are missing until the next run. A manifest
+/// in the folder lists what rtrange has written there; nothing else is ever replaced or removed.
 class result_folder {
 public:
     /// Creates the temporary folder. `names` are the names of all files that a run may write.
@@ -41,6 +43,11 @@ public:
 
 private:
     void check_files(const std::vector<std::string>& names);
+    void create_staging();
+    void move_staging_into_target();
+    bool holds_only_tables(const std::filesystem::path& folder) const;
+    bool is_exchangeable() const;
+    bool exchange_folder(const std::vector<listed_file>& written);
     void exchange_tables(const std::vector<listed_file>& written) const;
     void replace_manifest(const std::vector<listed_file>& files) const;
 
