@@ -18,9 +18,6 @@ namespace {
 /// Rows per chunk: enough for good compression, few enough to keep in memory.
 constexpr std::size_t chunk_rows = 4096;
 
-/// Fast. Higher levels hardly make the data smaller.
-constexpr unsigned compression_level = 1;
-
 bool is_text(cell_type type) {
     return type == cell_type::ipv4 || type == cell_type::address || type == cell_type::text;
 }
@@ -74,24 +71,10 @@ void format_text(cell_type type, cell content, std::size_t size, std::uint8_t* t
     }
 }
 
-/// A size or a position in a dataset. Those of a MAT file have two dimensions, the first one of
-/// MATLAB last.
-class extent {
-public:
-    extent(bool is_mat_file, hsize_t rows, hsize_t columns = 1)
-        : numbers_{columns, rows}, first_(is_mat_file ? 0 : 1) {}
-    int rank() const { return first_ == 0 ? 2 : 1; }
-    const hsize_t* numbers() const { return numbers_.data() + first_; }
-
-private:
-    std::array<hsize_t, 2> numbers_;
-    std::size_t first_;
-};
-
 /// An empty dataset, extendible without limit.
 hdf5_handle create_dataset(hid_t group, const char* name, hid_t type, bool is_mat_file) {
-    const extent none(is_mat_file, 0), unlimited(is_mat_file, H5S_UNLIMITED);
-    const extent chunk(is_mat_file, chunk_rows);
+    const dataset_extent none(is_mat_file, 0), unlimited(is_mat_file, H5S_UNLIMITED);
+    const dataset_extent chunk(is_mat_file, chunk_rows);
     const hdf5_handle space(H5Screate_simple(none.rank(), none.numbers(), unlimited.numbers()),
                             "creating a dataset");
     const hdf5_handle creation(H5Pcreate(H5P_DATASET_CREATE), "creating a dataset");
@@ -99,7 +82,9 @@ hdf5_handle create_dataset(hid_t group, const char* name, hid_t type, bool is_ma
     check_hdf5(H5Pset_obj_track_times(creation, false), "creating a dataset");
     check_hdf5(H5Pset_chunk(creation, chunk.rank(), chunk.numbers()), "creating a dataset");
     check_hdf5(H5Pset_shuffle(creation), "creating a dataset");
-    check_hdf5(H5Pset_deflate(creation, compression_level), "creating a dataset");
+    // Of no effect but for the name of the filter: chunks are compressed before they are written.
+    constexpr unsigned level = 1;
+    check_hdf5(H5Pset_deflate(creation, level), "creating a dataset");
     // Chunks are written whole, so that the library's cache of 1 MiB per dataset is of no use.
     const hdf5_handle access(H5Pcreate(H5P_DATASET_ACCESS), "creating a dataset");
     check_hdf5(H5Pset_chunk_cache(access, 0, 0, H5D_CHUNK_CACHE_W0_DEFAULT), "creating a dataset");
@@ -110,11 +95,11 @@ hdf5_handle create_dataset(hid_t group, const char* name, hid_t type, bool is_ma
 } // namespace
 
 hdf5_table::hdf5_table(hid_t file, const table_description& table, std::span<const column> columns,
-                       mat_labels* labels)
+                       chunk_queue& chunks, mat_labels* labels)
     : group_(
           H5Gcreate2(file, std::string(table.name).c_str(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT),
           "creating a group"),
-      labels_(labels) {
+      chunks_(chunks), labels_(labels) {
     set_hdf5_attribute(group_, "description", std::string(table.text));
     for (const column& entry : columns)
         create_column(entry);
@@ -148,45 +133,48 @@ void hdf5_table::write(std::span<const cell> cells) {
         flush();
 }
 
+void hdf5_table::flush() {
+    if (stored_rows_.empty())
+        return;
+    const bool is_mat_file = labels_ != nullptr;
+    const std::size_t rows = stored_rows_.size() / columns_.size();
+    std::vector<dataset_chunk> chunks;
+    chunks.reserve(columns_.size());
+    for (std::size_t column = 0; column < columns_.size(); ++column)
+        chunks.push_back({columns_[column].dataset, columns_[column].element_size,
+                          dataset_extent(is_mat_file, rows_ - rows, 0),
+                          dataset_extent(is_mat_file, rows_), gathered(column)});
+    stored_rows_.clear();
+    chunks_.add(std::move(chunks));
+}
+
 void hdf5_table::close() {
-    flush();
     for (dataset_column& column : columns_)
         column.dataset.close();
     group_.close();
 }
 
-void hdf5_table::flush() {
-    if (stored_rows_.empty())
-        return;
-    for (std::size_t column = 0; column < columns_.size(); ++column)
-        append(column);
-    stored_rows_.clear();
-}
-
-void hdf5_table::append(std::size_t column) {
-    gather(column);
-    const auto& [cells, element_size, type, dataset, labels] = columns_[column];
-    const bool is_mat_file = labels_ != nullptr;
-    const hsize_t rows = stored_rows_.size() / columns_.size();
-    const extent begin(is_mat_file, rows_ - rows, 0), count(is_mat_file, rows);
-    check_hdf5(H5Dset_extent(dataset, extent(is_mat_file, rows_).numbers()), "extending a dataset");
-    const hdf5_handle target(H5Dget_space(dataset), "writing a dataset");
-    check_hdf5(H5Sselect_hyperslab(target, H5S_SELECT_SET, begin.numbers(), nullptr,
-                                   count.numbers(), nullptr),
-               "writing a dataset");
-    const hdf5_handle source(H5Screate_simple(1, &rows, nullptr), "writing a dataset");
-    check_hdf5(H5Dwrite(dataset, type, source, target, H5P_DEFAULT, chunk_.data()),
-               "writing a dataset");
-}
-
-void hdf5_table::gather(std::size_t column) {
-    const std::size_t size = columns_[column].element_size;
-    chunk_.resize(stored_rows_.size() / columns_.size() * size);
-    std::uint8_t* element = chunk_.data();
-    for (std::size_t i = column; i < stored_rows_.size(); i += columns_.size()) {
-        copy_cell(columns_[column], stored_rows_[i], element);
-        element += size;
+/// The elements of a chunk. Those behind the last row are zero.
+std::vector<std::uint8_t> hdf5_table::gathered(std::size_t column) const {
+    const dataset_column& target = columns_[column];
+    std::vector<std::uint8_t> elements(chunk_rows * target.element_size);
+    const auto cells = std::span(stored_rows_).subspan(column);
+    if (!is_text(target.cells) && target.element_size == sizeof(cell)) {
+        std::uint8_t* element = elements.data();
+        for (std::size_t i = 0; i < cells.size(); i += columns_.size(), element += sizeof(cell))
+            std::memcpy(element, &cells[i], sizeof(cell));
+        return elements;
     }
+    std::uint8_t* element = elements.data();
+    for (std::size_t i = 0; i < cells.size(); i += columns_.size()) {
+        // Texts are long to format, and mostly those of the row before.
+        if (i > 0 && cells[i] == cells[i - columns_.size()])
+            std::memcpy(element, element - target.element_size, target.element_size);
+        else
+            copy_cell(target, cells[i], element);
+        element += target.element_size;
+    }
+    return elements;
 }
 
 void hdf5_table::copy_cell(const dataset_column& column, cell content,

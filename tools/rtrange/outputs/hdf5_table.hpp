@@ -6,6 +6,7 @@
 #include <span>
 #include <vector>
 
+#include "tools/rtrange/outputs/chunk_queue.hpp"
 #include "tools/rtrange/outputs/hdf5_handle.hpp"
 #include "tools/rtrange/outputs/mat_labels.hpp"
 #include "tools/rtrange/tables/table.hpp"
@@ -21,15 +22,19 @@ namespace rtrange {
 /// ones are 0.
 class hdf5_table {
 public:
-    /// Creates the group of a table and its datasets. The labels are null unless this is a MAT
-    /// file. Throws hdf5_error when that is not possible.
+    /// Creates the group of a table and its datasets, whose chunks go into the queue. The labels
+    /// are null unless this is a MAT file. Throws hdf5_error when that is not possible.
     hdf5_table(hid_t file, const table_description& table, std::span<const column> columns,
-               mat_labels* labels);
+               chunk_queue& chunks, mat_labels* labels);
 
     /// Appends a row. Throws hdf5_error when it cannot be written.
     void write(std::span<const cell> cells);
 
-    /// Completes the datasets. Throws hdf5_error when that is not possible.
+    /// Adds the chunks of the last rows to the queue. Throws hdf5_error when that is not possible.
+    void flush();
+
+    /// Closes the datasets, when their chunks have been written. Throws hdf5_error when that is not
+    /// possible.
     void close();
 
     std::uint64_t rows() const { return rows_; }
@@ -44,16 +49,14 @@ private:
     };
 
     void create_column(const column& entry);
-    void flush();
-    void append(std::size_t column);
-    void gather(std::size_t column);
+    std::vector<std::uint8_t> gathered(std::size_t column) const;
     void copy_cell(const dataset_column& column, cell content, std::uint8_t* element) const;
 
     hdf5_handle group_;
+    chunk_queue& chunks_;
     mat_labels* labels_;
     std::vector<dataset_column> columns_;
-    std::vector<cell> stored_rows_;   ///< of the current chunk, one after the other
-    std::vector<std::uint8_t> chunk_; ///< one column of the current chunk
+    std::vector<cell> stored_rows_; ///< of the current chunk, one after the other
     std::uint64_t rows_ = 0;
 };
 
