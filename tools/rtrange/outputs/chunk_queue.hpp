@@ -1,4 +1,4 @@
-// Chunks of datasets on their way into a file.
+// Rows on their way into the datasets of a file.
 #pragma once
 
 #include <array>
@@ -7,9 +7,13 @@
 #include <deque>
 #include <future>
 #include <memory>
+#include <span>
 #include <vector>
 
 #include <hdf5.h>
+
+#include "tools/rtrange/outputs/hdf5_elements.hpp"
+#include "tools/rtrange/outputs/hdf5_handle.hpp"
 
 namespace rtrange {
 
@@ -27,18 +31,27 @@ private:
     std::size_t first_;
 };
 
-/// One chunk of a dataset.
-struct dataset_chunk {
-    hid_t dataset;
-    std::size_t element_size; ///< bytes
-    dataset_extent position;  ///< of its first row
-    dataset_extent size;      ///< of the dataset that ends with this chunk
-    std::vector<std::uint8_t> elements;
+/// A column of a table in the file.
+struct dataset_column {
+    hdf5_handle dataset;
+    element_format format;
+    cell fill_value; ///< what chunks that are not written contain
 };
 
-/// Compresses chunks on threads of its own, with the filters shuffle and deflate, because that
-/// takes several times as long as decoding their rows. Writes them in the order in which they were
-/// added, on the thread that adds them, so that the same run gives the same file.
+/// Rows of a table: one chunk of each of its datasets.
+struct row_block {
+    std::size_t chunk_rows;                  ///< at least those of this block
+    std::span<const dataset_column> columns; ///< valid until the rows are written
+    std::uint64_t first_row;
+    std::vector<cell> cells; ///< row after row
+
+    std::size_t count() const { return cells.size() / columns.size(); }
+};
+
+/// Makes chunks of rows and compresses them, with the filters shuffle and deflate, on threads of
+/// its own, because that takes several times as long as decoding the rows. Writes them in the order
+/// in which they were added, on the thread that adds them, so that the same run gives the same
+/// file.
 class chunk_queue {
 public:
     chunk_queue();
@@ -46,17 +59,22 @@ public:
     chunk_queue(const chunk_queue&) = delete;
     chunk_queue& operator=(const chunk_queue&) = delete;
 
-    /// Adds the chunks of some rows. Waits for those that were added first when many are pending.
-    /// Throws hdf5_error when chunks cannot be compressed or written.
-    void add(std::vector<dataset_chunk> chunks);
+    /// Adds rows. Waits for those that were added first when many are pending. Throws hdf5_error
+    /// when rows cannot be compressed or written.
+    void add(row_block rows);
 
-    /// Writes all chunks. Throws hdf5_error when that is not possible.
+    /// An empty vector, with the room of a block that has been written, if there is one.
+    std::vector<cell> free_cells();
+
+    /// Writes all rows. Throws hdf5_error when that is not possible.
     void finish();
 
 private:
     class compressor;
+    using chunk = std::vector<std::uint8_t>;
     struct job {
-        std::vector<dataset_chunk> chunks;
+        row_block rows;
+        std::vector<chunk> chunks; ///< compressed, by column; empty if not to be written
         std::unique_ptr<chunk_queue::compressor> compressor;
     };
 
@@ -64,6 +82,7 @@ private:
 
     std::deque<std::future<job>> pending_;
     std::vector<std::unique_ptr<compressor>> free_;
+    std::vector<std::vector<cell>> free_cells_;
 };
 
 } // namespace rtrange

@@ -45,8 +45,8 @@ private:
     std::optional<mat_labels> labels_; ///< of a MAT file
     std::uint64_t start_ns_ = 0;       ///< time of the first row
     std::optional<hdf5_handle> file_;
-    chunk_queue chunks_;
     std::array<std::unique_ptr<hdf5_table>, table_count> tables_;
+    chunk_queue chunks_; // declared last: its threads read the columns of the tables
 };
 
 } // namespace rtrange
