@@ -11,7 +11,7 @@ if(NOT dpkg_query OR NOT objdump)
 endif()
 
 set(licenses
-  "cli11=BSD-3-Clause" "fmt=MIT" "httplib=MIT" "nlohmann=MIT" "uPlot=MIT" "libhdf5|^hdf5=BSD-3-Clause"
+  "cli11=BSD-3-Clause" "fmt=MIT" "httplib=MIT" "libdeflate=MIT" "nlohmann=MIT" "uPlot=MIT" "libhdf5|^hdf5=BSD-3-Clause"
   "pcap=BSD-3-Clause" "libz-=Zlib" "libc6=LGPL-2.1-or-later" "mingw-w64-x86-64-dev=ZPL-2.1"
   "gcc|g[+][+]|libstdc=GPL-3.0-or-later WITH GCC-exception-3.1")
 
@@ -91,7 +91,7 @@ endmacro()
 
 set(built ${SOURCE_DIR}/build/windows-libraries/versions)
 if(SYSTEM STREQUAL windows)
-  foreach(library cpp-httplib fmtlib hdf5 libpcap)
+  foreach(library cpp-httplib fmtlib hdf5 libdeflate libpcap)
     file(STRINGS ${built}/${library} version)
     add_library_entry(${library} ${version} "pkg:deb/debian/${library}@${version}?arch=source"
       STATIC_LINK "built from Debian's source package")

@@ -1,8 +1,10 @@
 # The libraries of rtrange.exe, as scripts/build-windows-libraries.sh leaves them.
 set(windows_libraries ${PROJECT_SOURCE_DIR}/build/windows-libraries)
-if(NOT EXISTS ${windows_libraries}/versions/nlohmann-json3-dev)
-  message(FATAL_ERROR "Build the libraries first: scripts/build-windows-libraries.sh")
-endif()
+foreach(library fmtlib libpcap hdf5 cpp-httplib libdeflate nlohmann-json3-dev)
+  if(NOT EXISTS ${windows_libraries}/versions/${library})
+    message(FATAL_ERROR "Build the libraries first: scripts/build-windows-libraries.sh")
+  endif()
+endforeach()
 
 add_library(pcap::pcap STATIC IMPORTED GLOBAL)
 set_target_properties(pcap::pcap PROPERTIES
@@ -21,3 +23,8 @@ add_library(httplib::httplib INTERFACE IMPORTED GLOBAL)
 set_target_properties(httplib::httplib PROPERTIES
   INTERFACE_INCLUDE_DIRECTORIES ${windows_libraries}/include
   INTERFACE_LINK_LIBRARIES ws2_32)
+
+add_library(libdeflate::libdeflate STATIC IMPORTED)
+set_target_properties(libdeflate::libdeflate PROPERTIES
+  IMPORTED_LOCATION ${windows_libraries}/lib/libdeflate.a
+  INTERFACE_INCLUDE_DIRECTORIES ${windows_libraries}/include)

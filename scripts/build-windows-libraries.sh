@@ -82,7 +82,15 @@ cpp-httplib() {
   cp "$work/cpp-httplib/source/httplib.h" "$prefix/include/"
 }
 
-for package in fmtlib libpcap hdf5 cpp-httplib; do
+# Without its own build files, which differ between releases.
+libdeflate() {
+  (cd "$work/libdeflate/source" &&
+    x86_64-w64-mingw32-gcc-posix -O2 -I. -c lib/*.c lib/x86/*.c &&
+    x86_64-w64-mingw32-ar rcsD "$prefix/lib/libdeflate.a" ./*.o &&
+    cp libdeflate.h "$prefix/include/")
+}
+
+for package in fmtlib libpcap hdf5 cpp-httplib libdeflate; do
   [ -f "$prefix/versions/$package" ] && continue
   echo "== Building $package for Windows"
   if ! { unpack $package && $package >>"$work/$package.log" 2>&1; }; then

@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   g++ cmake ninja-build git pkg-config ca-certificates
-  libpcap-dev libcli11-dev libfmt-dev libhdf5-dev nlohmann-json3-dev libcpp-httplib-dev
+  libpcap-dev libcli11-dev libfmt-dev libhdf5-dev libdeflate-dev nlohmann-json3-dev libcpp-httplib-dev
   libgtest-dev googletest libbenchmark-dev libmatio-dev dpkg-dev file help2man
 )
 for option in "$@"; do

@@ -20,6 +20,9 @@ constexpr std::size_t longest_cell = 2 * longest_text + 3;
 /// between two changed cells are short.
 constexpr std::size_t copied_at_once = 32;
 
+/// Written at once, if rows are not longer.
+constexpr std::size_t buffer_size = 1 << 18;
+
 /// Writes a number with at most six decimals, as to_chars does but three times as fast. Most fields
 /// are integers divided by a power of ten. Returns null for other numbers.
 char* format_decimal(double number, char* begin) {
@@ -119,11 +122,9 @@ char* copy_text(const char* text, std::size_t size, char* out) {
 
 } // namespace
 
-csv_file::csv_file(const std::filesystem::path& file, std::span<const column> columns,
-                   file_writer& writer)
+csv_file::csv_file(const std::filesystem::path& file, std::span<const column> columns)
     : contents_(columns.size()), cell_ends_(columns.size()),
-      row_(columns.size() * longest_cell + copied_at_once), file_(file), writer_(writer),
-      buffer_(file_writer::buffer_size) {
+      row_(columns.size() * longest_cell + copied_at_once), file_(file), buffer_(buffer_size) {
     for (const column& entry : columns) {
         append(entry.name);
         append(",");
@@ -133,6 +134,11 @@ csv_file::csv_file(const std::filesystem::path& file, std::span<const column> co
 }
 
 void csv_file::write(std::span<const cell> cells) {
+    for (; !cells.empty(); cells = cells.subspan(types_.size()))
+        write_row(cells.first(types_.size()));
+}
+
+void csv_file::write_row(std::span<const cell> cells) {
     reserve(types_.size() * longest_cell + copied_at_once);
     char* const begin = buffer_.data() + used_;
     char* end = begin;
@@ -142,7 +148,7 @@ void csv_file::write(std::span<const cell> cells) {
     for (std::size_t i = 0; i < types_.size(); ++i) {
         const cell content = cells[i];
         const std::size_t cell_end = cell_ends_[i];
-        if (content != contents_[i] || rows_ == 0) {
+        if (content != contents_[i] || is_first_row_) {
             end = copy_text(row_.data() + copied, cell_begin - copied, end);
             end = format(types_[i], content, end);
             *end++ = ',';
@@ -158,10 +164,11 @@ void csv_file::write(std::span<const cell> cells) {
     std::memcpy(row_.data(), begin, size);
     used_ += size;
     buffer_[used_ - 1] = '\n';
-    ++rows_;
+    is_first_row_ = false;
 }
 
 void csv_file::close() {
+    flush();
     file_.close();
 }
 
@@ -178,8 +185,7 @@ void csv_file::append(std::string_view text) {
 }
 
 void csv_file::flush() {
-    if (used_ > 0)
-        writer_.append(file_, buffer_, used_);
+    file_.write({buffer_.data(), used_});
     used_ = 0;
 }
 

@@ -6,33 +6,42 @@
 #include <fmt/format.h>
 
 namespace rtrange {
+namespace {
+
+/// Handed to the writer at once: some dozens of rows, few enough to stay in the processor's cache.
+constexpr std::size_t block_cells = 1 << 13;
+
+} // namespace
 
 csv_output::csv_output(const std::filesystem::path& folder, result_rules rules,
                        const table_columns& columns)
     : result_(folder, file_names(), rules), columns_(columns) {}
 
 void csv_output::write(const table_row& row) {
-    csv_file& file = files_[row.table] != nullptr ? *files_[row.table] : open(row.table);
-    file.write(row.cells);
+    table_file& target = tables_[row.table] != nullptr ? *tables_[row.table] : open(row.table);
+    target.cells.insert(target.cells.end(), row.cells.begin(), row.cells.end());
+    ++target.rows;
+    if (target.cells.size() >= block_cells)
+        writer_.append(target.file, target.cells);
 }
 
 void csv_output::close() {
-    for (const auto& file : files_)
-        if (file != nullptr)
-            file->flush();
+    for (const auto& table : tables_)
+        if (table != nullptr)
+            writer_.append(table->file, table->cells);
     writer_.finish();
-    for (const auto& file : files_)
-        if (file != nullptr)
-            file->close();
+    for (const auto& table : tables_)
+        if (table != nullptr)
+            table->file.close();
     result_.complete();
 }
 
 std::vector<written_table> csv_output::tables() const {
     std::vector<written_table> result;
-    for (std::size_t table = 0; table < table_count; ++table)
-        if (files_[table] != nullptr)
-            result.push_back({result_.target_of(name_of(table)).string(), files_[table]->rows(),
-                              std::string(table_descriptions()[table].name)});
+    for (std::size_t i = 0; i < table_count; ++i)
+        if (tables_[i] != nullptr)
+            result.push_back({result_.target_of(name_of(i)).string(), tables_[i]->rows,
+                              std::string(table_descriptions()[i].name)});
     return result;
 }
 
@@ -47,10 +56,10 @@ std::vector<std::string> csv_output::file_names() {
     return names;
 }
 
-csv_file& csv_output::open(std::size_t table) {
-    files_[table] =
-        std::make_unique<csv_file>(result_.path_of(name_of(table)), columns_[table], writer_);
-    return *files_[table];
+csv_output::table_file& csv_output::open(std::size_t table) {
+    tables_[table] =
+        std::make_unique<table_file>(csv_file(result_.path_of(name_of(table)), columns_[table]));
+    return *tables_[table];
 }
 
 } // namespace rtrange

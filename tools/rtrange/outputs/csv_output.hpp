@@ -3,12 +3,14 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "tools/rtrange/outputs/csv_file.hpp"
+#include "tools/rtrange/outputs/csv_writer.hpp"
 #include "tools/rtrange/outputs/table_output.hpp"
 #include "tools/rtrange/results/result_folder.hpp"
 #include "tools/rtrange/tables/table.hpp"
@@ -31,13 +33,19 @@ public:
     std::vector<written_table> tables() const override;
 
 private:
+    struct table_file {
+        csv_file file;
+        std::vector<cell> cells; ///< of rows that are not yet with the writer
+        std::uint64_t rows = 0;
+    };
+
     static std::string name_of(std::size_t table);
-    csv_file& open(std::size_t table);
+    table_file& open(std::size_t table);
 
     result_folder result_; // declared first: it must be destroyed after the files
     const table_columns& columns_;
-    std::array<std::unique_ptr<csv_file>, table_count> files_;
-    file_writer writer_; // declared last: it must be destroyed before the files
+    std::array<std::unique_ptr<table_file>, table_count> tables_;
+    csv_writer writer_; // declared last: it must be destroyed before the files
 };
 
 } // namespace rtrange

@@ -97,6 +97,10 @@ void hdf5_output::close() {
 void hdf5_output::close_tables() {
     for (const auto& table : tables_)
         if (table != nullptr)
+            table->flush();
+    chunks_.finish();
+    for (const auto& table : tables_)
+        if (table != nullptr)
             table->close();
     if (labels_)
         labels_->write(*file_);
@@ -118,8 +122,9 @@ hdf5_table& hdf5_output::open(const table_row& first_row) {
         start_ns_ = first_row.reference_timestamp;
     }
     const std::size_t table = first_row.table;
-    tables_[table] = std::make_unique<hdf5_table>(*file_, table_descriptions()[table],
-                                                  columns_[table], labels_ ? &*labels_ : nullptr);
+    tables_[table] =
+        std::make_unique<hdf5_table>(*file_, table_descriptions()[table], columns_[table], chunks_,
+                                     labels_ ? &*labels_ : nullptr);
     return *tables_[table];
 }
 

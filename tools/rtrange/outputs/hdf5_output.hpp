@@ -9,6 +9,7 @@
 #include <optional>
 #include <vector>
 
+#include "tools/rtrange/outputs/chunk_queue.hpp"
 #include "tools/rtrange/outputs/hdf5_handle.hpp"
 #include "tools/rtrange/outputs/hdf5_table.hpp"
 #include "tools/rtrange/outputs/mat_labels.hpp"
@@ -45,6 +46,7 @@ private:
     std::uint64_t start_ns_ = 0;       ///< time of the first row
     std::optional<hdf5_handle> file_;
     std::array<std::unique_ptr<hdf5_table>, table_count> tables_;
+    chunk_queue chunks_; // declared last: its threads read the columns of the tables
 };
 
 } // namespace rtrange

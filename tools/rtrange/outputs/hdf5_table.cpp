@@ -1,203 +1,130 @@
 #include "tools/rtrange/outputs/hdf5_table.hpp"
 
 #include <algorithm>
-#include <array>
-#include <cstring>
-#include <span>
 #include <string>
-#include <string_view>
 #include <utility>
 
 #include "tools/rtrange/outputs/mat_file.hpp"
-#include "tools/rtrange/tables/ipv4.hpp"
 
 namespace rtrange {
 
 namespace {
 
-/// Rows per chunk: enough for good compression, few enough to keep in memory.
-constexpr std::size_t chunk_rows = 4096;
-
-/// Fast. Higher levels hardly make the data smaller.
-constexpr unsigned compression_level = 1;
-
-bool is_text(cell_type type) {
-    return type == cell_type::ipv4 || type == cell_type::address || type == cell_type::text;
+/// Rows per chunk of a table's datasets: enough for good compression, few enough to keep a few
+/// blocks of rows, of at most 4 MB, in memory.
+std::size_t rows_per_chunk(std::size_t columns) {
+    constexpr std::size_t most_rows = 4096;
+    constexpr std::size_t most_cells = std::size_t{1} << 19;
+    return std::clamp(most_cells / columns, std::size_t{1}, most_rows);
 }
 
-/// Texts are numbers in a MAT file.
-hdf5_handle type_of(const column& entry, bool is_mat_file) {
-    if (is_mat_file && is_text(entry.type))
-        return {H5Tcopy(H5T_STD_U32LE), "copying a type"};
-    switch (entry.type) {
-    case cell_type::u8:
-        return {H5Tcopy(H5T_STD_U8LE), "copying a type"};
-    case cell_type::u16:
-        return {H5Tcopy(H5T_STD_U16LE), "copying a type"};
-    case cell_type::u32:
-        return {H5Tcopy(H5T_STD_U32LE), "copying a type"};
-    case cell_type::u64:
-        return {H5Tcopy(H5T_STD_U64LE), "copying a type"};
-    case cell_type::s16:
-        return {H5Tcopy(H5T_STD_I16LE), "copying a type"};
-    case cell_type::s32:
-        return {H5Tcopy(H5T_STD_I32LE), "copying a type"};
-    case cell_type::s64:
-        return {H5Tcopy(H5T_STD_I64LE), "copying a type"};
-    case cell_type::f64:
-    case cell_type::number:
-    case cell_type::whole_number:
-        return {H5Tcopy(H5T_IEEE_F64LE), "copying a type"};
-    case cell_type::ipv4:
-    case cell_type::address:
-        return hdf5_text_type(longest_ipv4);
-    case cell_type::text:
-        break;
-    }
-    return hdf5_text_type(entry.text_size);
-}
-
-/// An address with its first byte as the most significant one.
-cell swapped_bytes(cell address) {
-    return (address & 0xFF) << 24 | (address & 0xFF00) << 8 | (address >> 8 & 0xFF00) |
-           (address >> 24 & 0xFF);
-}
-
-/// Writes the text of a cell, padded with zeros.
-void format_text(cell_type type, cell content, std::size_t size, std::uint8_t* text) {
-    std::memset(text, 0, size);
-    if (type == cell_type::text) {
-        const std::string_view characters(text_in(content));
-        std::ranges::copy(characters.substr(0, size), text);
-    } else if (content != unknown_address) {
-        format_ipv4(static_cast<std::uint32_t>(content), reinterpret_cast<char*>(text));
-    }
-}
-
-/// A size or a position in a dataset. Those of a MAT file have two dimensions, the first one of
-/// MATLAB last.
-class extent {
-public:
-    extent(bool is_mat_file, hsize_t rows, hsize_t columns = 1)
-        : numbers_{columns, rows}, first_(is_mat_file ? 0 : 1) {}
-    int rank() const { return first_ == 0 ? 2 : 1; }
-    const hsize_t* numbers() const { return numbers_.data() + first_; }
-
-private:
-    std::array<hsize_t, 2> numbers_;
-    std::size_t first_;
-};
-
-/// An empty dataset, extendible without limit.
-hdf5_handle create_dataset(hid_t group, const char* name, hid_t type, bool is_mat_file) {
-    const extent none(is_mat_file, 0), unlimited(is_mat_file, H5S_UNLIMITED);
-    const extent chunk(is_mat_file, chunk_rows);
-    const hdf5_handle space(H5Screate_simple(none.rank(), none.numbers(), unlimited.numbers()),
-                            "creating a dataset");
-    const hdf5_handle creation(H5Pcreate(H5P_DATASET_CREATE), "creating a dataset");
+/// How datasets are stored, except for their fill values.
+hdf5_handle creation_properties(const dataset_extent& chunk) {
+    hdf5_handle creation(H5Pcreate(H5P_DATASET_CREATE), "creating a dataset");
     // The same run gives the same file.
     check_hdf5(H5Pset_obj_track_times(creation, false), "creating a dataset");
     check_hdf5(H5Pset_chunk(creation, chunk.rank(), chunk.numbers()), "creating a dataset");
     check_hdf5(H5Pset_shuffle(creation), "creating a dataset");
-    check_hdf5(H5Pset_deflate(creation, compression_level), "creating a dataset");
-    // Chunks are written whole, so that the library's cache of 1 MiB per dataset is of no use.
-    const hdf5_handle access(H5Pcreate(H5P_DATASET_ACCESS), "creating a dataset");
+    // Of no effect but for the name of the filter: chunks are compressed before they are written.
+    constexpr unsigned level = 1;
+    check_hdf5(H5Pset_deflate(creation, level), "creating a dataset");
+    return creation;
+}
+
+/// Chunks are written whole, so that the library's cache of 1 MiB per dataset is of no use.
+hdf5_handle access_without_cache() {
+    hdf5_handle access(H5Pcreate(H5P_DATASET_ACCESS), "creating a dataset");
     check_hdf5(H5Pset_chunk_cache(access, 0, 0, H5D_CHUNK_CACHE_W0_DEFAULT), "creating a dataset");
-    return {H5Dcreate2(group, name, type, space, H5P_DEFAULT, creation, access),
+    return access;
+}
+
+/// No rows, but room for any number of them.
+hdf5_handle extendible_space(bool is_mat_file) {
+    const dataset_extent none(is_mat_file, 0), unlimited(is_mat_file, H5S_UNLIMITED);
+    return {H5Screate_simple(none.rank(), none.numbers(), unlimited.numbers()),
             "creating a dataset"};
 }
 
 } // namespace
 
 hdf5_table::hdf5_table(hid_t file, const table_description& table, std::span<const column> columns,
-                       mat_labels* labels)
-    : group_(
-          H5Gcreate2(file, std::string(table.name).c_str(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT),
-          "creating a group"),
-      labels_(labels) {
-    set_hdf5_attribute(group_, "description", std::string(table.text));
-    for (const column& entry : columns)
-        create_column(entry);
-    if (labels != nullptr) {
-        std::vector<std::string> names;
-        for (const column& entry : columns)
-            names.emplace_back(entry.name);
-        make_mat_struct(group_, names);
-    }
-    stored_rows_.reserve(chunk_rows * columns_.size());
-}
-
-void hdf5_table::create_column(const column& entry) {
-    const bool is_mat_file = labels_ != nullptr;
-    hdf5_handle type = type_of(entry, is_mat_file);
-    const std::size_t size = H5Tget_size(type);
-    hdf5_handle dataset = create_dataset(group_, entry.name, type, is_mat_file);
-    if (is_mat_file)
-        set_mat_class(dataset, mat_class_of(entry.type));
-    set_hdf5_attribute(dataset, "unit", entry.unit);
-    set_hdf5_attribute(dataset, "description", entry.meaning);
-    mat_labels::numbering* const labels =
-        is_mat_file && entry.type == cell_type::text ? &labels_->numbering_of(entry) : nullptr;
-    columns_.push_back({entry.type, size, std::move(type), std::move(dataset), labels});
+                       chunk_queue& chunks, mat_labels* labels)
+    : file_(file), table_(table), columns_(columns), chunks_(chunks), labels_(labels),
+      chunk_rows_(rows_per_chunk(columns.size())) {
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        if (is_mat_file() && columns[i].type == cell_type::text)
+            label_columns_.push_back({i, labels->numbering_of(columns[i])});
 }
 
 void hdf5_table::write(std::span<const cell> cells) {
-    stored_rows_.insert(stored_rows_.end(), cells.begin(), cells.end());
+    if (cells_.capacity() == 0) {
+        cells_ = chunks_.free_cells();
+        cells_.reserve(chunk_rows_ * columns_.size());
+    }
+    cells_.insert(cells_.end(), cells.begin(), cells.end());
+    const std::span row = std::span(cells_).last(cells.size());
+    for (const auto& [column, labels] : label_columns_)
+        row[column] = labels.number_of(text_in(row[column]));
     ++rows_;
-    if (stored_rows_.size() == chunk_rows * columns_.size())
+    if (cells_.size() == chunk_rows_ * columns_.size())
         flush();
 }
 
-void hdf5_table::close() {
-    flush();
-    for (dataset_column& column : columns_)
-        column.dataset.close();
-    group_.close();
-}
-
 void hdf5_table::flush() {
-    if (stored_rows_.empty())
+    if (cells_.empty())
         return;
-    for (std::size_t column = 0; column < columns_.size(); ++column)
-        append(column);
-    stored_rows_.clear();
-}
-
-void hdf5_table::append(std::size_t column) {
-    gather(column);
-    const auto& [cells, element_size, type, dataset, labels] = columns_[column];
-    const bool is_mat_file = labels_ != nullptr;
-    const hsize_t rows = stored_rows_.size() / columns_.size();
-    const extent begin(is_mat_file, rows_ - rows, 0), count(is_mat_file, rows);
-    check_hdf5(H5Dset_extent(dataset, extent(is_mat_file, rows_).numbers()), "extending a dataset");
-    const hdf5_handle target(H5Dget_space(dataset), "writing a dataset");
-    check_hdf5(H5Sselect_hyperslab(target, H5S_SELECT_SET, begin.numbers(), nullptr,
-                                   count.numbers(), nullptr),
-               "writing a dataset");
-    const hdf5_handle source(H5Screate_simple(1, &rows, nullptr), "writing a dataset");
-    check_hdf5(H5Dwrite(dataset, type, source, target, H5P_DEFAULT, chunk_.data()),
-               "writing a dataset");
-}
-
-void hdf5_table::gather(std::size_t column) {
-    const std::size_t size = columns_[column].element_size;
-    chunk_.resize(stored_rows_.size() / columns_.size() * size);
-    std::uint8_t* element = chunk_.data();
-    for (std::size_t i = column; i < stored_rows_.size(); i += columns_.size()) {
-        copy_cell(columns_[column], stored_rows_[i], element);
-        element += size;
+    const std::size_t rows = cells_.size() / columns_.size();
+    if (!group_) {
+        chunk_rows_ = rows; // fewer only if there are no others
+        create();
     }
+    chunks_.add({chunk_rows_, datasets_, rows_ - rows, std::exchange(cells_, {})});
 }
 
-void hdf5_table::copy_cell(const dataset_column& column, cell content,
-                           std::uint8_t* element) const {
-    if (column.labels != nullptr)
-        content = column.labels->number_of(text_in(content));
-    else if (labels_ != nullptr && is_text(column.cells))
-        content = content == unknown_address ? 0 : swapped_bytes(content);
-    else if (is_text(column.cells))
-        return format_text(column.cells, content, column.element_size, element);
-    std::memcpy(element, &content, column.element_size); // little-endian: the low bytes come first
+/// Creates the group and its datasets. The library takes chunks that were never written for chunks
+/// of fill values. Most values are constant once they are known, so that the last ones of the first
+/// chunk are the fill values.
+void hdf5_table::create() {
+    const std::string name(table_.name);
+    group_.emplace(H5Gcreate2(file_, name.c_str(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT),
+                   "creating a group");
+    set_hdf5_attribute(*group_, "description", std::string(table_.text));
+    const new_datasets settings{creation_properties(dataset_extent(is_mat_file(), chunk_rows_)),
+                                access_without_cache(), extendible_space(is_mat_file())};
+    const auto last_row = std::span(cells_).last(columns_.size());
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        create_dataset(columns_[i], last_row[i], settings);
+        names.emplace_back(columns_[i].name);
+    }
+    if (is_mat_file())
+        make_mat_struct(*group_, names);
+}
+
+void hdf5_table::create_dataset(const column& entry, cell fill_value,
+                                const new_datasets& settings) {
+    const hdf5_handle type = hdf5_type_of(entry, is_mat_file());
+    const element_format format{entry.type, is_mat_file(), H5Tget_size(type)};
+    std::vector<std::uint8_t> element(format.size);
+    format.write({&fill_value, 1}, element.data());
+    check_hdf5(H5Pset_fill_value(settings.creation, type, element.data()), "creating a dataset");
+    hdf5_handle dataset(H5Dcreate2(*group_, entry.name, type, settings.space, H5P_DEFAULT,
+                                   settings.creation, settings.access),
+                        "creating a dataset");
+    if (is_mat_file())
+        set_mat_class(dataset, mat_class_of(entry.type));
+    set_hdf5_attribute(dataset, "unit", entry.unit);
+    set_hdf5_attribute(dataset, "description", entry.meaning);
+    datasets_.push_back({std::move(dataset), format, fill_value});
+}
+
+void hdf5_table::close() {
+    const dataset_extent size(is_mat_file(), rows_);
+    for (dataset_column& column : datasets_) {
+        check_hdf5(H5Dset_extent(column.dataset, size.numbers()), "extending a dataset");
+        column.dataset.close();
+    }
+    group_->close();
 }
 
 } // namespace rtrange

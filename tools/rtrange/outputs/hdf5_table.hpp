@@ -3,9 +3,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
+#include "tools/rtrange/outputs/chunk_queue.hpp"
 #include "tools/rtrange/outputs/hdf5_handle.hpp"
 #include "tools/rtrange/outputs/mat_labels.hpp"
 #include "tools/rtrange/tables/table.hpp"
@@ -13,47 +15,55 @@
 namespace rtrange {
 
 /// A group with one dataset per column, all of the same length. Datasets are chunked, compressed
-/// and extendible; each has the attributes "unit" and "description". Unknown numbers are NaN,
-/// unknown addresses are empty.
+/// and extendible; each has the attributes "unit" and "description".
 ///
 /// In a MAT file, the group is a struct and each dataset a column vector. Texts are numbers, which
-/// the labels explain. So are addresses, with the first byte as the most significant one; unknown
-/// ones are 0.
+/// the labels explain.
 class hdf5_table {
 public:
-    /// Creates the group of a table and its datasets. The labels are null unless this is a MAT
-    /// file. Throws hdf5_error when that is not possible.
+    /// A table whose chunks go into the queue. The labels are null unless this is a MAT file. The
+    /// arguments must outlive the table.
     hdf5_table(hid_t file, const table_description& table, std::span<const column> columns,
-               mat_labels* labels);
+               chunk_queue& chunks, mat_labels* labels);
 
     /// Appends a row. Throws hdf5_error when it cannot be written.
     void write(std::span<const cell> cells);
 
-    /// Completes the datasets. Throws hdf5_error when that is not possible.
+    /// Adds the last rows to the queue. Throws hdf5_error when that is not possible.
+    void flush();
+
+    /// Completes the datasets, when all chunks have been written. Throws hdf5_error when that is
+    /// not possible.
     void close();
 
     std::uint64_t rows() const { return rows_; }
 
 private:
-    struct dataset_column {
-        cell_type cells;
-        std::size_t element_size; ///< bytes
-        hdf5_handle type;
-        hdf5_handle dataset;
-        mat_labels::numbering* labels; ///< null unless the cells are texts of a MAT file
+    struct label_column {
+        std::size_t column;
+        mat_labels::numbering& labels;
     };
 
-    void create_column(const column& entry);
-    void flush();
-    void append(std::size_t column);
-    void gather(std::size_t column);
-    void copy_cell(const dataset_column& column, cell content, std::uint8_t* element) const;
+    struct new_datasets {
+        hdf5_handle creation;
+        hdf5_handle access;
+        hdf5_handle space;
+    };
 
-    hdf5_handle group_;
+    bool is_mat_file() const { return labels_ != nullptr; }
+    void create();
+    void create_dataset(const column& entry, cell fill_value, const new_datasets& settings);
+
+    hid_t file_;
+    const table_description& table_;
+    std::span<const column> columns_;
+    chunk_queue& chunks_;
     mat_labels* labels_;
-    std::vector<dataset_column> columns_;
-    std::vector<cell> stored_rows_;   ///< of the current chunk, one after the other
-    std::vector<std::uint8_t> chunk_; ///< one column of the current chunk
+    std::size_t chunk_rows_;
+    std::vector<label_column> label_columns_; ///< texts of a MAT file
+    std::optional<hdf5_handle> group_;        ///< from the first chunk on
+    std::vector<dataset_column> datasets_;
+    std::vector<cell> cells_; ///< of the rows of the current chunk
     std::uint64_t rows_ = 0;
 };
 

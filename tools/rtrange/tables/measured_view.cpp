@@ -29,22 +29,23 @@ constexpr std::size_t most_counted_senders = 1000;
 measured_view::measured_view(const selection& selected, bool with_samples) {
     const auto& unit_columns = measured_unit_columns();
     const auto& rcom_columns = measured_rcom_columns();
-    for (const measured_column& column : unit_columns)
-        from_range_.push_back(column.origin.first.packet == origin_packet::ext_range);
 
+    const auto state_of = [&](const measured_column& column) -> std::size_t {
+        return column.origin.first.packet == origin_packet::ext_range ? 1 : 0;
+    };
     const auto select = [&](std::size_t table, const std::vector<measured_column>& all,
-                            std::vector<std::size_t>& indices, auto is_in_table) {
-        indices.clear();
+                            std::vector<cell_source>& sources, auto is_in_table) {
+        sources.clear();
         const auto leading = measured_leading_columns();
         std::vector<column>& columns = columns_[table];
         columns.assign(leading.begin(), leading.end());
         const auto name = [](const measured_column& column) { return column.shown.name; };
         for (const measured_column& column : selected.in_order(std::span(all), name))
             if (is_in_table(column)) {
-                indices.push_back(index_of(all, column.shown.name));
+                sources.push_back({index_of(all, column.shown.name), state_of(column)});
                 columns.push_back(column.shown);
             }
-        if (indices.empty() || !selected.has_unit(table_descriptions()[table].unit))
+        if (sources.empty() || !selected.has_unit(table_descriptions()[table].unit))
             columns.clear();
     };
     const auto in_all = [](const measured_column&) { return true; };
@@ -67,10 +68,7 @@ measured_view::measured_view(const selection& selected, bool with_samples) {
             selected.has_unit(table_descriptions()[samples_table(unit)].unit))
             columns_[samples_table(unit)] = sample_columns;
 
-    // All cells of a frame lie in one block, which must not move while its rows are made.
-    constexpr std::size_t most_samples = 30;
-    cells_.reserve(most_samples * (leading_columns + sample_fields_.size()) + 2 * leading_columns +
-                   unit_columns.size() + rcom_columns.size());
+    most_packet_cells_ = 2 * leading_columns + unit_columns.size() + rcom_columns.size();
 }
 
 std::optional<std::size_t> measured_view::unit_table(const decoded_frame& frame) const {
@@ -83,7 +81,7 @@ std::optional<std::size_t> measured_view::unit_table(const decoded_frame& frame)
 }
 
 void measured_view::add_rows(const decoded_frame& frame, std::vector<table_row>& rows) {
-    cells_.clear();
+    make_room(frame);
     zero_ns_ = frame.zero_ns;
     // The decoder ignores the values of an implausible packet, but repeats older ones.
     if (!frame.packet.plausible)
@@ -128,11 +126,9 @@ void measured_view::add_unit_row(const decoded_frame& frame, std::vector<table_r
         return add_unidentified_row(frame, rows);
     if (columns_[table].empty())
         return;
-    const std::vector<cell>& cells = state_.of_unit(unit);
-    const std::vector<cell>& range = state_.of_range(unit);
     begin_row(frame);
-    for (const std::size_t column : unit == hunter ? hunter_columns_ : target_columns_)
-        cells_.push_back(from_range_[column] ? range[column] : cells[column]);
+    add_cells(unit == hunter ? hunter_columns_ : target_columns_,
+              {state_.of_unit(unit).data(), state_.of_range(unit).data()});
     end_row(table, frame, rows);
 }
 
@@ -146,19 +142,18 @@ void measured_view::add_unidentified_row(const decoded_frame& frame, std::vector
     ++unidentified_rows_;
     if (columns_[unidentified_table].empty())
         return;
-    const std::vector<cell>& cells = state_.of_sender(address);
+    const cell* const cells = state_.of_sender(address).data();
     begin_row(frame);
-    for (const std::size_t column : hunter_columns_)
-        cells_.push_back(cells[column]);
+    add_cells(hunter_columns_, {cells, cells});
     end_row(unidentified_table, frame, rows);
 }
 
 void measured_view::add_rcom_row(const decoded_frame& frame, std::vector<table_row>& rows) {
     if (!frame.packages.rcom || columns_[rcom_table].empty())
         return;
+    const cell* const cells = state_.of_rcom().data();
     begin_row(frame);
-    for (const std::size_t column : rcom_columns_)
-        cells_.push_back(state_.of_rcom()[column]);
+    add_cells(rcom_columns_, {cells, cells});
     end_row(rcom_table, frame, rows);
 }
 
@@ -168,23 +163,38 @@ void measured_view::add_sample_rows(const decoded_frame& frame, std::vector<tabl
             continue;
         begin_row(frame);
         for (const stored_field& field : sample_fields_)
-            cells_.push_back(field.in(record.data()));
+            add_cell(field.in(record.data()));
         end_row(samples_table(unit), frame, rows);
     }
 }
 
+/// The cells of all rows of a frame lie in one block, which must not move while they are made.
+void measured_view::make_room(const decoded_frame& frame) {
+    const std::size_t sample_row = leading_columns + sample_fields_.size();
+    const std::size_t size = most_packet_cells_ + frame.packages.samples.size() * sample_row;
+    if (cells_.size() < size)
+        cells_.resize(size);
+    used_cells_ = 0;
+}
+
 void measured_view::begin_row(const decoded_frame& frame) {
-    row_begin_ = cells_.size();
+    row_begin_ = used_cells_;
     const auto since_zero = static_cast<std::int64_t>(frame.time_ns - frame.zero_ns);
-    cells_.push_back(frame.time_ns);
-    cells_.push_back(cell_of(static_cast<double>(since_zero) / 1e9));
-    cells_.push_back(cell_of(name_of(frame.packet.kind)));
+    add_cell(frame.time_ns);
+    add_cell(cell_of(static_cast<double>(since_zero) / 1e9));
+    add_cell(cell_of(name_of(frame.packet.kind)));
+}
+
+void measured_view::add_cells(const std::vector<cell_source>& sources,
+                              const std::array<const cell*, 2>& states) {
+    for (const auto& [column, state] : sources)
+        add_cell(states[state][column]);
 }
 
 void measured_view::end_row(std::size_t table, const decoded_frame& frame,
                             std::vector<table_row>& rows) {
-    rows.push_back(
-        {table, frame.time_ns, frame.packet.kind, std::span(cells_).subspan(row_begin_)});
+    rows.push_back({table, frame.time_ns, frame.packet.kind,
+                    std::span(cells_).subspan(row_begin_, used_cells_ - row_begin_)});
 }
 
 std::vector<std::string> measured_view::notes() const {

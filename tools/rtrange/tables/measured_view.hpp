@@ -41,21 +41,30 @@ private:
         std::uint64_t last_time_ns;
     };
 
+    /// Where a cell of a unit's row comes from.
+    struct cell_source {
+        std::size_t column;
+        std::size_t state; ///< 0: NCOM, or RCOM in its own table; 1: extended range packets
+    };
+
     void notice_silence(const decoded_frame& frame);
     silence longest_silence(std::size_t unit) const;
     void add_unit_row(const decoded_frame& frame, std::vector<table_row>& rows);
     void add_rcom_row(const decoded_frame& frame, std::vector<table_row>& rows);
     void add_sample_rows(const decoded_frame& frame, std::vector<table_row>& rows);
     void add_unidentified_row(const decoded_frame& frame, std::vector<table_row>& rows);
+    void make_room(const decoded_frame& frame);
     void begin_row(const decoded_frame& frame);
+    void add_cell(cell content) { cells_[used_cells_++] = content; }
+    void add_cells(const std::vector<cell_source>& sources,
+                   const std::array<const cell*, 2>& states);
     void end_row(std::size_t table, const decoded_frame& frame, std::vector<table_row>& rows);
 
     table_columns columns_;
-    std::vector<std::size_t> target_columns_; ///< selected columns by index
-    std::vector<std::size_t> hunter_columns_;
-    std::vector<std::size_t> rcom_columns_;
+    std::vector<cell_source> target_columns_; ///< the selected ones
+    std::vector<cell_source> hunter_columns_;
+    std::vector<cell_source> rcom_columns_;
     std::vector<stored_field> sample_fields_;
-    std::vector<bool> from_range_; ///< by column of a unit's table
 
     measured_state state_;
     std::map<std::uint32_t, unidentified_sender> unidentified_;
@@ -64,7 +73,9 @@ private:
     std::uint64_t latest_ns_ = 0; ///< time of the last frame
     std::array<std::optional<std::uint64_t>, zel::toolbox::rt_range::unit_count> last_ncom_ns_;
     std::array<silence, zel::toolbox::rt_range::unit_count> silences_; ///< the longest ones
-    std::vector<cell> cells_; ///< of the current frame's rows
+    std::size_t most_packet_cells_; ///< of the rows of a packet, without its samples
+    std::vector<cell> cells_;       ///< room for all rows of a frame
+    std::size_t used_cells_ = 0;    ///< by the current frame's rows
     std::size_t row_begin_ = 0;
 };
 

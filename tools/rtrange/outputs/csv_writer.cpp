@@ -1,4 +1,4 @@
-#include "tools/rtrange/outputs/file_writer.hpp"
+#include "tools/rtrange/outputs/csv_writer.hpp"
 
 #include <system_error>
 #include <utility>
@@ -10,12 +10,12 @@
 namespace rtrange {
 namespace {
 
-/// Buffers that may be queued.
+/// Blocks of rows that may be queued.
 constexpr std::size_t longest_queue = 8;
 
 } // namespace
 
-file_writer::file_writer() {
+csv_writer::csv_writer() {
     try {
         thread_ = std::thread([this] { work(); });
     } catch (const std::system_error& error) {
@@ -24,7 +24,7 @@ file_writer::file_writer() {
     }
 }
 
-file_writer::~file_writer() {
+csv_writer::~csv_writer() {
     {
         const std::lock_guard lock(mutex_);
         ending_ = true;
@@ -33,27 +33,28 @@ file_writer::~file_writer() {
     thread_.join();
 }
 
-void file_writer::append(output_file& file, std::vector<char>& buffer, std::size_t size) {
+void csv_writer::append(csv_file& file, std::vector<cell>& cells) {
     {
         std::unique_lock lock(mutex_);
         changed_.wait(lock, [this] { return jobs_.size() < longest_queue; });
         check();
-        jobs_.push_back({&file, std::move(buffer), size});
-        if (free_buffers_.empty())
-            free_buffers_.emplace_back(buffer_size);
-        buffer = std::move(free_buffers_.back());
-        free_buffers_.pop_back();
+        jobs_.push_back({&file, std::move(cells)});
+        cells.clear();
+        if (!free_blocks_.empty()) {
+            cells = std::move(free_blocks_.back());
+            free_blocks_.pop_back();
+        }
     }
     changed_.notify_all();
 }
 
-void file_writer::finish() {
+void csv_writer::finish() {
     std::unique_lock lock(mutex_);
     changed_.wait(lock, [this] { return jobs_.empty(); });
     check();
 }
 
-void file_writer::work() {
+void csv_writer::work() {
     std::unique_lock lock(mutex_);
     while (true) {
         changed_.wait(lock, [this] { return !jobs_.empty() || ending_; });
@@ -62,25 +63,26 @@ void file_writer::work() {
         job& first = jobs_.front(); // stays valid while others are appended
         lock.unlock();
         const std::exception_ptr fault = write(first);
+        first.cells.clear();
         lock.lock();
         if (fault_ == nullptr)
             fault_ = fault;
-        free_buffers_.push_back(std::move(first.buffer));
+        free_blocks_.push_back(std::move(first.cells));
         jobs_.pop_front();
         changed_.notify_all();
     }
 }
 
-std::exception_ptr file_writer::write(const job& first) {
+std::exception_ptr csv_writer::write(const job& first) {
     try {
-        first.file->write({first.buffer.data(), first.size});
+        first.file->write(first.cells);
         return nullptr;
     } catch (const failure&) {
         return std::current_exception();
     }
 }
 
-void file_writer::check() const {
+void csv_writer::check() const {
     if (fault_ != nullptr)
         std::rethrow_exception(fault_);
 }

@@ -1,0 +1,213 @@
+#include "tools/rtrange/outputs/chunk_queue.hpp"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <new>
+#include <string>
+#include <system_error>
+#include <utility>
+
+#include <fmt/format.h>
+#include <libdeflate.h>
+
+namespace rtrange {
+
+namespace {
+
+/// Blocks of rows that may be pending. Each takes a few megabytes.
+constexpr std::size_t most_pending = 2;
+
+/// Fast. Higher levels hardly make the data smaller.
+constexpr int compression_level = 1;
+
+/// Columns that are taken out of the rows together, because most share the processor's cache lines.
+constexpr std::size_t columns_at_once = 8;
+
+/// Puts the first bytes of all elements first, then the second ones, and so on.
+void shuffle(std::span<const std::uint8_t> elements, std::size_t element_size,
+             std::uint8_t* shuffled) {
+    for (std::size_t byte = 0; byte < element_size; ++byte)
+        for (std::size_t at = byte; at < elements.size(); at += element_size)
+            *shuffled++ = elements[at];
+}
+
+/// The same, several times as fast, for the size of nearly all elements.
+void shuffle_eight_bytes(std::span<const std::uint8_t> elements, std::uint8_t* shuffled) {
+    for (std::size_t byte = 0; byte < 8; ++byte)
+        for (std::size_t i = 0; i < elements.size() / 8; ++i)
+            *shuffled++ = elements[8 * i + byte];
+}
+
+} // namespace
+
+/// Makes compressed chunks of rows.
+class chunk_queue::compressor {
+public:
+    compressor() : compressor_(libdeflate_alloc_compressor(compression_level)) {
+        if (compressor_ == nullptr)
+            throw std::bad_alloc();
+    }
+
+    /// One chunk per column, empty for one that need not be written.
+    std::vector<chunk> chunks_of(const row_block& rows) {
+        find_varying_columns(rows);
+        std::vector<chunk> chunks(rows.columns.size());
+        // To h5diff, a dataset without any chunk is empty.
+        if (rows.first_row == 0)
+            add_constant_chunks(rows, chunks);
+        for (std::span<const std::size_t> rest = varying_; !rest.empty();) {
+            const auto columns = rest.first(std::min(rest.size(), columns_at_once));
+            take_columns(rows, columns);
+            for (std::size_t i = 0; i < columns.size(); ++i)
+                chunks[columns[i]] = compressed(rows, columns[i], i);
+            rest = rest.subspan(columns.size());
+        }
+        return chunks;
+    }
+
+private:
+    struct deleter {
+        void operator()(libdeflate_compressor* compressor) const {
+            libdeflate_free_compressor(compressor);
+        }
+    };
+
+    /// Finds the columns with other values than their fill values.
+    void find_varying_columns(const row_block& rows) {
+        const std::size_t columns = rows.columns.size();
+        fill_values_.clear();
+        for (const dataset_column& column : rows.columns)
+            fill_values_.push_back(column.fill_value);
+        differences_.assign(columns, 0);
+        for (std::size_t begin = 0; begin < rows.cells.size(); begin += columns) {
+            const cell* const row = rows.cells.data() + begin;
+            for (std::size_t column = 0; column < columns; ++column)
+                differences_[column] |= row[column] ^ fill_values_[column];
+        }
+        varying_.clear();
+        for (std::size_t column = 0; column < columns; ++column)
+            if (differences_[column] != 0)
+                varying_.push_back(column);
+    }
+
+    /// Makes chunks of the columns that do not vary, many of which have the same value.
+    void add_constant_chunks(const row_block& rows, std::vector<chunk>& chunks) {
+        std::map<std::string, chunk> known; // by element
+        for (std::size_t column = 0; column < chunks.size(); ++column) {
+            if (differences_[column] != 0)
+                continue;
+            const dataset_column& target = rows.columns[column];
+            std::string element(target.format.size, '\0');
+            target.format.write({&target.fill_value, 1},
+                                reinterpret_cast<std::uint8_t*>(element.data()));
+            chunk& constant = known[std::move(element)];
+            if (constant.empty()) {
+                cells_.assign(rows.count(), target.fill_value);
+                constant = compressed(rows, column, 0);
+            }
+            chunks[column] = constant;
+        }
+    }
+
+    /// Puts the cells of each of these columns one after the other.
+    void take_columns(const row_block& rows, std::span<const std::size_t> columns) {
+        const std::size_t count = rows.count();
+        cells_.resize(columns_at_once * count);
+        const cell* row = rows.cells.data();
+        for (std::size_t i = 0; i < count; ++i, row += rows.columns.size())
+            for (std::size_t column = 0; column < columns.size(); ++column)
+                cells_[column * count + i] = row[columns[column]];
+    }
+
+    /// The chunk of a column whose cells were the i-th ones to be taken. The elements behind the
+    /// last row are zero.
+    chunk compressed(const row_block& rows, std::size_t column, std::size_t i) {
+        const element_format& format = rows.columns[column].format;
+        elements_.assign(rows.chunk_rows * format.size, 0);
+        format.write(std::span(cells_).subspan(i * rows.count(), rows.count()), elements_.data());
+        shuffled_.resize(elements_.size());
+        if (format.size == 8)
+            shuffle_eight_bytes(elements_, shuffled_.data());
+        else
+            shuffle(elements_, format.size, shuffled_.data());
+        compressed_.resize(libdeflate_zlib_compress_bound(compressor_.get(), shuffled_.size()));
+        const std::size_t size =
+            libdeflate_zlib_compress(compressor_.get(), shuffled_.data(), shuffled_.size(),
+                                     compressed_.data(), compressed_.size());
+        return {compressed_.begin(), compressed_.begin() + static_cast<std::ptrdiff_t>(size)};
+    }
+
+    std::unique_ptr<libdeflate_compressor, deleter> compressor_;
+    std::vector<cell> fill_values_; ///< by column
+    std::vector<cell> differences_; ///< by column
+    std::vector<std::size_t> varying_;
+    std::vector<cell> cells_; ///< of some columns, column after column
+    std::vector<std::uint8_t> elements_;
+    std::vector<std::uint8_t> shuffled_;
+    std::vector<std::uint8_t> compressed_;
+};
+
+namespace {
+
+void write(const dataset_column& column, std::uint64_t first_row, std::uint64_t rows,
+           const std::vector<std::uint8_t>& chunk) {
+    constexpr std::uint32_t all_filters = 0;
+    const bool is_mat_file = column.format.is_mat_file;
+    const dataset_extent position(is_mat_file, first_row, 0);
+    const dataset_extent size(is_mat_file, first_row + rows);
+    check_hdf5(H5Dset_extent(column.dataset, size.numbers()), "extending a dataset");
+    check_hdf5(H5Dwrite_chunk(column.dataset, H5P_DEFAULT, all_filters, position.numbers(),
+                              chunk.size(), chunk.data()),
+               "writing a dataset");
+}
+
+} // namespace
+
+chunk_queue::chunk_queue() = default;
+chunk_queue::~chunk_queue() = default;
+
+void chunk_queue::add(row_block rows) {
+    if (pending_.size() == most_pending)
+        write_first();
+    if (free_.empty())
+        free_.push_back(std::make_unique<compressor>());
+    job next{std::move(rows), {}, std::move(free_.back())};
+    free_.pop_back();
+    const auto compress = [](chunk_queue::job work) {
+        work.chunks = work.compressor->chunks_of(work.rows);
+        return work;
+    };
+    try {
+        pending_.push_back(std::async(std::launch::async, compress, std::move(next)));
+    } catch (const std::system_error& error) {
+        throw hdf5_error(fmt::format("{}, while starting a thread", error.code().message()));
+    }
+}
+
+std::vector<cell> chunk_queue::free_cells() {
+    if (free_cells_.empty())
+        return {};
+    std::vector<cell> cells = std::move(free_cells_.back());
+    free_cells_.pop_back();
+    cells.clear();
+    return cells;
+}
+
+void chunk_queue::finish() {
+    while (!pending_.empty())
+        write_first();
+}
+
+void chunk_queue::write_first() {
+    job done = pending_.front().get();
+    pending_.pop_front();
+    const row_block& rows = done.rows;
+    for (std::size_t column = 0; column < rows.columns.size(); ++column)
+        if (!done.chunks[column].empty())
+            write(rows.columns[column], rows.first_row, rows.count(), done.chunks[column]);
+    free_.push_back(std::move(done.compressor));
+    free_cells_.push_back(std::move(done.rows.cells));
+}
+
+} // namespace rtrange
