@@ -4,7 +4,7 @@ if(NOT EXISTS ${windows_libraries}/versions/nlohmann-json3-dev)
   message(FATAL_ERROR "Build the libraries first: scripts/build-windows-libraries.sh")
 endif()
 
-add_library(pcap::pcap STATIC IMPORTED)
+add_library(pcap::pcap STATIC IMPORTED GLOBAL)
 set_target_properties(pcap::pcap PROPERTIES
   IMPORTED_LOCATION ${windows_libraries}/lib/libpcap.a
   INTERFACE_INCLUDE_DIRECTORIES ${windows_libraries}/include

@@ -1,0 +1,156 @@
+// Any arguments of a command that decodes.
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+#include "fuzz/input.hpp"
+#include "tools/rtrange/command_options.hpp"
+#include "tools/rtrange/failure.hpp"
+#include "tools/rtrange/run_options.hpp"
+#include "tools/rtrange/tables/selection.hpp"
+
+namespace {
+
+using namespace rtrange;
+
+/// The options of a command, which can be parsed again and again.
+class command {
+public:
+    command() {
+        app_.allow_windows_style_options(false);
+        add_captures(app_, parsed_);
+        add_run(app_, parsed_);
+    }
+
+    /// Throws CLI::ParseError.
+    run_options parse(const std::vector<std::string>& arguments) {
+        parsed_ = {};
+        app_.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+        return parsed_;
+    }
+
+private:
+    CLI::App app_{"", "rtrange"};
+    run_options parsed_;
+};
+
+bool contains(const std::vector<std::string_view>& names, std::string_view name) {
+    return std::ranges::find(names, name) != names.end();
+}
+
+std::vector<std::string> without_repetition(const std::vector<std::string>& names) {
+    std::vector<std::string> result;
+    for (const std::string& name : names)
+        if (std::ranges::find(result, name) == result.end())
+            result.push_back(name);
+    return result;
+}
+
+void expect_valid(const run_options& options) {
+    const auto& fields = selectable_fields();
+    const auto& units = selectable_units();
+    for (const std::string& name : options.selection.fields)
+        EXPECT_TRUE(contains(fields, name)) << name;
+    for (const std::string& name : options.selection.units)
+        EXPECT_TRUE(contains(units, name)) << name;
+    for (const std::string& time : {options.selection.from, options.selection.to})
+        EXPECT_TRUE(time.empty() || parse_time(time)) << time;
+    EXPECT_TRUE(options.view == "measured" || options.view == "record");
+    EXPECT_TRUE(options.format == ZEL_FORMAT_TYPE_RTRANGE ||
+                options.format == ZEL_FORMAT_TYPE_ETH_RTRANGE);
+    const double gap_s = options.restart_gap_s.value_or(0.0);
+    EXPECT_TRUE(gap_s >= 0.0 && std::isfinite(gap_s)) << gap_s;
+}
+
+/// The arguments that stand for the options, each in one form.
+std::vector<std::string> arguments_of(const run_options& options) {
+    std::vector<std::string> arguments;
+    const auto add = [&arguments](const char* option, const std::string& value) {
+        if (!value.empty())
+            arguments.push_back(fmt::format("--{}={}", option, value));
+    };
+    const auto& selected = options.selection;
+    add("fields", fmt::format("{}", fmt::join(selected.fields, " ,  ")));
+    add("units", fmt::format("{}", fmt::join(selected.units, ",")));
+    add("from", selected.from);
+    add("to", selected.to);
+    add("view", options.view);
+    add("format", options.format);
+    if (options.restart_gap_s)
+        add("restart-gap", fmt::format("{}", *options.restart_gap_s));
+    return arguments;
+}
+
+void expect_same(const run_options& one, const run_options& other) {
+    EXPECT_EQ(one.selection.fields, other.selection.fields);
+    EXPECT_EQ(one.selection.units, other.selection.units);
+    EXPECT_EQ(one.selection.from, other.selection.from);
+    EXPECT_EQ(one.selection.to, other.selection.to);
+    EXPECT_EQ(one.view, other.view);
+    EXPECT_EQ(one.format, other.format);
+    EXPECT_EQ(one.restart_gap_s, other.restart_gap_s);
+}
+
+void expect_selected(const selection_options& options) {
+    const auto& fields = selectable_fields();
+    const auto& units = selectable_units();
+    const selection selected(options);
+    for (const std::string_view unit : units)
+        EXPECT_EQ(selected.has_unit(unit),
+                  options.units.empty() ||
+                      std::ranges::find(options.units, unit) != options.units.end());
+    EXPECT_TRUE(selected.has_unit(""));
+
+    const auto columns =
+        selected.in_order(std::span<const std::string_view>(fields), std::identity());
+    if (options.fields.empty()) {
+        EXPECT_EQ(columns, fields);
+        return;
+    }
+    auto wanted = options.fields;
+    wanted.insert(wanted.end(), options.also_fields.begin(), options.also_fields.end());
+    EXPECT_EQ(std::vector<std::string>(columns.begin(), columns.end()), without_repetition(wanted));
+}
+
+std::ptrdiff_t line_breaks_in(const std::vector<std::string>& arguments) {
+    std::ptrdiff_t count = 0;
+    for (const std::string& argument : arguments)
+        count += std::ranges::count(argument, '\n');
+    return count;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static command command;
+    std::vector<std::string> arguments;
+    for (fuzz::input input({data, size}); !input.empty();)
+        arguments.push_back(input.text());
+    try {
+        run_options options = command.parse(arguments);
+        expect_valid(options);
+        expect_same(command.parse(arguments_of(options)), options);
+        options.selection.also_fields = {"heading", "source_ip"};
+        expect_selected(options.selection);
+    } catch (const CLI::Success&) { // the help is asked for
+    } catch (const CLI::ParseError& fault) {
+        // It has one line, and may quote the arguments.
+        const std::string_view text = fault.what();
+        EXPECT_FALSE(text.empty());
+        EXPECT_LE(std::ranges::count(text, '\n'), line_breaks_in(arguments)) << text;
+    } catch (const usage_failure& fault) {
+        EXPECT_EQ(std::string_view(fault.what()), "--from must be before --to");
+    }
+    return 0;
+}
