@@ -1,10 +1,26 @@
 #!/usr/bin/env bash
-# Builds the fuzz targets with Clang and runs each of them.
-# usage: fuzz.sh [SECONDS], half a minute each by default. New inputs go to build/fuzz/corpus, a
-# finding to build/fuzz/findings; keep a finding as a file in fuzz/corpus/TARGET.
+# Builds the fuzz targets with Clang and runs them; fuzz/README.md describes them.
+# usage: fuzz.sh [SECONDS [TARGET...]], by default half a minute each, and all of them. New inputs go to
+# build/fuzz/corpus, a finding to build/fuzz/findings.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds=${1:-30}
+targets=("${@:2}")
+if [ ${#targets[@]} -eq 0 ]; then
+  targets=(fuzz/corpus/*)
+fi
+
+options_for() { # target
+  case $1 in
+  fuzz_times) echo -max_len=256 ;;
+  fuzz_selection) echo -max_len=512 ;;
+  fuzz_watch_request) echo -max_len=2048 -dict=fuzz/requests.dictionary ;;
+  fuzz_link_layer) echo -max_len=512 -dict=fuzz/frames.dictionary ;;
+  *) # Enough for a run of all units: smaller inputs are faster, but reach less in the same time.
+    echo -max_len=16384 -dict=fuzz/frames.dictionary
+    ;;
+  esac
+}
 
 scripts/install-packages.sh --with-clang
 
@@ -13,12 +29,13 @@ cmake --preset fuzz --log-level=WARNING
 cmake --build --preset fuzz
 
 mkdir -p build/fuzz/findings
-for target in fuzz_recorder_frames fuzz_ethernet_frames fuzz_host_failures fuzz_link_layer; do
+for target in "${targets[@]##*/}"; do
   echo "== Fuzzing $target for $seconds s"
   mkdir -p "build/fuzz/corpus/$target"
   log=build/fuzz/$target.log
-  if ! build/fuzz/tests/$target -max_total_time="$seconds" -max_len=16384 \
-    -dict=fuzz/dictionary -artifact_prefix=build/fuzz/findings/ -print_final_stats=1 \
+  read -r -a options < <(options_for "$target")
+  if ! "build/fuzz/tests/$target" "${options[@]}" -max_total_time="$seconds" \
+    -artifact_prefix=build/fuzz/findings/ -print_final_stats=1 \
     "build/fuzz/corpus/$target" "fuzz/corpus/$target" >"$log" 2>&1; then
     tail -40 "$log"
     echo "A finding: see build/fuzz/findings and $log"
