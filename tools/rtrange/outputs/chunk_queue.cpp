@@ -15,8 +15,8 @@ namespace rtrange {
 
 namespace {
 
-/// Blocks of rows that may be pending. Each takes a few megabytes.
-constexpr std::size_t most_pending = 2;
+/// Blocks of rows that may be pending: those of several tables become full at the same time.
+constexpr std::size_t most_pending = 4;
 
 /// Fast. Higher levels hardly make the data smaller.
 constexpr int compression_level = 1;

@@ -25,7 +25,7 @@ void check_writable(const std::filesystem::path& file) {
 
 /// Limits the library's cache of dataset indexes, so that memory does not grow with the run.
 hdf5_handle bounded_metadata_cache() {
-    constexpr std::size_t size = 1 << 20;
+    constexpr std::size_t size = 4 << 20;
     hdf5_handle access(H5Pcreate(H5P_FILE_ACCESS), "creating the file");
     H5AC_cache_config_t config{};
     config.version = H5AC__CURR_CACHE_CONFIG_VERSION;

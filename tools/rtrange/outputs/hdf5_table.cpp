@@ -11,10 +11,10 @@ namespace rtrange {
 namespace {
 
 /// Rows per chunk of a table's datasets: enough for good compression, few enough to keep a few
-/// blocks of rows, of at most 4 MB, in memory.
+/// blocks of rows, of at most 2 MB, in memory.
 std::size_t rows_per_chunk(std::size_t columns) {
     constexpr std::size_t most_rows = 4096;
-    constexpr std::size_t most_cells = std::size_t{1} << 19;
+    constexpr std::size_t most_cells = std::size_t{1} << 18;
     return std::clamp(most_cells / columns, std::size_t{1}, most_rows);
 }
 

@@ -34,18 +34,24 @@ measured_view::measured_view(const selection& selected, bool with_samples) {
         return column.origin.first.packet == origin_packet::ext_range ? 1 : 0;
     };
     const auto select = [&](std::size_t table, const std::vector<measured_column>& all,
-                            std::vector<cell_source>& sources, auto is_in_table) {
-        sources.clear();
+                            std::vector<cell_run>& runs, auto is_in_table) {
+        runs.clear();
         const auto leading = measured_leading_columns();
         std::vector<column>& columns = columns_[table];
         columns.assign(leading.begin(), leading.end());
         const auto name = [](const measured_column& column) { return column.shown.name; };
         for (const measured_column& column : selected.in_order(std::span(all), name))
             if (is_in_table(column)) {
-                sources.push_back({index_of(all, column.shown.name), state_of(column)});
+                const std::size_t index = index_of(all, column.shown.name);
+                const std::size_t state = state_of(column);
+                if (!runs.empty() && runs.back().state == state &&
+                    runs.back().first_column + runs.back().count == index)
+                    ++runs.back().count;
+                else
+                    runs.push_back({state, index, 1});
                 columns.push_back(column.shown);
             }
-        if (sources.empty() || !selected.has_unit(table_descriptions()[table].unit))
+        if (runs.empty() || !selected.has_unit(table_descriptions()[table].unit))
             columns.clear();
     };
     const auto in_all = [](const measured_column&) { return true; };
@@ -185,10 +191,12 @@ void measured_view::begin_row(const decoded_frame& frame) {
     add_cell(cell_of(name_of(frame.packet.kind)));
 }
 
-void measured_view::add_cells(const std::vector<cell_source>& sources,
+void measured_view::add_cells(const std::vector<cell_run>& runs,
                               const std::array<const cell*, 2>& states) {
-    for (const auto& [column, state] : sources)
-        add_cell(states[state][column]);
+    for (const auto& [state, first_column, count] : runs) {
+        std::copy_n(states[state] + first_column, count, cells_.data() + used_cells_);
+        used_cells_ += count;
+    }
 }
 
 void measured_view::end_row(std::size_t table, const decoded_frame& frame,

@@ -41,10 +41,11 @@ private:
         std::uint64_t last_time_ns;
     };
 
-    /// Where a cell of a unit's row comes from.
-    struct cell_source {
-        std::size_t column;
+    /// Cells that follow one another in a row and in what they come from.
+    struct cell_run {
         std::size_t state; ///< 0: NCOM, or RCOM in its own table; 1: extended range packets
+        std::size_t first_column;
+        std::size_t count;
     };
 
     void notice_silence(const decoded_frame& frame);
@@ -56,14 +57,13 @@ private:
     void make_room(const decoded_frame& frame);
     void begin_row(const decoded_frame& frame);
     void add_cell(cell content) { cells_[used_cells_++] = content; }
-    void add_cells(const std::vector<cell_source>& sources,
-                   const std::array<const cell*, 2>& states);
+    void add_cells(const std::vector<cell_run>& runs, const std::array<const cell*, 2>& states);
     void end_row(std::size_t table, const decoded_frame& frame, std::vector<table_row>& rows);
 
     table_columns columns_;
-    std::vector<cell_source> target_columns_; ///< the selected ones
-    std::vector<cell_source> hunter_columns_;
-    std::vector<cell_source> rcom_columns_;
+    std::vector<cell_run> target_columns_; ///< the selected ones
+    std::vector<cell_run> hunter_columns_;
+    std::vector<cell_run> rcom_columns_;
     std::vector<stored_field> sample_fields_;
 
     measured_state state_;
