@@ -42,13 +42,7 @@ measured_view::measured_view(const selection& selected, bool with_samples) {
         const auto name = [](const measured_column& column) { return column.shown.name; };
         for (const measured_column& column : selected.in_order(std::span(all), name))
             if (is_in_table(column)) {
-                const std::size_t index = index_of(all, column.shown.name);
-                const std::size_t state = state_of(column);
-                if (!runs.empty() && runs.back().state == state &&
-                    runs.back().first_column + runs.back().count == index)
-                    ++runs.back().count;
-                else
-                    runs.push_back({state, index, 1});
+                add_to_runs(state_of(column), index_of(all, column.shown.name), runs);
                 columns.push_back(column.shown);
             }
         if (runs.empty() || !selected.has_unit(table_descriptions()[table].unit))
@@ -75,6 +69,15 @@ measured_view::measured_view(const selection& selected, bool with_samples) {
             columns_[samples_table(unit)] = sample_columns;
 
     most_packet_cells_ = 2 * leading_columns + unit_columns.size() + rcom_columns.size();
+}
+
+void measured_view::add_to_runs(std::size_t state, std::size_t column,
+                                std::vector<cell_run>& runs) {
+    if (!runs.empty() && runs.back().state == state &&
+        runs.back().first_column + runs.back().count == column)
+        ++runs.back().count;
+    else
+        runs.push_back({state, column, 1});
 }
 
 std::optional<std::size_t> measured_view::unit_table(const decoded_frame& frame) const {

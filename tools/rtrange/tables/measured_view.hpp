@@ -48,6 +48,7 @@ private:
         std::size_t count;
     };
 
+    static void add_to_runs(std::size_t state, std::size_t column, std::vector<cell_run>& runs);
     void notice_silence(const decoded_frame& frame);
     silence longest_silence(std::size_t unit) const;
     void add_unit_row(const decoded_frame& frame, std::vector<table_row>& rows);
