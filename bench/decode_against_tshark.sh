@@ -1,26 +1,37 @@
 #!/usr/bin/env bash
-# Compares the throughput of `rtrange decode` to CSV with tshark extracting four fields from the same
-# five-minute capture, each on one core. Needs tshark (apt-get install tshark).
+# Compares the throughput of `rtrange` with tshark extracting four fields from the same five-minute capture.
+# Needs tshark (apt-get install tshark).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 rtrange=build/linux/bin/rtrange
+capture=$folder/run.pcap
 
-"$rtrange" simulate "$folder/run.pcap" --duration 300 --targets 2 >"$folder/simulated"
+"$rtrange" simulate "$capture" --duration 300 --targets 2 >"$folder/simulated"
 frames=$(awk '/frames in/ {print $1}' "$folder/simulated")
 
-seconds_of() { # best of three runs
-  for _ in 1 2 3; do
-    local start=$EPOCHREALTIME
-    taskset -c 0 "$@" >/dev/null 2>&1
-    awk -v from="$start" -v to="$EPOCHREALTIME" 'BEGIN {print to - from}'
-  done | sort -n | head -1
+measure() { # name, processors, command: appends the wall time to the list of that name
+  local start=$EPOCHREALTIME
+  taskset -c "$2" "${@:3}" >/dev/null 2>&1
+  awk -v name="$1" -v from="$start" -v to="$EPOCHREALTIME" 'BEGIN {print name "\t" to - from}' >>"$folder/times"
 }
 
-decoding=$(seconds_of "$rtrange" decode "$folder/run.pcap" --output "$folder/decoded" --overwrite)
-dissecting=$(seconds_of tshark -r "$folder/run.pcap" -T fields \
-  -e frame.time_epoch -e ip.src -e udp.dstport -e udp.length)
-awk -v n="$frames" -v a="$decoding" -v b="$dissecting" 'BEGIN {
-  printf "rtrange decode  %8.0f frames/s\ntshark          %8.0f frames/s\nratio           %8.1f\n",
-    n / a, n / b, b / a }'
+# By turns, because the speed of a machine may change within a minute.
+for _ in 1 2 3 4 5; do
+  measure "tshark, one core" 0 tshark -r "$capture" -T fields -e frame.time_epoch -e ip.src -e udp.dstport -e udp.length
+  measure "decode to CSV, one core" 0 "$rtrange" decode "$capture" -o "$folder/run" --overwrite
+  measure "decode to CSV, two cores" 0,1 "$rtrange" decode "$capture" -o "$folder/run" --overwrite
+  measure "decode to HDF5, one core" 0 "$rtrange" decode "$capture" --as hdf5 -o "$folder/run.h5" --overwrite
+  measure "decode to HDF5, two cores" 0,1 "$rtrange" decode "$capture" --as hdf5 -o "$folder/run.h5" --overwrite
+  measure "report, one core" 0 "$rtrange" report "$capture" -o "$folder/run.html" --overwrite
+done
+
+echo "$frames frames, best of five runs:"
+sort -t "$(printf '\t')" -k 2n "$folder/times" | awk -F '\t' -v frames="$frames" '
+  !($1 in best) {best[$1] = $2; names[++count] = $1}
+  END {
+    for (i = count; i > 0; --i)
+      printf "%-26s %6.2f s %9.0f frames/s %6.1f times tshark\n", names[i], best[names[i]], frames / best[names[i]],
+        best["tshark, one core"] / best[names[i]]
+  }'

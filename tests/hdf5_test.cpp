@@ -111,6 +111,8 @@ protected:
         for (const std::string& column : columns) {
             const dataset data(group, column);
             ASSERT_EQ(data.count, table.rows.size()) << group_name << " " << column;
+            // Otherwise, h5diff takes the dataset for an empty one.
+            EXPECT_GT(H5Dget_storage_size(data.id), 0U) << group_name << " " << column;
             for (std::size_t row = 0; row < data.count; ++row)
                 ASSERT_TRUE(data.shows(row, table.cell(row, column)))
                     << group_name << " " << column << " " << row << " " << table.cell(row, column);
