@@ -23,9 +23,10 @@ void check_writable(const std::filesystem::path& file) {
     std::fclose(stream);
 }
 
-/// Limits the library's cache of dataset indexes, so that memory does not grow with the run.
+/// Limits the library's cache of dataset indexes, so that memory does not grow with the run: in
+/// memory, entries are several times as large as in the file, where the limit counts.
 hdf5_handle bounded_metadata_cache() {
-    constexpr std::size_t size = 4 << 20;
+    constexpr std::size_t size = 1 << 20;
     hdf5_handle access(H5Pcreate(H5P_FILE_ACCESS), "creating the file");
     H5AC_cache_config_t config{};
     config.version = H5AC__CURR_CACHE_CONFIG_VERSION;
