@@ -57,8 +57,7 @@ std::vector<std::string> csv_output::file_names() {
 }
 
 csv_output::table_file& csv_output::open(std::size_t table) {
-    tables_[table] =
-        std::make_unique<table_file>(csv_file(result_.path_of(name_of(table)), columns_[table]));
+    tables_[table] = std::make_unique<table_file>(result_.path_of(name_of(table)), columns_[table]);
     return *tables_[table];
 }
 

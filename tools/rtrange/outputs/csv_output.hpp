@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -34,6 +35,9 @@ public:
 
 private:
     struct table_file {
+        table_file(const std::filesystem::path& path, std::span<const column> columns)
+            : file(path, columns) {}
+
         csv_file file;
         std::vector<cell> cells; ///< of rows that are not yet with the writer
         std::uint64_t rows = 0;
