@@ -11,9 +11,11 @@ constexpr double smallest_rate = 0.10000000149011612;
 constexpr double smallest_scaled_acceleration = 0.05000000074505806;
 
 /// The smallest non-negative solution t (s) of 0.5 a t² + v t + d = 0 for a distance `d` (m), a
-/// rate `v` (m/s) and an acceleration `a` (m/s²), which is not 0. If both solutions are negative,
-/// the smaller of their absolute values; if there is none, `no_collision`.
+/// rate `v` (m/s) and an acceleration `a` (m/s²). If both solutions are negative, the smaller of
+/// their absolute values; if there is none, `no_collision`.
 double time_to_collision(double d, double v, double a) {
+    if (a == 0.0) // Unreachable: a small acceleration, which 0 is, is ignored.
+        return -(d / v);
     const double x = v * v - 2.0 * a * d;
     if (x < 0.0)
         return no_collision;
