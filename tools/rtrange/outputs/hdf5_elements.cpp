@@ -17,6 +17,34 @@ bool is_text(cell_type type) {
     return type == cell_type::text || is_address(type);
 }
 
+/// The type of numbers; those of texts and addresses have 32 bits.
+hid_t number_type(cell_type type) {
+    switch (type) {
+    case cell_type::u8:
+        return H5T_STD_U8LE;
+    case cell_type::u16:
+        return H5T_STD_U16LE;
+    case cell_type::u32:
+    case cell_type::text:
+    case cell_type::ipv4:
+    case cell_type::address:
+        return H5T_STD_U32LE;
+    case cell_type::u64:
+        return H5T_STD_U64LE;
+    case cell_type::s16:
+        return H5T_STD_I16LE;
+    case cell_type::s32:
+        return H5T_STD_I32LE;
+    case cell_type::s64:
+        return H5T_STD_I64LE;
+    case cell_type::f64:
+    case cell_type::number:
+    case cell_type::whole_number:
+        break;
+    }
+    return H5T_IEEE_F64LE;
+}
+
 /// The number of an address with its first byte as the most significant one.
 cell number_of_address(cell address) {
     if (address == unknown_address)
@@ -28,34 +56,9 @@ cell number_of_address(cell address) {
 } // namespace
 
 hdf5_handle hdf5_type_of(const column& entry, bool is_mat_file) {
-    if (is_mat_file && is_text(entry.type))
-        return {H5Tcopy(H5T_STD_U32LE), "copying a type"};
-    switch (entry.type) {
-    case cell_type::u8:
-        return {H5Tcopy(H5T_STD_U8LE), "copying a type"};
-    case cell_type::u16:
-        return {H5Tcopy(H5T_STD_U16LE), "copying a type"};
-    case cell_type::u32:
-        return {H5Tcopy(H5T_STD_U32LE), "copying a type"};
-    case cell_type::u64:
-        return {H5Tcopy(H5T_STD_U64LE), "copying a type"};
-    case cell_type::s16:
-        return {H5Tcopy(H5T_STD_I16LE), "copying a type"};
-    case cell_type::s32:
-        return {H5Tcopy(H5T_STD_I32LE), "copying a type"};
-    case cell_type::s64:
-        return {H5Tcopy(H5T_STD_I64LE), "copying a type"};
-    case cell_type::f64:
-    case cell_type::number:
-    case cell_type::whole_number:
-        return {H5Tcopy(H5T_IEEE_F64LE), "copying a type"};
-    case cell_type::ipv4:
-    case cell_type::address:
-        return hdf5_text_type(longest_ipv4);
-    case cell_type::text:
-        break;
-    }
-    return hdf5_text_type(entry.text_size);
+    if (is_text(entry.type) && !is_mat_file)
+        return hdf5_text_type(is_address(entry.type) ? longest_ipv4 : entry.text_size);
+    return {H5Tcopy(number_type(entry.type)), "copying a type"};
 }
 
 void element_format::write(std::span<const cell> cells, std::uint8_t* elements) const {

@@ -30,7 +30,7 @@ measured_view::measured_view(const selection& selected, bool with_samples) {
     const auto& unit_columns = measured_unit_columns();
     const auto& rcom_columns = measured_rcom_columns();
 
-    const auto state_of = [&](const measured_column& column) -> std::size_t {
+    const auto state_of = [](const measured_column& column) -> std::size_t {
         return column.origin.first.packet == origin_packet::ext_range ? 1 : 0;
     };
     const auto select = [&](std::size_t table, const std::vector<measured_column>& all,
