@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <map>
 #include <memory>
-#include <new>
 #include <string>
 #include <system_error>
 #include <utility>
 
 #include <fmt/format.h>
-#include <libdeflate.h>
+
+#include "tools/rtrange/outputs/chunk_compression.hpp"
 
 namespace rtrange {
 
@@ -18,37 +18,14 @@ namespace {
 /// Blocks of rows that may be pending: those of several tables become full at the same time.
 constexpr std::size_t most_pending = 4;
 
-/// Fast. Higher levels hardly make the data smaller.
-constexpr int compression_level = 1;
-
 /// Columns that are taken out of the rows together, because most share the processor's cache lines.
 constexpr std::size_t columns_at_once = 8;
-
-/// Puts the first bytes of all elements first, then the second ones, and so on.
-void shuffle(std::span<const std::uint8_t> elements, std::size_t element_size,
-             std::uint8_t* shuffled) {
-    for (std::size_t byte = 0; byte < element_size; ++byte)
-        for (std::size_t at = byte; at < elements.size(); at += element_size)
-            *shuffled++ = elements[at];
-}
-
-/// The same, several times as fast, for the size of nearly all elements.
-void shuffle_eight_bytes(std::span<const std::uint8_t> elements, std::uint8_t* shuffled) {
-    for (std::size_t byte = 0; byte < 8; ++byte)
-        for (std::size_t i = 0; i < elements.size() / 8; ++i)
-            *shuffled++ = elements[8 * i + byte];
-}
 
 } // namespace
 
 /// Makes compressed chunks of rows.
 class chunk_queue::compressor {
 public:
-    compressor() : compressor_(libdeflate_alloc_compressor(compression_level)) {
-        if (compressor_ == nullptr)
-            throw std::bad_alloc();
-    }
-
     /// One chunk per column, empty for one that need not be written.
     std::vector<chunk> chunks_of(const row_block& rows) {
         find_varying_columns(rows);
@@ -67,12 +44,6 @@ public:
     }
 
 private:
-    struct deleter {
-        void operator()(libdeflate_compressor* compressor) const {
-            libdeflate_free_compressor(compressor);
-        }
-    };
-
     /// Finds the columns with other values than their fill values.
     void find_varying_columns(const row_block& rows) {
         const std::size_t columns = rows.columns.size();
@@ -126,26 +97,15 @@ private:
         const element_format& format = rows.columns[column].format;
         elements_.assign(rows.chunk_rows * format.size, 0);
         format.write(std::span(cells_).subspan(i * rows.count(), rows.count()), elements_.data());
-        shuffled_.resize(elements_.size());
-        if (format.size == 8)
-            shuffle_eight_bytes(elements_, shuffled_.data());
-        else
-            shuffle(elements_, format.size, shuffled_.data());
-        compressed_.resize(libdeflate_zlib_compress_bound(compressor_.get(), shuffled_.size()));
-        const std::size_t size =
-            libdeflate_zlib_compress(compressor_.get(), shuffled_.data(), shuffled_.size(),
-                                     compressed_.data(), compressed_.size());
-        return {compressed_.begin(), compressed_.begin() + static_cast<std::ptrdiff_t>(size)};
+        return compressor_.compress(elements_, format.size);
     }
 
-    std::unique_ptr<libdeflate_compressor, deleter> compressor_;
+    chunk_compressor compressor_;
     std::vector<cell> fill_values_; ///< by column
     std::vector<cell> differences_; ///< by column
     std::vector<std::size_t> varying_;
     std::vector<cell> cells_; ///< of some columns, column after column
     std::vector<std::uint8_t> elements_;
-    std::vector<std::uint8_t> shuffled_;
-    std::vector<std::uint8_t> compressed_;
 };
 
 namespace {

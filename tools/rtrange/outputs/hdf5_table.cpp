@@ -4,14 +4,15 @@
 #include <string>
 #include <utility>
 
+#include "tools/rtrange/outputs/chunk_compression.hpp"
 #include "tools/rtrange/outputs/mat_file.hpp"
 
 namespace rtrange {
 
 namespace {
 
-/// Rows per chunk of a table's datasets: enough for good compression, few enough to keep a few
-/// blocks of rows, of at most 2 MB, in memory.
+/// Rows per chunk of a table's datasets: enough for good compression; a block of rows takes at most
+/// 2 MB.
 std::size_t rows_per_chunk(std::size_t columns) {
     constexpr std::size_t most_rows = 4096;
     constexpr std::size_t most_cells = std::size_t{1} << 18;
@@ -25,9 +26,8 @@ hdf5_handle creation_properties(const dataset_extent& chunk) {
     check_hdf5(H5Pset_obj_track_times(creation, false), "creating a dataset");
     check_hdf5(H5Pset_chunk(creation, chunk.rank(), chunk.numbers()), "creating a dataset");
     check_hdf5(H5Pset_shuffle(creation), "creating a dataset");
-    // Of no effect but for the name of the filter: chunks are compressed before they are written.
-    constexpr unsigned level = 1;
-    check_hdf5(H5Pset_deflate(creation, level), "creating a dataset");
+    // Only records the filter in the file: chunks are compressed before they are written.
+    check_hdf5(H5Pset_deflate(creation, chunk_compression_level), "creating a dataset");
     return creation;
 }
 
@@ -83,7 +83,7 @@ void hdf5_table::flush() {
 
 /// Creates the group and its datasets. The library takes chunks that were never written for chunks
 /// of fill values. Most values are constant once they are known, so that the last ones of the first
-/// chunk are the fill values.
+/// chunk are the fill values. That chunk is always written.
 void hdf5_table::create() {
     const std::string name(table_.name);
     group_.emplace(H5Gcreate2(file_, name.c_str(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT),
