@@ -1,6 +1,6 @@
-// What a folder of tables holds if the program is killed at any moment of its replacement, or if
-// others change the folder meanwhile. The program's calls that change names in the file system come
-// here first.
+// What a folder of tables holds if the program is killed while it replaces it, or if others change
+// the folder meanwhile. The program's calls that rename or remove folders and files, or create
+// folders, come here first.
 
 #include <cerrno>
 #include <csignal>
@@ -43,6 +43,13 @@ long change(const std::string& name, const std::function<long()>& call) {
 // Exported, so that the standard library calls them, too.
 #pragma GCC visibility push(default)
 extern "C" {
+int remove(const char* path) noexcept {
+    return static_cast<int>(change("remove", [=] {
+        const long result = syscall(SYS_unlinkat, AT_FDCWD, path, 0);
+        return result == 0 || errno != EISDIR ? result
+                                              : syscall(SYS_unlinkat, AT_FDCWD, path, AT_REMOVEDIR);
+    }));
+}
 int renameat2(int from_folder, const char* from, int to_folder, const char* to,
               unsigned flags) noexcept {
     return static_cast<int>(change(flags == RENAME_EXCHANGE ? "exchange" : "rename", [=] {
@@ -146,6 +153,21 @@ protected:
         EXPECT_EQ(listed, names_of(expected));
     }
 
+    /// Decodes, and expects that the tables alone are replaced.
+    void expect_not_exchanged(const std::string& target) {
+        const auto inode = [&] {
+            struct stat status {};
+            EXPECT_EQ(stat(run().c_str(), &status), 0);
+            return status.st_ino;
+        };
+        const auto before = inode();
+        decode(root / target, new_tables);
+        fs::current_path(start);
+        EXPECT_EQ(inode(), before);
+        expect_whole(new_tables);
+    }
+
+    const fs::path start = fs::current_path();
     fs::path root;
     pid_t last_child = 0;
 };
@@ -167,61 +189,62 @@ TEST_F(result_folders, are_whole_at_any_moment_of_a_kill) {
 }
 
 TEST_F(result_folders, never_mix_two_runs_where_folders_cannot_be_exchanged) {
-    for (const bool can_exchange : {true, false}) {
+    struct {
+        const char* description;
+        bool has_notes;
+        bool can_exchange;
+    } const cases[] = {{"with notes of the user", true, true},
+                       {"where the system has no exchange", false, false}};
+    for (const auto& [description, has_notes, can_exchange] : cases) {
         const auto prepare = [&] {
             reset();
-            if (can_exchange)
+            if (has_notes)
                 write(run() / "notes.txt", "mine");
         };
         prepare();
         bool lacked_tables = false;
         for (int n = 1; decode_until(n, can_exchange); ++n, prepare()) {
-            SCOPED_TRACE(std::to_string(n) + (can_exchange ? " beside notes" : " alone"));
+            SCOPED_TRACE(std::to_string(n) + " " + description);
             const contents found = tables();
             for (const auto& [name, text] : found)
                 EXPECT_EQ(split(text, ' ')[0], split(found.begin()->second, ' ')[0]) << name;
             if (found != earlier_tables && found != new_tables) {
                 lacked_tables = true;
-                // Nobody has to look elsewhere to see that tables are missing.
+                // The temporary folder shows that tables are missing.
                 EXPECT_TRUE(
                     names_in(run()).contains("rtrange.partial-" + std::to_string(last_child)));
             }
-            EXPECT_EQ(content(run() / "notes.txt"), can_exchange ? "mine" : "");
+            EXPECT_EQ(content(run() / "notes.txt"), has_notes ? "mine" : "");
             decode(run(), new_tables);
             expect_whole(new_tables);
         }
-        EXPECT_TRUE(lacked_tables) << "the documentation says otherwise";
+        EXPECT_TRUE(lacked_tables) << "no kill left tables missing, as the manual says one can";
     }
 }
 
 TEST_F(result_folders, are_not_exchanged_where_the_difference_would_be_seen) {
-    const auto inode = [&] {
-        struct stat status {};
-        EXPECT_EQ(stat(run().c_str(), &status), 0);
-        return status.st_ino;
-    };
-    const fs::path start = fs::current_path();
     struct {
         const char* description;
         std::function<void()> prepare;
         std::string target = "run";
     } const cases[] = {
         {"permissions", [&] { chmod(run().c_str(), 02750); }},
-        {"an extended attribute",
-         [&] {
-             // Not all file systems have such attributes.
-             if (setxattr(run().c_str(), "user.origin", "car 7", 5, 0) != 0)
-                 chmod(run().c_str(), 0700);
-         }},
         {"a symbolic link", [&] { fs::create_symlink("run", root / "link"); }, "link"},
         {"the current folder", [&] { fs::current_path(run()); }},
         {"a folder of the user", [&] { fs::create_directory(run() / "mine"); }},
         {"a file system without exchange",
          [] { before_change = [](const auto& call) { return call == "exchange" ? EINVAL : 0; }; }},
         {"a folder above that is read-only",
-         [&] {
+         [] {
              before_change = [first = true](const auto& call) mutable {
                  return call == "mkdir" && std::exchange(first, false) ? EACCES : 0;
+             };
+         }},
+        {"a temporary folder that cannot be removed",
+         [&] {
+             write(run() / "notes.txt", "mine");
+             before_change = [this](const auto& call) {
+                 return call == "remove" && !fs::exists(run() / "rcom.csv") ? EBUSY : 0;
              };
          }},
     };
@@ -229,13 +252,41 @@ TEST_F(result_folders, are_not_exchanged_where_the_difference_would_be_seen) {
         SCOPED_TRACE(description);
         reset();
         prepare();
-        const auto before = inode();
-        decode(root / target, new_tables);
-        fs::current_path(start);
-        EXPECT_EQ(inode(), before);
-        expect_whole(new_tables);
+        expect_not_exchanged(target);
         for (const std::string& name : names_in(root))
-            EXPECT_TRUE(name == "run" || name == "link") << name;
+            EXPECT_TRUE(name == "run" || name == "link" ||
+                        (name.starts_with("run.partial-") && fs::is_empty(root / name)))
+                << name;
+    }
+}
+
+TEST_F(result_folders, are_not_exchanged_with_extended_attributes) {
+    if (setxattr(run().c_str(), "user.origin", "car 7", 5, 0) != 0)
+        GTEST_SKIP() << "this system does not keep extended attributes in temporary folders";
+    expect_not_exchanged("run");
+}
+
+TEST_F(result_folders, of_a_run_that_ended_meanwhile_are_kept) {
+    const contents others[] = {{{"hunter.csv", "other hunter"}}, {{"rcom.csv", "other rcom"}}};
+    for (const contents& other_tables : others) {
+        reset();
+        bool is_first = true;
+        before_change = [&](const std::string& call) {
+            if (call == "exchange" && std::exchange(is_first, false))
+                decode(run(), other_tables);
+            return 0;
+        };
+        std::string message;
+        try {
+            decode(run(), new_tables);
+        } catch (const rtrange::failure& error) {
+            message = error.what();
+        }
+        EXPECT_TRUE(message.starts_with("another run has meanwhile replaced the tables in '"))
+            << message;
+        expect_whole(other_tables);
+        decode(run(), new_tables);
+        expect_whole(new_tables);
     }
 }
 

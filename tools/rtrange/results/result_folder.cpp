@@ -122,9 +122,9 @@ void result_folder::complete() {
 }
 
 void result_folder::check_files(const std::vector<std::string>& names) {
-    const std::vector<listed_file> tables = read_manifest(target_);
+    manifest_ = read_manifest(target_);
     std::set<std::string> all(names.begin(), names.end());
-    for (const listed_file& table : tables)
+    for (const listed_file& table : manifest_)
         all.insert(table.name);
     for (const std::string& name : all) {
         const fs::path file = target_of(name);
@@ -132,11 +132,11 @@ void result_folder::check_files(const std::vector<std::string>& names) {
         if (type == fs::file_type::not_found)
             continue;
         if (type != fs::file_type::regular ||
-            std::ranges::find(tables, name, &listed_file::name) == tables.end())
+            std::ranges::find(manifest_, name, &listed_file::name) == manifest_.end())
             throw failure(fmt::format("'{}' exists, and {} does not list it as written by rtrange; "
                                       "move it, or choose another folder with -o",
                                       file.string(), manifest_name));
-        if (std::ranges::find(tables, listed(file)) == tables.end())
+        if (std::ranges::find(manifest_, listed(file)) == manifest_.end())
             throw failure(fmt::format("'{}' has been changed or copied since rtrange wrote it; "
                                       "move it, or choose another folder with -o",
                                       file.string()));
@@ -153,7 +153,8 @@ void result_folder::create_staging() {
         staging_ = create_partial_folder(target_, target_);
         if (is_new_ || is_exchangeable())
             return;
-        fs::remove(staging_);
+        std::error_code ignored;
+        fs::remove(staging_, ignored);
     } catch (const failure&) {
         if (is_new_)
             throw;
@@ -162,7 +163,8 @@ void result_folder::create_staging() {
     staging_ = create_partial_folder(target_ / inner_name, target_);
 }
 
-/// Where tables may be missing, everybody is to see that a run has not ended.
+/// While tables are replaced one by one, some may be missing. The temporary folder among them shows
+/// that.
 void result_folder::move_staging_into_target() {
     const fs::path inner = create_partial_folder(target_ / inner_name, target_);
     fs::rename(staging_, inner);
@@ -187,7 +189,7 @@ bool result_folder::holds_only_tables(const fs::path& folder) const {
 }
 
 bool result_folder::is_exchangeable() const {
-    // Whoever works in the folder, as with "-o .", is to find the new tables there.
+    // A shell in the current folder, as with "-o .", would stay in the earlier one.
     std::error_code ignored;
     return !fs::equivalent(target_, ".", ignored) && folders_are_alike(staging_, target_) &&
            holds_only_tables(target_);
@@ -214,6 +216,9 @@ bool result_folder::exchange_folder(const std::vector<listed_file>& written) {
 }
 
 void result_folder::exchange_tables(const std::vector<listed_file>& written) const {
+    if (read_manifest(target_) != manifest_)
+        throw failure(
+            fmt::format("another run has meanwhile replaced the tables in '{}'", target_.string()));
     // The manifest comes first, so that at any moment it lists all tables in the folder. The
     // earlier tables leave before the new ones come, so that those of two runs are never mixed.
     std::vector<listed_file> all = earlier_;

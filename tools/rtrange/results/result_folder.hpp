@@ -36,9 +36,9 @@ public:
     std::filesystem::path path_of(const std::string& name) const { return staging_ / name; }
 
     /// Puts all files that have been written, which must be closed, into place, and the manifest
-    /// with them. Removes the tables of an earlier run. Throws failure when that is not possible;
-    /// the earlier tables are back in their places then, and the temporary folder, which the
-    /// message names, is kept.
+    /// with them. Removes the tables of an earlier run. Throws failure when that is not possible,
+    /// also when another run has replaced them meanwhile; the earlier tables are back in their
+    /// places then, and the temporary folder, which the message names, is kept.
     void complete();
 
 private:
@@ -53,8 +53,9 @@ private:
 
     std::filesystem::path target_;
     result_rules rules_;
-    bool is_new_ = true;               ///< the target does not exist
-    std::vector<listed_file> earlier_; ///< tables of an earlier run that exist
+    bool is_new_ = true;                ///< the target does not exist
+    std::vector<listed_file> manifest_; ///< of the target at the start
+    std::vector<listed_file> earlier_;  ///< tables of an earlier run that exist
     std::filesystem::path staging_;
     bool finished_ = false; ///< the temporary folder is not to be removed
 };
