@@ -4,10 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <system_error>
 #include <utility>
-
-#include <fmt/format.h>
 
 #include "tools/rtrange/outputs/chunk_compression.hpp"
 
@@ -18,7 +15,7 @@ namespace {
 /// Blocks of rows that may be pending: those of several tables become full at the same time.
 constexpr std::size_t most_pending = 4;
 
-/// Columns that are taken out of the rows together, because most share the processor's cache lines.
+/// Columns copied in one pass over the rows, because neighbouring cells share cache lines.
 constexpr std::size_t columns_at_once = 8;
 
 } // namespace
@@ -132,17 +129,12 @@ void chunk_queue::add(row_block rows) {
         write_first();
     if (free_.empty())
         free_.push_back(std::make_unique<compressor>());
-    job next{std::move(rows), {}, std::move(free_.back())};
+    auto next = std::make_unique<job>(job{std::move(rows), {}, std::move(free_.back())});
     free_.pop_back();
-    const auto compress = [](chunk_queue::job work) {
-        work.chunks = work.compressor->chunks_of(work.rows);
-        return work;
-    };
-    try {
-        pending_.push_back(std::async(std::launch::async, compress, std::move(next)));
-    } catch (const std::system_error& error) {
-        throw hdf5_error(fmt::format("{}, while starting a thread", error.code().message()));
-    }
+    // Where the system does not permit another thread, write_first() compresses the rows.
+    auto done =
+        std::async([work = next.get()] { work->chunks = work->compressor->chunks_of(work->rows); });
+    pending_.push_back({std::move(next), std::move(done)});
 }
 
 std::vector<cell> chunk_queue::free_cells() {
@@ -160,14 +152,16 @@ void chunk_queue::finish() {
 }
 
 void chunk_queue::write_first() {
-    job done = pending_.front().get();
+    pending_job first = std::move(pending_.front());
     pending_.pop_front();
-    const row_block& rows = done.rows;
-    for (std::size_t column = 0; column < rows.columns.size(); ++column)
-        if (!done.chunks[column].empty())
-            write(rows.columns[column], rows.first_row, rows.count(), done.chunks[column]);
-    free_.push_back(std::move(done.compressor));
-    free_cells_.push_back(std::move(done.rows.cells));
+    first.done.get();
+    job& work = *first.work;
+    for (std::size_t column = 0; column < work.chunks.size(); ++column)
+        if (!work.chunks[column].empty())
+            write(work.rows.columns[column], work.rows.first_row, work.rows.count(),
+                  work.chunks[column]);
+    free_.push_back(std::move(work.compressor));
+    free_cells_.push_back(std::move(work.rows.cells));
 }
 
 } // namespace rtrange

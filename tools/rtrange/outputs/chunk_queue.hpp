@@ -1,4 +1,4 @@
-// Rows on their way into the datasets of a file.
+// Compresses rows and writes them to the datasets of a file.
 #pragma once
 
 #include <array>
@@ -17,8 +17,8 @@
 
 namespace rtrange {
 
-/// A size of a dataset, or a position in it. Those of a MAT file have two dimensions, the first one
-/// of MATLAB last.
+/// A size of a dataset, or a position in it. In a MAT file, they have two dimensions, in the
+/// reverse of MATLAB's order.
 class dataset_extent {
 public:
     dataset_extent(bool is_mat_file, hsize_t rows, hsize_t columns = 1)
@@ -60,13 +60,13 @@ public:
     chunk_queue& operator=(const chunk_queue&) = delete;
 
     /// Adds rows. Waits for those that were added first when many are pending. Throws hdf5_error
-    /// when rows cannot be compressed or written.
+    /// when rows cannot be written, std::bad_alloc when memory does not suffice.
     void add(row_block rows);
 
-    /// An empty vector, with the room of a block that has been written, if there is one.
+    /// An empty vector, with the capacity of a block that has been written, if there is one.
     std::vector<cell> free_cells();
 
-    /// Writes all rows. Throws hdf5_error when that is not possible.
+    /// Writes all rows. Throws like add().
     void finish();
 
 private:
@@ -77,10 +77,14 @@ private:
         std::vector<chunk> chunks; ///< compressed, by column; empty if not to be written
         std::unique_ptr<chunk_queue::compressor> compressor;
     };
+    struct pending_job {
+        std::unique_ptr<job> work;
+        std::future<void> done; ///< declared last: its thread uses the work
+    };
 
     void write_first();
 
-    std::deque<std::future<job>> pending_;
+    std::deque<pending_job> pending_;
     std::vector<std::unique_ptr<compressor>> free_;
     std::vector<std::vector<cell>> free_cells_;
 };

@@ -8,7 +8,7 @@
 namespace rtrange {
 namespace {
 
-/// Handed to the writer at once: some dozens of rows, few enough to stay in the processor's cache.
+/// Cells passed to the writer at a time: a few dozen rows, which fit into the processor's cache.
 constexpr std::size_t block_cells = 1 << 13;
 
 } // namespace

@@ -39,7 +39,7 @@ private:
             : file(path, columns) {}
 
         csv_file file;
-        std::vector<cell> cells; ///< of rows that are not yet with the writer
+        std::vector<cell> cells; ///< of rows not yet passed to the writer
         std::uint64_t rows = 0;
     };
 

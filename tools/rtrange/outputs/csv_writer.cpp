@@ -16,6 +16,7 @@ constexpr std::size_t longest_queue = 8;
 } // namespace
 
 csv_writer::csv_writer() {
+    free_blocks_.reserve(longest_queue + 1);
     try {
         thread_ = std::thread([this] { work(); });
     } catch (const std::system_error& error) {
@@ -77,7 +78,7 @@ std::exception_ptr csv_writer::write(const job& first) {
     try {
         first.file->write(first.cells);
         return nullptr;
-    } catch (const failure&) {
+    } catch (...) { // a failure, or no memory
         return std::current_exception();
     }
 }

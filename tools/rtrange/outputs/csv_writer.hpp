@@ -26,10 +26,10 @@ public:
 
     /// Appends the rows, whose cells lie one after the other, to a file, which must not be used
     /// otherwise until finish(). Leaves `cells` empty. Waits while 8 blocks of rows are queued.
-    /// Throws failure when an earlier write has failed.
+    /// Throws what an earlier write has thrown: failure, or std::bad_alloc.
     void append(csv_file& file, std::vector<cell>& cells);
 
-    /// Waits until everything is written. Throws failure when a write has failed.
+    /// Waits until everything is written. Throws what a write has thrown.
     void finish();
 
 private:
@@ -44,9 +44,9 @@ private:
 
     std::mutex mutex_;
     std::condition_variable changed_;
-    std::deque<job> jobs_; ///< the first one is being written
-    std::vector<std::vector<cell>> free_blocks_;
-    std::exception_ptr fault_; ///< of the first write that failed
+    std::deque<job> jobs_;                       ///< the first one is being written
+    std::vector<std::vector<cell>> free_blocks_; ///< never more than have room
+    std::exception_ptr fault_;                   ///< of the first write that failed
     bool ending_ = false;
     std::thread thread_;
 };

@@ -67,7 +67,7 @@ void element_format::write(std::span<const cell> cells, std::uint8_t* elements) 
         return;
     }
     for (std::size_t i = 0; i < cells.size(); ++i, elements += size)
-        // Texts are long to format, and mostly those of the row before.
+        // Formatting a text is slow, and most texts equal that of the previous row.
         if (i > 0 && cells[i] == cells[i - 1])
             std::memcpy(elements, elements - size, size);
         else
