@@ -260,15 +260,25 @@ TEST_F(results, survive_a_full_disk) {
     if (is_windows_program())
         GTEST_SKIP() << "Windows has no limit of this kind";
     write_all();
+    const auto limit = [](int half_kilobytes) {
+        return "trap '' XFSZ; ulimit -f " + std::to_string(half_kilobytes) + "; ";
+    };
     // No file may be larger than 10 KiB, to which a report's page, for one, does not fit.
-    const std::string limit = "trap '' XFSZ; ulimit -f 20; ";
     for (const std::string arguments :
          {"decode following.pcap --overwrite -o run", "decode following.pcap -o new",
           "decode following.pcap --overwrite --as hdf5 -o run.h5",
           "decode following.pcap --as hdf5 -o new.h5", "decode following.pcap --as mat -o new.mat",
           "report following.pcap --overwrite -o run.html", "report following.pcap -o new.html",
           "simulate --overwrite run.pcap", "simulate new.pcap"})
-        expect_refusal(arguments, "File too large", limit);
+        expect_refusal(arguments, "File too large", limit(20));
+    // Long enough to be written while it is decoded.
+    succeed("simulate long.pcap --duration 20");
+    for (const std::string arguments :
+         {"decode long.pcap --overwrite -o run", "decode long.pcap -o new",
+          "decode long.pcap --overwrite --as hdf5 -o run.h5",
+          "decode long.pcap --as mat -o new.mat"})
+        expect_refusal(arguments, "File too large", limit(1000));
+    fs::remove(folder / "long.pcap");
 }
 
 TEST_F(results, survive_a_change_behind_the_programs_back) {
