@@ -75,7 +75,7 @@ command add_watch(CLI::App& app) {
         ->default_str(text_of(options->listen));
     parser
         ->add_option("--speed", options->speed,
-                     "How fast captures pass: 1 as recorded, 0 as fast as possible")
+                     "Playback speed of captures: 1 as recorded, 0 as fast as possible")
         ->check(fault_of_speed, "")
         ->type_name("FACTOR")
         ->capture_default_str()
