@@ -26,7 +26,7 @@ const char* module_name(module_path& path) {
                        static_cast<DWORD>(path.size()));
 #else
     Dl_info info{};
-    // Unreachable otherwise: dladdr finds the library of a function that is running.
+    // Unreachable if false: dladdr finds the library of a function that is running.
     if (dladdr(reinterpret_cast<const void*>(&module_name), &info) != 0)
         std::strncpy(path.data(), last_path_component(info.dli_fname), path.size() - 1);
 #endif

@@ -103,6 +103,35 @@ void expect_same(const run_options& one, const run_options& other) {
     EXPECT_EQ(one.restart_gap_s, other.restart_gap_s);
 }
 
+void expect_round_trip(command& parser, const run_options& options) {
+    const std::vector<std::string> arguments = arguments_of(options);
+    try {
+        expect_same(parser.parse(arguments), options);
+    } catch (const CLI::Error& fault) {
+        ADD_FAILURE() << fmt::format("{}: {}", fmt::join(arguments, " "), fault.what());
+    }
+}
+
+/// Whether no time is selected, as far as that is known before the first frame, from which times
+/// without a date count.
+bool is_without_time(const selection_options& options) {
+    if (options.to.empty())
+        return false;
+    const run_time first{0, false};
+    const run_time from = options.from.empty() ? first : parse_time(options.from).value();
+    const run_time to = parse_time(options.to).value();
+    return from.since_start == to.since_start && from.time_ns >= to.time_ns;
+}
+
+void expect_times_refused(const selection_options& options) {
+    try {
+        const selection selected(options);
+        ADD_FAILURE() << fmt::format("from '{}' to '{}'", options.from, options.to);
+    } catch (const usage_failure& fault) {
+        EXPECT_EQ(std::string_view(fault.what()), "--from must be before --to");
+    }
+}
+
 void expect_selected(const selection_options& options) {
     const auto& fields = selectable_fields();
     const auto& units = selectable_units();
@@ -124,11 +153,13 @@ void expect_selected(const selection_options& options) {
     EXPECT_EQ(std::vector<std::string>(columns.begin(), columns.end()), without_repetition(wanted));
 }
 
-std::ptrdiff_t line_breaks_in(const std::vector<std::string>& arguments) {
-    std::ptrdiff_t count = 0;
+/// A refusal has one line, but quotes arguments with their line breaks.
+void expect_one_line(std::string_view refusal, const std::vector<std::string>& arguments) {
+    std::ptrdiff_t line_breaks = 0;
     for (const std::string& argument : arguments)
-        count += std::ranges::count(argument, '\n');
-    return count;
+        line_breaks += std::ranges::count(argument, '\n');
+    EXPECT_FALSE(refusal.empty());
+    EXPECT_LE(std::ranges::count(refusal, '\n'), line_breaks) << refusal;
 }
 
 } // namespace
@@ -144,20 +175,21 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::vector<std::string> arguments;
     for (fuzz::input input({data, size}); !input.empty();)
         arguments.push_back(input.text());
+    run_options options;
     try {
-        run_options options = current->parse(arguments);
-        expect_valid(options);
-        expect_same(current->parse(arguments_of(options)), options);
-        options.selection.also_fields = {"heading", "source_ip"};
-        expect_selected(options.selection);
+        options = current->parse(arguments);
     } catch (const CLI::Success&) { // the help is asked for
+        return 0;
     } catch (const CLI::ParseError& fault) {
-        // It has one line, and may quote the arguments.
-        const std::string_view text = fault.what();
-        EXPECT_FALSE(text.empty());
-        EXPECT_LE(std::ranges::count(text, '\n'), line_breaks_in(arguments)) << text;
-    } catch (const usage_failure& fault) {
-        EXPECT_EQ(std::string_view(fault.what()), "--from must be before --to");
+        expect_one_line(fault.what(), arguments);
+        return 0;
     }
+    expect_valid(options);
+    expect_round_trip(*current, options);
+    options.selection.also_fields = {"heading", "source_ip"};
+    if (is_without_time(options.selection))
+        expect_times_refused(options.selection);
+    else
+        expect_selected(options.selection);
     return 0;
 }

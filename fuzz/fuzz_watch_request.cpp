@@ -60,7 +60,7 @@ private:
     std::string answer_;
 };
 
-/// Needs no socket, but only a server that has one writes contents.
+/// Works without a socket. The library writes a content only if the server's socket is valid.
 class socketless_server : public stream_server {
 public:
     socketless_server() { svr_sock_ = 0; }
@@ -100,7 +100,8 @@ std::string lower_case(std::string_view text) {
     return result;
 }
 
-/// Whether a browser that is sent here by this name could only have been meant to be.
+/// Whether this Host value names this server: localhost, a loopback address, the address that it
+/// listens on, or any address if it listens on all.
 bool is_own_name(std::string_view host, const listen_address& address) {
     std::string name = lower_case(host);
     if (const auto port = name.find_last_of(':');
@@ -137,6 +138,55 @@ bool has_own_host(std::string_view request, const listen_address& address) {
     return false;
 }
 
+/// The parts of a text between line ends.
+std::vector<std::string_view> lines_of(std::string_view text) {
+    constexpr std::string_view line_end = "\r\n";
+    std::vector<std::string_view> lines;
+    for (std::size_t at = text.find(line_end); at != std::string_view::npos;
+         at = text.find(line_end)) {
+        lines.push_back(text.substr(0, at));
+        text.remove_prefix(at + line_end.size());
+    }
+    lines.push_back(text);
+    return lines;
+}
+
+/// Whether a line is a header with a plain value that does not change the answer.
+bool is_unused_header(std::string_view line) {
+    const std::size_t colon = std::min(line.find(": "), line.size());
+    const std::string name = lower_case(line.substr(0, colon));
+    const auto is_letter = [](char character) {
+        return (character >= 'a' && character <= 'z') || character == '-';
+    };
+    const auto is_plain = [](char character) {
+        return character >= ' ' && character <= '~' && character != '%';
+    };
+    return colon > 0 && colon < line.size() && std::ranges::all_of(name, is_letter) &&
+           std::ranges::all_of(line, is_plain) && name != "host" && name != "range";
+}
+
+/// The content that must be sent if the request is a usual one of a browser; empty for other
+/// requests, which may be refused.
+std::string_view required_content(std::string_view request, std::string_view own_host) {
+    // Later versions of the library limit the number of headers.
+    constexpr std::size_t largest = 512;
+    const std::size_t end = request.find("\r\n\r\n");
+    if (end > largest)
+        return {};
+    const std::vector<std::string_view> lines = lines_of(request.substr(0, end));
+    int hosts = 0;
+    for (const std::string_view line : std::span(lines).subspan(1))
+        if (line == "Host: localhost:8080" || line == "Host: " + std::string(own_host))
+            ++hosts;
+        else if (!is_unused_header(line))
+            return {};
+    if (hosts == 1 && lines[0] == "GET / HTTP/1.1")
+        return page_text;
+    if (hosts == 1 && lines[0] == "GET /events HTTP/1.1")
+        return events_text;
+    return {};
+}
+
 struct answer_parts {
     int status;
     std::vector<std::string_view> headers;
@@ -144,18 +194,12 @@ struct answer_parts {
 };
 
 answer_parts parts_of(std::string_view answer) {
-    constexpr std::string_view line_end = "\r\n";
     const std::size_t end = answer.find("\r\n\r\n");
     EXPECT_NE(end, std::string_view::npos) << answer;
     EXPECT_TRUE(answer.starts_with("HTTP/1.1 ")) << answer;
-    answer_parts parts{std::stoi(std::string(answer.substr(9, 3))), {}, answer.substr(end + 4)};
-    std::string_view rest = answer.substr(0, end);
-    for (std::size_t at = rest.find(line_end); at != std::string_view::npos;) {
-        rest.remove_prefix(at + line_end.size());
-        at = rest.find(line_end);
-        parts.headers.push_back(rest.substr(0, at));
-    }
-    return parts;
+    std::vector<std::string_view> headers = lines_of(answer.substr(0, end));
+    headers.erase(headers.begin());
+    return {std::stoi(std::string(answer.substr(9, 3))), headers, answer.substr(end + 4)};
 }
 
 bool begins_with_any_of(std::string_view header, std::span<const char* const> starts) {
@@ -179,7 +223,7 @@ void expect_headers(const answer_parts& parts) {
         EXPECT_EQ(count(header), 1) << header;
     EXPECT_EQ(count("Allow: GET"), parts.status == 405 ? 1 : 0) << parts.status;
     for (const std::string_view header : parts.headers)
-        // Nothing of the request may return.
+        // No text of the request may appear in the answer.
         EXPECT_TRUE(begins_with_any_of(header, always) || begins_with_any_of(header, at_times))
             << header;
 }
@@ -195,10 +239,17 @@ void expect_sound(std::string_view answer, std::string_view request,
     constexpr std::string_view interim = "HTTP/1.1 100 Continue\r\n\r\n";
     if (answer.starts_with(interim))
         answer.remove_prefix(interim.size());
-    if (answer.empty()) // the request has not even a first line
+    if (answer.empty()) {
+        // Anything else, even half a line, is answered.
+        EXPECT_TRUE(request.empty()) << request;
         return;
+    }
     const answer_parts parts = parts_of(answer);
     expect_headers(parts);
+    if (const auto required = required_content(request, text_of(address)); !required.empty()) {
+        EXPECT_EQ(parts.status, 200) << request;
+        EXPECT_EQ(parts.content, required) << request;
+    }
     constexpr std::array statuses{200, 400, 403, 404, 405, 414, 416, 431};
     EXPECT_TRUE(std::ranges::find(statuses, parts.status) != statuses.end()) << answer;
     if (parts.status == 200) {

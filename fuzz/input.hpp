@@ -9,8 +9,8 @@
 
 namespace fuzz {
 
-/// Takes an input apart, byte after byte; gives zeros when it has come to its end. From the first
-/// one on, a failed expectation ends the program.
+/// Takes an input apart, byte by byte, and returns zeros after its end. Once an input has been
+/// constructed, a failed expectation aborts the program.
 class input {
 public:
     explicit input(std::span<const std::uint8_t> bytes);

@@ -9,6 +9,13 @@ targets=("${@:2}")
 if [ ${#targets[@]} -eq 0 ]; then
   targets=(fuzz/corpus/*)
 fi
+targets=("${targets[@]##*/}")
+for target in "${targets[@]}"; do
+  if [ -z "$target" ] || [ ! -d "fuzz/corpus/$target" ]; then
+    echo "fuzz.sh: there is no target '$target'; give the name of a folder in fuzz/corpus" >&2
+    exit 2
+  fi
+done
 
 options_for() { # target
   case $1 in
@@ -29,7 +36,7 @@ cmake --preset fuzz --log-level=WARNING
 cmake --build --preset fuzz
 
 mkdir -p build/fuzz/findings
-for target in "${targets[@]##*/}"; do
+for target in "${targets[@]}"; do
   echo "== Fuzzing $target for $seconds s"
   mkdir -p "build/fuzz/corpus/$target"
   log=build/fuzz/$target.log

@@ -75,7 +75,7 @@ command add_watch(CLI::App& app) {
         ->default_str(text_of(options->listen));
     parser
         ->add_option("--speed", options->speed,
-                     "How fast captures pass: 1 as recorded, 0 as fast as possible")
+                     "Playback speed of captures: 1 as recorded, 0 as fast as possible")
         ->check(fault_of_speed, "")
         ->type_name("FACTOR")
         ->capture_default_str()
@@ -84,8 +84,9 @@ command add_watch(CLI::App& app) {
                "Also write the tables of filtered samples");
     for (const char* const name : {"--as", "--samples"})
         parser->get_option(name)->needs("--output");
-    add_content(*parser, options->decode.run.selection,
-                "Only these fields in the tables; the page shows them beside its own");
+    add_content(
+        *parser, options->decode.run.selection,
+        "Write only these fields to the tables; the page shows them in addition to its own");
     add_decoder(*parser, options->decode.run,
                 "Start a new decoder after a gap of this many seconds; 0: never (default: 5)");
     return {parser, [options] { return watch(*options); }};

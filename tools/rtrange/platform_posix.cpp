@@ -40,7 +40,7 @@ std::map<std::string, std::string> extended_attributes(const std::filesystem::pa
     return attributes;
 }
 
-/// What one sees of a folder besides its content.
+/// Attributes that must be equal for two folders to be exchanged.
 struct folder_status {
     bool is_known = false; ///< a folder at which nothing is mounted
     std::uint64_t device = 0;

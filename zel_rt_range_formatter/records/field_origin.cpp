@@ -6,7 +6,7 @@ namespace {
 std::string name_of(origin_packet packet) {
     switch (packet) {
     case origin_packet::none:
-        break; // Unreachable, like the end: each part that a rule uses has a packet.
+        break; // Unreachable, as is the return at the end: every part used by a rule has a packet.
     case origin_packet::ncom:
         return "NCOM";
     case origin_packet::hunter_ncom:
@@ -31,7 +31,7 @@ std::string name_of(const packet_part& part) {
 } // namespace
 
 std::string text_of(const field_origin& origin) {
-    switch (origin.rule) { // Unreachable: another value. Each rule has a case.
+    switch (origin.rule) { // Unreachable without a matching case: each rule has one.
     case origin_rule::never:
         break;
     case origin_rule::first:

@@ -106,7 +106,7 @@ bool rt_range_formatter::process_rt_range_data(const zel_raw_package_t& raw_pack
                    "Detected corrupted CRC!");
         return false;
     }
-    if (verify_crc_) { // Unreachable with today's settings: nothing sets it.
+    if (verify_crc_) { // Unreachable: nothing sets verify_crc_.
         const std::uint32_t crc = utility::crc32c::checksum(frame, frame_size, 0xFFFFFFFF);
         if (crc != stored_crc) {
             log::write(logger_, ZEL_LOG_LEVEL_MALFORMED, log::here(process_function),

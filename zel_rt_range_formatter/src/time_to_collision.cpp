@@ -14,7 +14,7 @@ constexpr double smallest_scaled_acceleration = 0.05000000074505806;
 /// rate `v` (m/s) and an acceleration `a` (m/s²). If both solutions are negative, the smaller of
 /// their absolute values; if there is none, `no_collision`.
 double time_to_collision(double d, double v, double a) {
-    if (a == 0.0) // Unreachable: a small acceleration, which 0 is, is ignored.
+    if (a == 0.0) // Unreachable: the caller ignores small accelerations, including 0.
         return -(d / v);
     const double x = v * v - 2.0 * a * d;
     if (x < 0.0)
