@@ -71,7 +71,7 @@ command add_watch(CLI::App& app) {
             },
             "IP address and port to serve the page at; port 0 for any free one")
         ->check(fault_of_listen_address, "")
-        ->type_name("ADDRESS:PORT")
+        ->type_name("ADDRESS")
         ->default_str(text_of(options->listen));
     parser
         ->add_option("--speed", options->speed,
