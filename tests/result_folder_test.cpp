@@ -195,16 +195,16 @@ TEST_F(result_folders, never_mix_two_runs_where_folders_cannot_be_exchanged) {
         bool can_exchange;
     } const cases[] = {{"with notes of the user", true, true},
                        {"where the system has no exchange", false, false}};
-    for (const auto& [description, has_notes, can_exchange] : cases) {
+    for (const auto& each : cases) {
         const auto prepare = [&] {
             reset();
-            if (has_notes)
+            if (each.has_notes)
                 write(run() / "notes.txt", "mine");
         };
         prepare();
         bool lacked_tables = false;
-        for (int n = 1; decode_until(n, can_exchange); ++n, prepare()) {
-            SCOPED_TRACE(std::to_string(n) + " " + description);
+        for (int n = 1; decode_until(n, each.can_exchange); ++n, prepare()) {
+            SCOPED_TRACE(std::to_string(n) + " " + each.description);
             const contents found = tables();
             for (const auto& [name, text] : found)
                 EXPECT_EQ(split(text, ' ')[0], split(found.begin()->second, ' ')[0]) << name;
@@ -214,7 +214,7 @@ TEST_F(result_folders, never_mix_two_runs_where_folders_cannot_be_exchanged) {
                 EXPECT_TRUE(
                     names_in(run()).contains("rtrange.partial-" + std::to_string(last_child)));
             }
-            EXPECT_EQ(content(run() / "notes.txt"), has_notes ? "mine" : "");
+            EXPECT_EQ(content(run() / "notes.txt"), each.has_notes ? "mine" : "");
             decode(run(), new_tables);
             expect_whole(new_tables);
         }
