@@ -278,7 +278,6 @@ TEST_F(results, survive_a_full_disk) {
           "decode long.pcap --overwrite --as hdf5 -o run.h5",
           "decode long.pcap --as mat -o new.mat"})
         expect_refusal(arguments, "File too large", limit(1000));
-    fs::remove(folder / "long.pcap");
 }
 
 TEST_F(results, survive_a_change_behind_the_programs_back) {
