@@ -28,17 +28,17 @@ void put_in_eight_planes(bytes elements, std::uint8_t* planes) {
 
 /// Whether compressing the bytes would take long and save little, judged by the first ones. Of 1024
 /// random bytes, 251 different ones are expected, or 221 if each comes twice, which deflate does
-/// not find: its matches have three bytes or more. The smaller the least number, the faster the
-/// run, and the larger the file.
+/// not find: its matches have three bytes or more. A smaller limit makes runs faster and files
+/// larger.
 bool is_hardly_compressible(bytes plane) {
     constexpr std::size_t sample = 1024;
-    constexpr std::size_t many = 120;
+    constexpr std::size_t least_different = 120;
     if (plane.size() < sample)
         return false;
     std::bitset<256> seen;
     for (const std::uint8_t byte : plane.first(sample))
         seen.set(byte);
-    return seen.count() >= many;
+    return seen.count() >= least_different;
 }
 
 /// The size of the leading planes that are hardly compressible, as far as a stored block holds
