@@ -45,7 +45,7 @@ private:
     std::mutex mutex_;
     std::condition_variable changed_;
     std::deque<job> jobs_;                       ///< the first one is being written
-    std::vector<std::vector<cell>> free_blocks_; ///< never more than have room
+    std::vector<std::vector<cell>> free_blocks_; ///< at most its capacity: adding cannot fail
     std::exception_ptr fault_;                   ///< of the first write that failed
     bool ending_ = false;
     std::thread thread_;
