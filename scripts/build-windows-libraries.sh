@@ -55,16 +55,10 @@ libpcap() {
     cp "$work/libpcap/build/libpcap.a" "$prefix/lib/"
 }
 
-# For the programs that HDF5 1.10 runs while it is built: starting Wine for each takes seconds.
-keep_wine_running() {
-  scripts/prepare-wine.sh &&
-    export WINEDEBUG=-all WINEPREFIX=$PWD/build/windows/wine PATH=$PATH:/usr/lib/wine &&
-    { "$(command -v wineserver64 || command -v wineserver)" -p30 || true; }
-}
-
 hdf5() {
+  # HDF5 1.10 runs programs while it is built.
   if [ -f "$work/hdf5/source/src/H5detect.c" ]; then
-    keep_wine_running || return
+    scripts/prepare-wine.sh || return
   fi
   # MinGW has unistd.h, but not this header that the library takes for granted with it.
   sed -i '/#include <sys\/wait.h>/d' "$work/hdf5/source/src/H5private.h"

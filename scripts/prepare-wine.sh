@@ -1,25 +1,31 @@
 #!/usr/bin/env bash
 # Makes Wine's folder, build/windows/wine, and proves that Wine runs a program in it. A folder in which
-# it does not, as an interrupted set-up leaves it, is made anew. Does nothing when all is well.
+# it does not, as an interrupted set-up leaves it, is made anew. Then keeps Wine's server running.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-export WINEDEBUG=-all WINEPREFIX=$PWD/build/windows/wine
+export WINEPREFIX=$PWD/build/windows/wine
 PATH=$PATH:/usr/lib/wine
-wine=$(command -v wine64 || command -v wine) || {
+server=$(command -v wineserver64 || command -v wineserver) || {
   echo "prepare-wine.sh: there is no Wine; scripts/install-packages.sh --with-windows installs it" >&2
   exit 1
 }
-server=$(command -v wineserver64 || command -v wineserver)
 log=build/windows/wine.log
 mkdir -p build/windows
 # One at a time: two set-ups of one folder spoil it.
 exec 9>build/windows/wine.lock
 flock 9
 
+# A server ends with the last program unless told otherwise. A program that starts while it ends can fail, and one that
+# starts later waits a second for the next server. This one ends after ten minutes without a program.
+keep_server() {
+  "$server" -p600 >/dev/null 2>&1 9>&- || true # one is running already
+}
+
 # Output goes to a file, because Wine leaves processes behind that would keep a pipe open.
 runs_programs() {
-  timeout 120 "$wine" cmd /c 'echo a program ran' >"$log" 2>&1 9>&- &&
+  keep_server
+  timeout 120 scripts/wine.sh cmd /c 'echo a program ran' >"$log" 2>&1 9>&- &&
     grep -q 'a program ran' "$log"
 }
 
@@ -27,7 +33,7 @@ make_folder() {
   "$server" -k >/dev/null 2>&1 || true
   rm -rf "$WINEPREFIX"
   # The set-up has ended when its server has: only then are all files in place.
-  timeout 300 "$wine" wineboot --init >"$log" 2>&1 9>&- || true
+  timeout 300 scripts/wine.sh wineboot --init >"$log" 2>&1 9>&- || true
   timeout 300 "$server" -w || true
 }
 
