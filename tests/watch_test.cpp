@@ -335,6 +335,23 @@ TEST_F(watching, ends_at_once_while_others_send_slowly_or_without_end) {
     EXPECT_LT(seconds_since(start), 3.0);
 }
 
+TEST_F(watching, may_end_in_the_middle_of_a_capture_unless_it_writes_tables) {
+    succeed("simulate run.pcap --duration 120");
+    const auto interrupt = [this](const std::string& arguments) {
+        watched_run run(folder, "run.pcap " + arguments);
+        EXPECT_EQ(run.line(), "Decoding run.pcap\n");
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        return run.end();
+    };
+    // At full speed, nearly every moment is in the middle of a frame.
+    const result shown = interrupt("--speed 0");
+    EXPECT_EQ(shown.exit_code, 0);
+    EXPECT_FALSE(contains(shown.output, "interrupted")) << shown.output;
+    const result written = interrupt("-o tables");
+    EXPECT_EQ(written.exit_code, 1);
+    expect_contains(written.output, {"rtrange: interrupted in 'run.pcap' after frame "});
+}
+
 TEST_F(watching, shows_slow_readers_the_present) {
     succeed("simulate run.pcap --duration 20");
     watched_run run(folder, "run.pcap");

@@ -15,29 +15,27 @@
 namespace rtrange {
 namespace {
 
-/// Reads frames until the end of the capture, or until `decode` returns false.
-template <typename Decode>
-void for_each_frame(capture_reader& capture, const Decode& decode) {
-    std::uint64_t frames = 0;
-    while (const auto frame = capture.next()) {
-        if (!decode(*frame))
-            return;
-        ++frames;
-        if (interrupted())
-            throw broken_capture(
-                fmt::format("interrupted in '{}' after frame {}", capture.path().string(), frames));
-    }
+/// The user has interrupted the run before the end of a capture.
+class interruption : public broken_capture {
+public:
+    using broken_capture::broken_capture;
+};
+
+/// Called before each frame, so that an interruption after the last one takes nothing away.
+void check_interruption(const capture_reader& capture, const captured_frame& next) {
+    if (interrupted())
+        throw interruption(fmt::format("interrupted in '{}' after frame {}",
+                                       capture.path().string(), next.number - 1));
 }
 
 void follow_capture(capture_reader& capture, frame_decoder& decoder, table_output& output,
                     run_follower& follower) {
-    for_each_frame(capture, [&](const captured_frame& frame) {
-        if (!follower.wait_for(frame))
-            return false;
-        decoder.decode(frame, output);
-        follower.finish(frame);
-        return true;
-    });
+    while (const auto frame = capture.next()) {
+        follower.wait_for(*frame);
+        check_interruption(capture, *frame);
+        decoder.decode(*frame, output);
+        follower.finish(*frame);
+    }
 }
 
 void decode_capture(capture_reader& capture, frame_decoder& decoder, table_output& output) {
@@ -47,12 +45,12 @@ void decode_capture(capture_reader& capture, frame_decoder& decoder, table_outpu
     const std::uintmax_t size = std::filesystem::file_size(file, unknown_size);
     progress_bar progress(fmt::format("Decoding {}", file.filename().string()),
                           unknown_size ? 0 : size);
-    for_each_frame(capture, [&](const captured_frame& frame) {
-        decoder.decode(frame, output);
-        if (frame.number % frames_per_update == 0)
+    while (const auto frame = capture.next()) {
+        check_interruption(capture, *frame);
+        decoder.decode(*frame, output);
+        if (frame->number % frames_per_update == 0)
             progress.update(capture.position());
-        return true;
-    });
+    }
 }
 
 /// Throws failure when a capture begins before the end of those that were decoded.
@@ -96,9 +94,10 @@ std::vector<std::string> decode_captures(std::vector<capture_reader>& captures,
                                          frame_decoder& decoder, table_output& output,
                                          run_follower* follower) {
     std::vector<std::string> faults;
+    const auto note = [&](const broken_capture& error) {
+        faults.push_back(fmt::format("{}; the frames before that are decoded", error.what()));
+    };
     for (capture_reader& capture : captures) {
-        if (interrupted())
-            break;
         check_overlap(capture, decoder.outcomes());
         print_progress("Decoding {}\n", capture.path().string());
         try {
@@ -106,8 +105,12 @@ std::vector<std::string> decode_captures(std::vector<capture_reader>& captures,
                 follow_capture(capture, decoder, output, *follower);
             else
                 decode_capture(capture, decoder, output);
+        } catch (const interruption& error) {
+            if (follower == nullptr || follower->needs_all_frames())
+                note(error);
+            break;
         } catch (const broken_capture& error) {
-            faults.push_back(fmt::format("{}; the frames before that are decoded", error.what()));
+            note(error);
         }
     }
     return faults;

@@ -13,12 +13,14 @@ public:
     run_follower& operator=(const run_follower&) = delete;
     virtual ~run_follower() = default;
 
-    /// Returns when it is time to decode the frame, or when the user interrupts. Returns false to
-    /// end the run before this frame.
-    virtual bool wait_for(const captured_frame& frame) = 0;
+    /// Returns when it is time to decode the frame, or when the user interrupts.
+    virtual void wait_for(const captured_frame& frame) = 0;
 
     /// Takes note that the rows of the frame have been written.
     virtual void finish(const captured_frame& frame) = 0;
+
+    /// Whether it is a fault when the user interrupts a capture before its end.
+    virtual bool needs_all_frames() const = 0;
 };
 
 } // namespace rtrange

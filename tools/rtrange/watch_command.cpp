@@ -33,13 +33,11 @@ public:
     watch_follower(replay_clock& clock, live_history& history, bool has_result)
         : clock_(clock), history_(history), has_result_(has_result) {}
 
-    bool wait_for(const captured_frame& frame) override {
-        clock_.wait_for(frame);
-        // Without tables and summary, nothing is lost when the run ends here.
-        return has_result_ || !interrupted();
-    }
-
+    void wait_for(const captured_frame& frame) override { clock_.wait_for(frame); }
     void finish(const captured_frame& frame) override { history_.finish_frame(frame.time_ns); }
+
+    /// Without tables and summary, nothing is lost when the run ends early.
+    bool needs_all_frames() const override { return has_result_; }
 
 private:
     replay_clock& clock_;
