@@ -371,9 +371,8 @@ test("warns of units that have become silent, and of bad data", async () => {
     }
     const figures = await page.locator('.unit[data-unit="target2"] .group.old').count();
     assert.equal(figures, 1, "old figures look old");
-    await page.waitForSelector('.unit[data-unit="target1"] .is_bad');
-    const status = page.locator('.unit[data-unit="target1"] [data-column="navigation_status"]');
-    assert.match(await status.innerText(), /bad\s+locking/);
+    const status = '.unit[data-unit="target1"] [data-column="navigation_status"]';
+    await page.waitForFunction((selector) => /bad\s+locking/.test(document.querySelector(selector)?.innerText), status);
     assert.equal(await page.locator('.unit[data-unit="target3"] .is_bad').count(), 0);
     await page.screenshot({ path: join(screenshots, "watch-warnings.png") });
     await page.waitForFunction(() => watch.status.state === "ended", undefined, { timeout: 60_000 });
