@@ -16,8 +16,8 @@ mkdir -p build/windows
 exec 9>build/windows/wine.lock
 flock 9
 
-# A server ends with the last program unless told otherwise. A program that starts while it ends can fail, and one that
-# starts later waits a second for the next server. This one ends after ten minutes without a program.
+# By default, Debian's server ends with the last program. A program that starts while the server ends can fail, and one
+# that starts later has to wait for a new server. With this option, the server ends after ten minutes without a program.
 keep_server() {
   "$server" -p600 >/dev/null 2>&1 9>&- || true # one is running already
 }

@@ -9,8 +9,8 @@ wine=$(command -v wine64 || command -v wine) || {
   echo "wine.sh: there is no Wine; scripts/install-packages.sh --with-windows installs it" >&2
   exit 1
 }
-# Debian's Wine needs a fixed address that, once in some thousand starts, a randomly placed heap already covers.
-# A container may forbid to switch random addresses off.
+# Debian's Wine needs a fixed address. If the system places the heap at random, it covers this address in one of several
+# thousand starts, and Wine fails. Containers may forbid switching off random placement.
 fixed_addresses=()
 setarch -R true 2>/dev/null && fixed_addresses=(setarch -R)
 exec "${fixed_addresses[@]}" "$wine" "$@"

@@ -21,7 +21,8 @@ public:
     using broken_capture::broken_capture;
 };
 
-/// Called before each frame, so that an interruption after the last one takes nothing away.
+/// Throws interruption if the user has interrupted the run before this frame. It is not called
+/// after the last frame, because the tables are complete then.
 void check_interruption(const capture_reader& capture, const captured_frame& next) {
     if (interrupted())
         throw interruption(fmt::format("interrupted in '{}' after frame {}",

@@ -101,7 +101,7 @@ void check_on_threads(const zelc& library, const std::vector<rule>& kept) {
         errors.push_back(make_error(library, ZEL_ERROR_FAILED, "text"));
     }
     std::vector<std::future<void>> runs;
-    // Not a latch: with MinGW's library, it loses one of some thousand wake-ups.
+    // Not a latch: that of MinGW's library can miss a wake-up and then waits forever.
     std::promise<void> all_started;
     const std::shared_future<void> start = all_started.get_future().share();
     const auto run = [&, start](const package one, const error_slot error, std::uint8_t value) {
